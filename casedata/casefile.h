@@ -1,0 +1,70 @@
+#pragma once
+// The case file (".INT"): the marker "NOTVB3", a 20-character version tag, the
+// case record, then the payments, the other charges and the payroll deposits
+// (each list only when its count is above 0). Older files, told apart by their
+// version tag, hold a shorter record that is converted on reading.
+
+#include "casedata/binio.h"
+#include "casedata/caserecord.h"
+#include "casedata/messages.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rw {
+
+inline constexpr std::string_view kFileMarker = "NOTVB3";
+// The version tag this program writes (padded to 20 characters in the file).
+inline constexpr std::string_view kCaseVersionTag = "Qrat2018Q1.10";
+
+// Record sizes in the file.
+inline constexpr std::size_t kInitSize = 488;
+inline constexpr std::size_t kInitSize2000Q22 = 482;   // tags below "Qrat2000Q2.20"
+inline constexpr std::size_t kInitSize2010Q311 = 484;  // tags below "Qrat2010Q3.11"
+inline constexpr std::size_t kTLPointSize = 64;
+inline constexpr std::size_t kPaymentSize = 57;
+inline constexpr std::size_t kChargeSize = 56;
+inline constexpr std::size_t kDepositSize = 42;
+inline constexpr std::size_t kCaseHeaderSize = 26;
+
+enum class InitLayout { Before2000Q22, Before2010Q311, Current };
+
+// Which layout a 20-character tag selects. Tags compare as whole fields, byte
+// by byte: "Qrat2000Q2.20" followed by blanks is not below "Qrat2000Q2.20".
+InitLayout LayoutForTag(std::string_view tag20);
+
+// The file image of a case.
+std::vector<char> EncodeCase(const Case& c, std::string_view versionTag = kCaseVersionTag);
+
+// Writes the case to path (a temporary file renamed over the target).
+// Failures are faults named "WriteCase".
+void WriteCase(const std::string& path, const Case& c);
+
+// Read the record part of the two older layouts into init (the rest of the
+// file reads alike in all layouts). ConvTo2000Q22 clears bAutoArrange; both
+// set the accuracy-related rate to 0.2, which those files do not hold.
+void ConvTo2000Q22(BinReader& in, InitInputs& init);
+void ConvTo2010Q311(BinReader& in, InitInputs& init);
+
+struct CaseReadResult {
+    enum class Status { Ok, NotFound, BadMarker, Damaged };
+    Status status = Status::Ok;
+    Case kase;
+    std::string detail;  // for Damaged: the description of the error
+};
+
+// Decodes a case file image without touching any case in memory.
+CaseReadResult DecodeCase(const std::vector<char>& bytes);
+CaseReadResult ReadCaseFile(const std::string& path);
+
+// Reads path into c, telling the user when the file is missing, lacks its
+// marker or cannot be read; c changes only when the whole file was read.
+// Returns true when the case was replaced.
+bool ReadCase(const std::string& path, Case& c, Messages& msgs);
+
+// The part of path before its last path separator, without it; empty when
+// there is none.
+std::string FolderOf(std::string_view path);
+
+}  // namespace rw

@@ -1,0 +1,156 @@
+#pragma once
+// The case: one record of initial and single-valued inputs and three lists
+// (payments, other charges, payroll deposits). The field order of every record
+// below is also its order in the case file.
+
+#include "casedata/dates.h"
+#include "casedata/fixedtext.h"
+#include "casedata/money.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace rw {
+
+// One event of the interest time line: a date, a kind code, a description and
+// the change it makes to the tax, penalty and interest balances.
+struct TLPoint {
+    FixedText<12> sSortCode;  // "yyyymmdd" + sCode
+    FixedText<16> sDesc;
+    FixedText<4> sCode;
+    Date dtDate;
+    Money cTax;
+    Money cPen;
+    Money cInt;
+
+    friend bool operator==(const TLPoint&, const TLPoint&) = default;
+};
+
+struct InitInputs {
+    FixedText<52> sName;
+    FixedText<52> s2ndLine;
+    Date dtDue;
+    Flag bPayroll = 0;
+    Flag bAutoArrange = 0;
+    Flag bOverpayment = 0;
+    Flag bTaxMotivated = 0;
+    Flag bAnyPenalties = 0;
+    std::int16_t nPmts = 0;
+    std::int16_t nCharges = 0;
+    std::int16_t nDeposits = 0;
+    TLPoint tlStart;
+    TLPoint tlStop;
+    Flag bFtoFile = 0;
+    Flag bFtoPay = 0;
+    Flag bNegFlat = 0;
+    Flag bNegTime = 0;
+    Flag bSUP = 0;
+    Flag bOtherPen = 0;
+    Flag bAccRel = 0;
+    Flag bOVal = 0;
+    Flag b6651d1 = 0;
+    Flag bFraudFlat = 0;
+    Flag bFraudTime = 0;
+    Flag bCorpUPRate = 0;
+    Date dtCorpUPRateStart;
+    Flag bCorpOPRate = 0;
+    Date dtCorpOPRateStart;
+    Date dtExtended;
+    std::int16_t nStopDays = 0;
+    Date dtFtoFileAssess;
+    Date dtFiled;
+    Date dtFtoPayAssess;
+    Money cAmtOnReturn;
+    Date dtNegFlatAssess;
+    Money cNegFlatAmt;
+    Money cNegTimeAmt;
+    Date dtNegTimeAssess;
+    Money cSUPAmt;
+    float fSUPRate = 0.0f;
+    Date dtAssessSUP;
+    Money cAccRelAmt;
+    float fAccRelRate = 0.0f;
+    Money cOValAmt;
+    Date dtOValAssess;
+    float fOValRate = 0.0f;
+    Date dt6651d1Start;
+    Money cFraudFlatAmt;
+    Date dtFraudFlatAssess;
+    Money cFraudTimeAmt;
+    Date dtFraudTimeAssess;
+    Date dtIntSuspend;
+    Date dtRestart;
+    std::int16_t nReserved = 0;
+    Flag bCorporate = 0;
+    FixedText<4> sTaxAuth;
+
+    bool isFederal() const { return sTaxAuth.is("US  "); }
+
+    friend bool operator==(const InitInputs&, const InitInputs&) = default;
+};
+
+struct PaymentRec {
+    FixedText<16> sDesc;
+    Date dtPmt;
+    Money cAmount;
+    Money cToTax;
+    Money cToInt;
+    Money cToPen;
+    FixedText<1> sMethod;  // "I": IRS allocation method, "T": the user's own
+
+    friend bool operator==(const PaymentRec&, const PaymentRec&) = default;
+};
+
+struct ChargeRec {
+    FixedText<16> sDesc;
+    Date dtLiab;
+    Date dtIntStart;
+    Money cTotal;
+    Money cToTax;
+    Money cToPen;
+
+    friend bool operator==(const ChargeRec&, const ChargeRec&) = default;
+};
+
+struct DepositRec {
+    Date dtDepDue;
+    Date dtDepAssess;
+    Money cRequired;
+    Flag bSevere = 0;
+    Date dtDelinqNotice;
+    Date dtJeopardy;
+
+    friend bool operator==(const DepositRec&, const DepositRec&) = default;
+};
+
+// The case in memory. Each list is indexed from 0; while its count (in init)
+// is 0 the list still holds exactly one empty entry, otherwise exactly count
+// entries.
+struct Case {
+    InitInputs init;
+    std::vector<PaymentRec> pmts = std::vector<PaymentRec>(1);
+    std::vector<ChargeRec> charges = std::vector<ChargeRec>(1);
+    std::vector<DepositRec> deposits = std::vector<DepositRec>(1);
+
+    // The entries in use (the first nPmts / nCharges / nDeposits).
+    std::span<const PaymentRec> payments() const;
+    std::span<const ChargeRec> otherCharges() const;
+    std::span<const DepositRec> payrollDeposits() const;
+
+    // True when every list has the size its count calls for.
+    bool countsConsistent() const;
+
+    friend bool operator==(const Case&, const Case&) = default;
+};
+
+// Resets a case to its defaults: everything zero, texts NUL, the eighteen
+// optional dates NoDate, each list one empty entry, accuracy-related rate 0.2.
+void ClearInputs(std::vector<PaymentRec>& pmts, std::vector<ChargeRec>& charges,
+                 std::vector<DepositRec>& deposits, InitInputs& init);
+void ClearInputs(Case& c);
+
+// The nearest single to 0.2: the normal accuracy-related penalty rate.
+inline constexpr float kNormalAccRelRate = 0.2f;
+
+}  // namespace rw

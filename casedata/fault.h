@@ -1,0 +1,75 @@
+#pragma once
+// An unexpected fault: the error number of the failing operation and the name
+// of the procedure in which it happened. Faults travel as exceptions up to the
+// command boundary, where the error reporter takes them; expected conditions
+// (a missing file, a wrong date) are answered where they occur and never
+// become faults.
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace rw {
+
+// Error numbers kept from the desktop run-time's numbering; 9 and 321 carry
+// hints of their own in the error reporter.
+inline constexpr std::int16_t kErrInvalidCall = 5;
+inline constexpr std::int16_t kErrOverflow = 6;
+inline constexpr std::int16_t kErrOutOfMemory = 7;
+inline constexpr std::int16_t kErrSubscript = 9;
+inline constexpr std::int16_t kErrDivisionByZero = 11;
+inline constexpr std::int16_t kErrTypeMismatch = 13;
+inline constexpr std::int16_t kErrFileNotFound = 53;
+inline constexpr std::int16_t kErrDeviceIO = 57;
+inline constexpr std::int16_t kErrPastEnd = 62;
+inline constexpr std::int16_t kErrPermission = 70;
+inline constexpr std::int16_t kErrPathAccess = 75;
+inline constexpr std::int16_t kErrInvalidFormat = 321;
+
+class Fault : public std::runtime_error {
+public:
+    Fault(std::int16_t number, std::string procedure, std::string detail = {});
+
+    std::int16_t number() const { return number_; }
+    const std::string& procedure() const { return procedure_; }
+    const std::string& detail() const { return detail_; }
+
+private:
+    std::int16_t number_;
+    std::string procedure_;
+    std::string detail_;
+};
+
+[[noreturn]] void ThrowFault(std::int16_t number, std::string_view procedure, std::string detail = {});
+
+// The description of an error number, as the run-time words it
+// ("Subscript out of range" for 9, "Invalid file format" for 321).
+std::string ErrorDescription(int number);
+
+// Runs body; a std::exception that is not yet a Fault becomes one with the
+// given procedure name (bad_alloc -> 7, anything else -> 5).
+template <typename F>
+decltype(auto) WithFaultName(std::string_view procedure, F&& body);
+
+}  // namespace rw
+
+#include <new>
+
+namespace rw {
+
+template <typename F>
+decltype(auto) WithFaultName(std::string_view procedure, F&& body)
+{
+    try {
+        return body();
+    } catch (const Fault&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        ThrowFault(kErrOutOfMemory, procedure);
+    } catch (const std::exception& e) {
+        ThrowFault(kErrInvalidCall, procedure, e.what());
+    }
+}
+
+}  // namespace rw

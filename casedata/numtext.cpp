@@ -1,0 +1,137 @@
+#include "casedata/numtext.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace rw {
+
+std::string GroupThousands(std::uint64_t n)
+{
+    std::string digits = std::to_string(n);
+    std::string out;
+    out.reserve(digits.size() + digits.size() / 3);
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (i != 0 && (digits.size() - i) % 3 == 0)
+            out += ',';
+        out += digits[i];
+    }
+    return out;
+}
+
+std::string RightAlign(std::string_view text, std::size_t width)
+{
+    if (text.size() >= width)
+        return std::string(text.substr(0, width));
+    return std::string(width - text.size(), ' ') + std::string(text);
+}
+
+std::string LeftAlign(std::string_view text, std::size_t width)
+{
+    if (text.size() >= width)
+        return std::string(text.substr(0, width));
+    return std::string(text) + std::string(width - text.size(), ' ');
+}
+
+std::string FormatFixed(double x, int decimals, int minIntDigits, bool thousands)
+{
+    if (!std::isfinite(x))
+        return "0";
+    // Decimal digits of x to 15 significant places: digits d1..d15, exponent e,
+    // value = 0.d1d2...d15 x 10^e.
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.14e", std::fabs(x));
+    // buf: "d.dddddddddddddde+XX"
+    std::string mant;
+    mant += buf[0];
+    mant.append(buf + 2, 14);
+    int e10 = std::atoi(std::strchr(buf, 'e') + 1) + 1;  // value = 0.mant * 10^e10
+    const bool negative = std::signbit(x) && x != 0.0;
+
+    // Integer digits and fraction digits as decimal strings.
+    std::string intPart, fracPart;
+    if (e10 > 0) {
+        if (e10 >= static_cast<int>(mant.size())) {
+            intPart = mant + std::string(static_cast<std::size_t>(e10) - mant.size(), '0');
+        } else {
+            intPart = mant.substr(0, static_cast<std::size_t>(e10));
+            fracPart = mant.substr(static_cast<std::size_t>(e10));
+        }
+    } else {
+        fracPart = std::string(static_cast<std::size_t>(-e10), '0') + mant;
+    }
+    if (intPart.empty())
+        intPart = "0";
+    // Round half away from zero at `decimals`.
+    std::string keep = fracPart.substr(0, std::min<std::size_t>(fracPart.size(), static_cast<std::size_t>(decimals)));
+    keep.resize(static_cast<std::size_t>(decimals), '0');
+    bool roundUp = fracPart.size() > static_cast<std::size_t>(decimals) && fracPart[static_cast<std::size_t>(decimals)] >= '5';
+    std::string all = intPart + keep;
+    if (roundUp) {
+        int i = static_cast<int>(all.size()) - 1;
+        for (; i >= 0; --i) {
+            if (all[static_cast<std::size_t>(i)] == '9') {
+                all[static_cast<std::size_t>(i)] = '0';
+            } else {
+                ++all[static_cast<std::size_t>(i)];
+                break;
+            }
+        }
+        if (i < 0)
+            all.insert(all.begin(), '1');
+    }
+    std::string ip = all.substr(0, all.size() - static_cast<std::size_t>(decimals));
+    std::string fp = all.substr(all.size() - static_cast<std::size_t>(decimals));
+    // Strip leading zeros of the whole part down to minIntDigits.
+    std::size_t firstNonZero = ip.find_first_not_of('0');
+    if (firstNonZero == std::string::npos)
+        ip.clear();
+    else
+        ip = ip.substr(firstNonZero);
+    if (ip.size() < static_cast<std::size_t>(minIntDigits))
+        ip = std::string(static_cast<std::size_t>(minIntDigits) - ip.size(), '0') + ip;
+    if (thousands && !ip.empty())
+        ip = GroupThousands(std::strtoull(ip.c_str(), nullptr, 10));
+    bool allZero = (ip.find_first_not_of('0') == std::string::npos) && (fp.find_first_not_of('0') == std::string::npos);
+    std::string out = ip;
+    if (decimals > 0)
+        out += "." + fp;
+    if (negative && !allZero)
+        out.insert(out.begin(), '-');
+    return out;
+}
+
+std::string FormatRateDotHash0(double x)
+{
+    return FormatFixed(x, 2, 0);
+}
+
+std::string PlainFloat(float f)
+{
+    char buf[32];
+    auto res = std::to_chars(buf, buf + sizeof buf, f);
+    std::string s(buf, res.ptr);
+    return s;
+}
+
+std::string FormatCount(std::int64_t n, bool emptyForZero)
+{
+    if (n == 0 && emptyForZero)
+        return {};
+    std::string s = GroupThousands(static_cast<std::uint64_t>(n < 0 ? -n : n));
+    if (n < 0)
+        s.insert(s.begin(), '-');
+    return s;
+}
+
+std::string TrimRight(std::string_view text)
+{
+    std::size_t n = text.size();
+    while (n > 0 && (text[n - 1] == ' ' || text[n - 1] == '\0'))
+        --n;
+    return std::string(text.substr(0, n));
+}
+
+}  // namespace rw

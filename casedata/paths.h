@@ -1,0 +1,36 @@
+#pragma once
+// Every file the program reads or writes outside the user's own case files
+// derives from two folders: the installation folder (rate tables, release
+// file, settings file, error log, recovery copy, manual, sample cases) and the
+// per-user data root under which the default data folder lies. Tests point
+// both at a temporary folder.
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace rw {
+
+struct Paths {
+    std::filesystem::path installDir;
+    // The per-user application-data root (the platform's user data directory).
+    std::filesystem::path userDataRoot;
+
+    std::filesystem::path iniFile() const { return installDir / "qratcalc.INI"; }
+    std::filesystem::path recoveryCopy() const { return installDir / "DEBUG.INT"; }
+    std::filesystem::path errorLog() const { return installDir / "qraterr.log"; }
+    std::filesystem::path helpFile() const { return installDir / "manqrat.pdf"; }
+    std::filesystem::path releaseFile() const { return installDir / "qrat-release.txt"; }
+    std::filesystem::path table(std::string_view fileName) const { return installDir / fileName; }
+
+    // The installation folder from RW_INSTALL_DIR, else the folder of the
+    // running executable; the data root from XDG_DATA_HOME, else
+    // $HOME/.local/share.
+    static Paths FromEnvironment();
+    static Paths ForFolders(std::filesystem::path install, std::filesystem::path userData)
+    {
+        return Paths{std::move(install), std::move(userData)};
+    }
+};
+
+}  // namespace rw

@@ -1,0 +1,213 @@
+#include "casedata/ratetable.h"
+
+#include "casedata/binio.h"
+
+namespace rw {
+
+namespace {
+
+constexpr Authority kAuthorities[] = {
+    {"Federal", "US  ", "fed.tbl", AuthorityNotice::None},
+    {"Arkansas", "AR  ", "ar1.tbl", AuthorityNotice::None},
+    {"CA - Personal", "CAP ", "ca_pers.tbl", AuthorityNotice::None},
+    {"CA - Corp: Large", "CAB ", "ca_bus1.tbl", AuthorityNotice::None},
+    {"CA - Corp: Regular", "CARC", "ca_bus2.tbl", AuthorityNotice::None},
+    {"Florida", "FL  ", "fl1.tbl", AuthorityNotice::None},
+    {"Georgia", "GA  ", "ga1.tbl", AuthorityNotice::None},
+    {"Hawaii", "HI  ", "hi1.tbl", AuthorityNotice::None},
+    {"Idaho", "ID  ", "id1.tbl", AuthorityNotice::None},
+    {"Illinois - Short-Term", "ILST", "Il-st.tbl", AuthorityNotice::Illinois},
+    {"Illinois - Long-Term", "IL  ", "Il-lt.tbl", AuthorityNotice::Illinois},
+    {"Indiana", "IN  ", "in1.tbl", AuthorityNotice::None},
+    {"Kentucky", "KY  ", "ky1.tbl", AuthorityNotice::None},
+    {"Louisiana", "LA  ", "la1.tbl", AuthorityNotice::None},
+    {"Maryland", "MD  ", "md1.tbl", AuthorityNotice::None},
+    {"Massachusetts - Underpayment", "MA  ", "Ma1-up.tbl", AuthorityNotice::Massachusetts},
+    {"Massachusetts - Overpayment", "MAOP", "Ma1-op.tbl", AuthorityNotice::Massachusetts},
+    {"Michigan", "MI  ", "mi1.tbl", AuthorityNotice::None},
+    {"Minnesota", "MN  ", "mn1.tbl", AuthorityNotice::None},
+    {"Missouri", "MO  ", "mo1.tbl", AuthorityNotice::None},
+    {"New York State - Income Tax", "NYSI", "ny_ind1.tbl", AuthorityNotice::None},
+    {"New York State - Corporation Tax", "NYSC", "ny_crp1.tbl", AuthorityNotice::None},
+    {"Pennsylvania", "PA  ", "pa1.tbl", AuthorityNotice::None},
+    {"Rhode Island", "RI  ", "Ri1.tbl", AuthorityNotice::None},
+    {"South Carolina", "SC  ", "sc1.tbl", AuthorityNotice::None},
+    {"Virginia - Regular", "VAR ", "va_reg.tbl", AuthorityNotice::None},
+    {"Virginia - Large Corp", "VALC", "va_lcorp.tbl", AuthorityNotice::None},
+    {"Utah", "UT  ", "ut1.tbl", AuthorityNotice::None},
+    {"Vermont", "VT  ", "vt1.tbl", AuthorityNotice::None},
+    {"West Virginia", "WV  ", "wv1.tbl", AuthorityNotice::None},
+};
+static_assert(std::size(kAuthorities) == 30);
+
+template <typename V, typename R>
+void visitRow(V& v, R& r)
+{
+    v(r.dtFrom);
+    v(r.dtThru);
+    v(r.fUPRate);
+    v(r.fOPRate);
+}
+
+const char* kTablesPage = "www.brindlecote.example/ratewright/tables";
+
+}  // namespace
+
+std::span<const Authority> Authorities()
+{
+    return kAuthorities;
+}
+
+int AuthorityPosition(std::string_view code)
+{
+    for (std::size_t i = 0; i < std::size(kAuthorities); ++i)
+        if (kAuthorities[i].code == code)
+            return static_cast<int>(i);
+    return -1;
+}
+
+const Authority& AuthorityForCode(std::string_view code)
+{
+    const int pos = AuthorityPosition(code);
+    return kAuthorities[pos < 0 ? 0 : pos];
+}
+
+std::string_view IllinoisNotice()
+{
+    return "After 12/31/03, for the first year, IL interest accrues at the Short-Term rates. After a year, "
+           "interest accrues at the Long-Term rates.";
+}
+
+std::string_view MassachusettsNotice()
+{
+    return "After 6/30/03, MA interest on underpayments and overpayments is computed differently using "
+           "different rates. ";
+}
+
+std::vector<char> EncodeRateTable(const RateTable& rows)
+{
+    BinWriter w;
+    w.raw("NOTVB3", 6);
+    const auto n = static_cast<std::int32_t>(rows.size());
+    w(n);
+    for (const RateRow& r : rows) {
+        visitRow(w, r);
+        w.raw(r.reserved.data(), 4);
+        w.raw(&r.sCalcMethod, 1);
+    }
+    return std::move(w.bytes());
+}
+
+RateTableReadResult DecodeRateTable(const std::vector<char>& bytes)
+{
+    RateTableReadResult res;
+    if (bytes.size() < 6 || std::string_view(bytes.data(), 6) != "NOTVB3") {
+        res.status = RateTableReadResult::Status::BadMarker;
+        return res;
+    }
+    try {
+        BinReader in(bytes, "OpenRates");
+        char marker[6];
+        in.raw(marker, 6);
+        std::int32_t n = 0;
+        in(n);
+        if (n < 1)
+            ThrowFault(kErrSubscript, "OpenRates", "the table holds no rows");
+        if (in.remaining() / kRateRowSize < static_cast<std::size_t>(n))
+            ThrowFault(kErrPastEnd, "OpenRates", "the file is shorter than its row count says");
+        res.rows.resize(static_cast<std::size_t>(n));
+        for (RateRow& r : res.rows) {
+            visitRow(in, r);
+            in.raw(r.reserved.data(), 4);
+            in.raw(&r.sCalcMethod, 1);
+        }
+    } catch (const Fault& f) {
+        res.status = RateTableReadResult::Status::Damaged;
+        res.detail = ErrorDescription(f.number());
+        res.rows.clear();
+    }
+    return res;
+}
+
+RateTableReadResult ReadRateTableFile(const std::filesystem::path& path)
+{
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        RateTableReadResult r;
+        r.status = RateTableReadResult::Status::NotFound;
+        return r;
+    }
+    std::vector<char> bytes;
+    if (!ReadWholeFile(path.string(), bytes)) {
+        RateTableReadResult r;
+        r.status = RateTableReadResult::Status::Damaged;
+        r.detail = ErrorDescription(kErrPathAccess);
+        return r;
+    }
+    return DecodeRateTable(bytes);
+}
+
+bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTable& rates)
+{
+    const Authority& auth = AuthorityForCode(code);
+    if (auth.notice == AuthorityNotice::Illinois)
+        msgs.show("NOTICE!", IllinoisNotice(), MsgIcon::Information);
+    else if (auth.notice == AuthorityNotice::Massachusetts)
+        msgs.show("NOTICE!", MassachusettsNotice(), MsgIcon::Information);
+
+    const std::string path = paths.table(auth.file).string();
+    RateTableReadResult r = ReadRateTableFile(paths.table(auth.file));
+    switch (r.status) {
+    case RateTableReadResult::Status::NotFound:
+        msgs.show("File not found",
+                  "File: " + path + " does not exist." + "Please verify the file is in the correct directory. "
+                      + "Procedure: OpenRates().",
+                  MsgIcon::Information);
+        return false;
+    case RateTableReadResult::Status::BadMarker:
+        msgs.show("Problem With Rate File",
+                  "The \"NOT_VB3\" code was missing from file, " + path
+                      + " in procedure: OpenRates(). Please notify Brindlecote technical support at "
+                        "support@brindlecote.example.",
+                  MsgIcon::Information);
+        return false;
+    case RateTableReadResult::Status::Damaged:
+        ThrowFault(kErrPastEnd, "OpenRates", path + ": " + r.detail);
+    case RateTableReadResult::Status::Ok:
+        break;
+    }
+    rates = std::move(r.rows);
+    return true;
+}
+
+bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates)
+{
+    if (init.isFederal() || rates.empty())
+        return true;
+    const Date first = rates.front().dtFrom;
+    const Date last = rates.back().dtThru;
+    const auto inside = [&](Date d) { return first <= d && d <= last; };
+    return inside(init.tlStart.dtDate) && inside(init.tlStop.dtDate);
+}
+
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs)
+{
+    if (CalcDatesWithinTable(init, rates))
+        return StateCheckAnswer::Continue;
+    const Date first = rates.front().dtFrom;
+    const Date last = rates.back().dtThru;
+    const bool startOutside = !(first <= init.tlStart.dtDate && init.tlStart.dtDate <= last);
+    const std::string which = startOutside ? "The start date, " : "The stop date, ";
+    const Date shown = startOutside ? init.tlStart.dtDate : init.tlStop.dtDate;
+    const std::string text = which + FormatMMDDYYYY(shown) + ", is not between the first date, "
+        + FormatMMDDYYYY(first) + ", and the last date, " + FormatMMDDYYYY(last)
+        + ", in the state's rate table file. You are welcome " + "to look at " + kTablesPage
+        + " for a more " + "current state rate table. If you press the YES button, "
+        + "the program will let you continue, but, if you don't "
+        + "change that date, it will abort without warning later. "
+        + "If you press the NO button, the program will save your " + "data and exit afterwards. Continue?";
+    return msgs.ask("State Rate Table Problem", text, MsgIcon::Critical) ? StateCheckAnswer::Continue
+                                                                          : StateCheckAnswer::SaveAndExit;
+}
+
+}  // namespace rw

@@ -1,0 +1,79 @@
+#pragma once
+// Taxing authorities and their rate tables. A rate table file (".tbl") holds
+// the marker "NOTVB3", a 32-bit row count and that many 29-byte rows, oldest
+// first, each one rate period with its underpayment and overpayment rates and
+// its method (simple or daily compounding).
+
+#include "casedata/caserecord.h"
+#include "casedata/messages.h"
+#include "casedata/paths.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rw {
+
+struct RateRow {
+    Date dtFrom;
+    Date dtThru;
+    float fUPRate = 0.0f;
+    float fOPRate = 0.0f;
+    std::array<char, 4> reserved{};
+    char sCalcMethod = 'C';  // 'S' simple interest; anything else daily compounding
+
+    bool compounds() const { return sCalcMethod != 'S'; }
+    friend bool operator==(const RateRow&, const RateRow&) = default;
+};
+inline constexpr std::size_t kRateRowSize = 29;
+
+using RateTable = std::vector<RateRow>;
+
+enum class AuthorityNotice { None, Illinois, Massachusetts };
+
+struct Authority {
+    std::string_view name;  // as the Initial Inputs list shows it
+    std::string_view code;  // four characters, blanks included
+    std::string_view file;  // table file name, mixed case kept
+    AuthorityNotice notice;
+};
+
+// The 30 authorities in list order; position 0 is "Federal".
+std::span<const Authority> Authorities();
+// List position of a code (compared exactly, blanks included), or -1.
+int AuthorityPosition(std::string_view code);
+// The authority of a code; any code not listed (an empty one too) is Federal.
+const Authority& AuthorityForCode(std::string_view code);
+
+std::string_view IllinoisNotice();
+std::string_view MassachusettsNotice();
+
+std::vector<char> EncodeRateTable(const RateTable& rows);
+
+struct RateTableReadResult {
+    enum class Status { Ok, NotFound, BadMarker, Damaged };
+    Status status = Status::Ok;
+    RateTable rows;
+    std::string detail;
+};
+RateTableReadResult DecodeRateTable(const std::vector<char>& bytes);
+RateTableReadResult ReadRateTableFile(const std::filesystem::path& path);
+
+// Loads the table of the authority `code` into rates, with the authority's
+// notice and the missing-file and marker messages; on those failures rates
+// keeps its rows. A file shorter than its row count says is a fault
+// (62, "OpenRates"). Returns true when rates was replaced.
+bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTable& rates);
+
+// The state-table date check: true when both calculation dates lie within the
+// table (bounds inclusive). Federal cases are never checked.
+bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates);
+
+enum class StateCheckAnswer { Continue, SaveAndExit };
+// Asks the user, when a date lies outside the state's table, whether to go on
+// (Yes) or to save and end (No).
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs);
+
+}  // namespace rw

@@ -1,0 +1,89 @@
+#include "cli/cli.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace rw::cli {
+
+namespace {
+
+struct Command {
+    const char* name;
+    int (*run)(CliEnv&);
+    const char* usage;
+};
+
+const Command kCommands[] = {
+    {"import", CmdImport, "import CASE.json -o CASE.INT      convert a JSON case into a case file"},
+    {"export", CmdExport, "export CASE.INT                   print a case file as JSON"},
+    {"tables", CmdTables, "tables [CODE]                     list the rate tables, or one table's rows"},
+    {"detail", CmdDetail, "detail CASE                       print the detailed interest analysis"},
+    {"compute", CmdCompute, "compute --json CASE               print the computation as JSON"},
+    {"arrange", CmdArrange, "arrange CASE.INT -o OUT.INT       reorder payments for the lowest payroll penalty"},
+    {"report", CmdReport, "report --reports LIST CASE        print the display texts of reports"},
+    {"print", CmdPrint, "print --reports LIST (--pdf OUT.pdf | --text) CASE   print reports"},
+};
+
+void usage(std::ostream& os)
+{
+    os << "usage: qratcalc-cli COMMAND [--tables DIR] ...\n";
+    for (const Command& c : kCommands)
+        os << "  qratcalc-cli " << c.usage << "\n";
+}
+
+}  // namespace
+
+std::optional<std::string> TakeOption(std::vector<std::string>& args, const std::string& name,
+                                      const std::string& shortName, bool* missing)
+{
+    for (auto it = args.begin(); it != args.end(); ++it) {
+        if (*it == name || (!shortName.empty() && *it == shortName)) {
+            if (it + 1 == args.end()) {
+                if (missing)
+                    *missing = true;
+                args.erase(it);
+                return std::nullopt;
+            }
+            std::string value = *(it + 1);
+            args.erase(it, it + 2);
+            return value;
+        }
+    }
+    return std::nullopt;
+}
+
+bool TakeSwitch(std::vector<std::string>& args, const std::string& name)
+{
+    auto it = std::find(args.begin(), args.end(), name);
+    if (it == args.end())
+        return false;
+    args.erase(it);
+    return true;
+}
+
+int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)
+{
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty() || args[0] == "--help" || args[0] == "-h") {
+        usage(args.empty() ? err : out);
+        return args.empty() ? kExitBadInput : kExitOk;
+    }
+    const std::string name = args[0];
+    args.erase(args.begin());
+    CliEnv env{args, out, err, Paths::FromEnvironment()};
+    bool missing = false;
+    if (auto dir = TakeOption(env.args, "--tables", "", &missing))
+        env.paths.installDir = *dir;
+    if (missing) {
+        err << "qratcalc-cli: --tables needs a folder\n";
+        return kExitBadInput;
+    }
+    for (const Command& c : kCommands)
+        if (name == c.name)
+            return c.run(env);
+    err << "qratcalc-cli: unknown command '" << name << "'\n";
+    usage(err);
+    return kExitBadInput;
+}
+
+}  // namespace rw::cli

@@ -1,0 +1,48 @@
+#pragma once
+// qratcalc-cli: the command-line tool through which cases are scripted, tested
+// and batch-processed. Each command lives in its own file.
+
+#include "casedata/paths.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace rw::cli {
+
+// What a command gets: its own arguments (after the command name), the
+// streams, and the folders (--tables DIR overrides the rate table folder).
+struct CliEnv {
+    std::vector<std::string> args;
+    std::ostream& out;
+    std::ostream& err;
+    Paths paths;
+};
+
+// Exit statuses: 0 done, 1 the command ran but found a problem, 2 bad input
+// (unknown option, damaged or invalid case, fault of the computation).
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitProblem = 1;
+inline constexpr int kExitBadInput = 2;
+
+int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err);
+
+// Pulls "--name VALUE" (or "-n VALUE") out of args; nullopt when absent.
+// A flag given without its value is reported through `missing`.
+std::optional<std::string> TakeOption(std::vector<std::string>& args, const std::string& name,
+                                      const std::string& shortName, bool* missing);
+// Pulls a "--name" switch out of args.
+bool TakeSwitch(std::vector<std::string>& args, const std::string& name);
+
+// The commands.
+int CmdImport(CliEnv& env);
+int CmdExport(CliEnv& env);
+int CmdTables(CliEnv& env);
+int CmdDetail(CliEnv& env);
+int CmdCompute(CliEnv& env);
+int CmdArrange(CliEnv& env);
+int CmdReport(CliEnv& env);
+int CmdPrint(CliEnv& env);
+
+}  // namespace rw::cli

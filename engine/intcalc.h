@@ -1,0 +1,47 @@
+#pragma once
+// The interest computation: the time line cut into rows (one per event and one
+// per interest period between events), each period with its rate and factor,
+// and the total interest.
+
+#include "casedata/messages.h"
+#include "engine/timeline.h"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace rw {
+
+struct ResultPeriod {
+    FixedText<16> sDesc;
+    Date dtBegin;
+    Date dtEnd;
+    float fRate = 0.0f;
+    Money cTaxPen;
+    Money cAccruedInt;
+    std::int32_t nDays = 0;
+    double dIntFactor = 0.0;
+    Money cInterest;
+
+    friend bool operator==(const ResultPeriod&, const ResultPeriod&) = default;
+};
+
+// Room for rows 0 to 600; a case that needs more is a fault.
+inline constexpr std::size_t kMaxResultRows = 601;
+
+// Computes the interest of the case from its start to its stop date with the
+// given rate table (the authority's table). Fills rows and tl; returns the
+// total interest. The case is never changed. Faults (a stop date beyond the
+// rate table: error 9) are thrown as rw::Fault.
+Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* penalties,
+                  std::vector<ResultPeriod>& rows, TimeLine& tl);
+
+// The interest owed on the day given as text, for the allocation of a payment:
+// the case stopped on that day, with every payment dated on or after it
+// counting as zero. totals receives the tax and penalties owed on that day.
+// An invalid date (DateValid warns, naming the field "Payment") gives 0 and
+// leaves totals unchanged.
+Money IntToDate(std::string_view dateText, const Case& c, const RateTable& rates,
+                PenaltyCalculators* penalties, TLPoint& totals, Messages& msgs);
+
+}  // namespace rw

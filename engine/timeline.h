@@ -1,0 +1,71 @@
+#pragma once
+// The interest time line: every event that changes a balance or a rate, keyed
+// by date and kind and sorted, built afresh from a case for each computation.
+
+#include "casedata/caserecord.h"
+#include "casedata/ratetable.h"
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace rw {
+
+using TimeLine = std::vector<TLPoint>;
+
+// Kinds of point, in the order points of one day are processed.
+namespace code {
+inline constexpr std::string_view kStart = "0BT ";
+inline constexpr std::string_view kCorpOverpayment = "COP ";
+inline constexpr std::string_view kCorpUnderpayment = "CUP ";
+inline constexpr std::string_view kPayrollLiability = "DDD ";
+inline constexpr std::string_view kFailureToFile = "FFP ";
+inline constexpr std::string_view kFailureToPay = "FPP ";
+inline constexpr std::string_view kOtherCharge = "OTHC";
+inline constexpr std::string_view kAccuracyRelated = "PAR ";
+inline constexpr std::string_view kPayrollPenalty = "PDP ";
+inline constexpr std::string_view kPayment = "PMT ";
+inline constexpr std::string_view kPayrollDue = "PRD ";
+inline constexpr std::string_view kSuspend = "ST0 ";
+inline constexpr std::string_view kRestart = "ST1 ";
+inline constexpr std::string_view kRatePeriodEnd = "ZRT ";
+inline constexpr std::string_view kStop = "ZZSD";
+}  // namespace code
+
+// The seam through which the penalty calculators add their points while a
+// time line is built. An implementation appends with MakeTLPoint and may keep
+// what it computed on the way (month rows, the payroll penalty table) for the
+// reports of the same computation.
+class PenaltyCalculators {
+public:
+    virtual ~PenaltyCalculators() = default;
+    // Called when the case has penalties switched on, after every point the
+    // builder makes itself; next is the index the next point goes to.
+    virtual void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next) = 0;
+};
+
+// Points the builder creates itself: start, stop, payments, charges, one per
+// rate row, the payroll due date, the suspension pair, the corporate starts.
+std::int16_t CountPoints(const Case& c, const RateTable& rates);
+std::int16_t CountUSPts(const InitInputs& init, std::int16_t n);
+
+// Builds, keys and sorts the whole time line of a case into tl. The case is
+// not changed. penalties may be null (no penalty points are then added).
+void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyCalculators* penalties);
+
+// Grows the time line by one point at position next and advances next.
+void MakeTLPoint(const TLPoint& point, TimeLine& tl, std::int16_t& next);
+// Writes every point's sort key: "yyyymmdd" + the 4 characters of its code.
+void MakeSortCodes(TimeLine& tl);
+// Stable sort by sort key (ordinal): events of one day keep the order in which
+// they were created.
+void SortPoints(TimeLine& tl);
+
+// Sums cTax and cPen of the points from the first while they are dated on or
+// before d; totals receives both sums (cInt zero). Returns the tax sum.
+Money GetTaxToDate(const TimeLine& tl, TLPoint& totals, Date d);
+
+// Index of the first point whose code is `code`, or -1.
+std::int32_t FindPointByCode(const TimeLine& tl, std::string_view code);
+
+}  // namespace rw
