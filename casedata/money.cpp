@@ -233,6 +233,39 @@ std::string FormatWholeDollars(Money amount, bool withDollarSign)
     return s;
 }
 
+std::string FormatMoneyField(Money amount)
+{
+    if (amount.raw() % 100 == 0)
+        return FormatMoney(amount);
+    // Keep every decimal the amount has: whole part grouped, then 3 or 4 decimals.
+    const i128 v = amount.raw();
+    const u128 mag = static_cast<u128>(v < 0 ? -v : v);
+    std::string s = GroupThousands(static_cast<std::uint64_t>(mag / 10000));
+    char buf[6];
+    std::snprintf(buf, sizeof buf, "%04u", static_cast<unsigned>(mag % 10000));
+    std::string frac = buf;
+    if (frac.back() == '0')
+        frac.pop_back();
+    s += "." + frac;
+    if (v < 0)
+        s.insert(s.begin(), '-');
+    return s;
+}
+
+std::optional<Money> ParseMoneyField(std::string_view text)
+{
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+        text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+        text.remove_suffix(1);
+    if (text.empty())
+        return Money();
+    std::string t(text);
+    if (const auto dollar = t.find('$'); dollar != std::string::npos && (dollar == 0 || (dollar == 1 && t[0] == '-')))
+        t.erase(dollar, 1);
+    return Money::parse(t);
+}
+
 std::ostream& operator<<(std::ostream& os, Money m)
 {
     return os << ExactMoney(m);

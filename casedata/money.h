@@ -90,6 +90,15 @@ std::string ExactMoney(Money amount);
 // The amount as whole dollars: "#,##0" and "$#,##0" (half away from zero).
 std::string FormatWholeDollars(Money amount, bool withDollarSign);
 
+// What a money entry field shows for a stored amount: "##,###,##0.00", with
+// the third and fourth decimals kept when the amount has them, so that
+// reading the field back never changes the stored amount.
+std::string FormatMoneyField(Money amount);
+
+// Reads a money entry field: an empty field is zero; otherwise Money::parse
+// (a leading "$" is allowed). nullopt when the text is not an amount.
+std::optional<Money> ParseMoneyField(std::string_view text);
+
 // Exact four-decimal text, for diagnostics and test output.
 std::ostream& operator<<(std::ostream& os, Money m);
 

@@ -1,0 +1,134 @@
+#include "casedata/initialinputs.h"
+
+#include "casedata/datechecks.h"
+
+#include <charconv>
+
+namespace rw {
+
+namespace {
+
+std::string trimmed(const std::string& s)
+{
+    const auto b = s.find_first_not_of(" \t");
+    if (b == std::string::npos)
+        return {};
+    const auto e = s.find_last_not_of(" \t");
+    return s.substr(b, e - b + 1);
+}
+
+}  // namespace
+
+InitialInputsDialog::InitialInputsDialog(Case& c, RateTable& rates, const Paths& paths, Messages& msgs)
+    : case_(c), rates_(rates), paths_(paths), msgs_(msgs)
+{
+}
+
+std::vector<std::string> InitialInputsDialog::AuthorityNames()
+{
+    std::vector<std::string> names;
+    for (const Authority& a : Authorities())
+        names.emplace_back(a.name);
+    return names;
+}
+
+InitialInputsForm InitialInputsDialog::open() const
+{
+    const InitInputs& in = case_.init;
+    InitialInputsForm f;
+    f.name = in.sName.trimmed();
+    f.secondLine = in.s2ndLine.trimmed();
+    f.startDate = InitCSDateCtrl(in.tlStart.dtDate);
+    f.stopDate = InitCSDateCtrl(in.tlStop.dtDate);
+    f.dueDate = InitCSDateCtrl(in.dtDue);
+    f.overpayment = IsYes(in.bOverpayment);
+    if (f.overpayment) {
+        f.initialBalance = FormatMoneyField(-in.tlStart.cTax);
+        f.stopDaysVisible = true;
+        f.stopDays = std::to_string(in.nStopDays);
+    } else {
+        f.initialBalance = FormatMoneyField(in.tlStart.cTax);
+        f.stopDaysVisible = false;
+        f.stopDays = std::to_string(in.nStopDays);
+    }
+    f.payroll = IsYes(in.bPayroll);
+    f.corporate = IsYes(in.bCorporate);
+    const int pos = AuthorityPosition(in.sTaxAuth.view());
+    f.authority = pos < 0 ? 0 : pos;
+    return f;
+}
+
+void InitialInputsDialog::startSituationChanged(InitialInputsForm& form)
+{
+    form.stopDaysVisible = form.overpayment;
+}
+
+void InitialInputsDialog::payrollClicked(const InitialInputsForm& form) const
+{
+    if (!form.payroll)
+        return;
+    const std::string text = trimmed(form.initialBalance);
+    if (text.empty())
+        return;
+    const auto amount = ParseMoneyField(text);
+    if (amount && *amount > Money::fromCents(100))
+        Warn(msgs_, "For payroll tax situations the Balance Due should be $0 and the Start Calculation Date "
+                    "should be the first day of the quarter.");
+}
+
+InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm& form)
+{
+    // Entries that cannot be stored at all are answered before anything changes.
+    const auto balance = ParseMoneyField(form.initialBalance);
+    if (!balance) {
+        Warn(msgs_, "The Intitial Balance entered as " + form.initialBalance
+                        + " is not an amount.  Please enter a number such as 1,234.56.");
+        return Result::KeepOpen;
+    }
+    std::int16_t stopDays = 0;
+    if (form.overpayment) {
+        const std::string t = trimmed(form.stopDays);
+        int n = 0;
+        const auto r = std::from_chars(t.data(), t.data() + t.size(), n);
+        if (t.empty())
+            n = 0;
+        else if (r.ec != std::errc() || r.ptr != t.data() + t.size() || n < 0 || n > 30) {
+            Warn(msgs_, "The number of days before the check date on which interest stops on the refund "
+                        "must be a whole number from 0 to 30.");
+            return Result::KeepOpen;
+        }
+        stopDays = static_cast<std::int16_t>(n);
+    }
+
+    InitInputs& in = case_.init;
+    in.sName.assign(form.name);
+    in.s2ndLine.assign(form.secondLine);
+    Date d;
+    DateValid(form.startDate, "Calculation Start", d, msgs_);
+    in.tlStart.dtDate = d;
+    DateValid(form.stopDate, "Calculation Stop", d, msgs_);
+    in.tlStop.dtDate = d;
+    DateValid(form.dueDate, "Due", d, msgs_);
+    in.dtDue = d;
+    if (!form.overpayment) {
+        in.tlStart.cTax = *balance;
+        in.bOverpayment = kNo;
+        in.nStopDays = 0;
+    } else {
+        in.tlStart.cTax = -*balance;
+        in.bOverpayment = kYes;
+        in.nStopDays = stopDays;
+    }
+    in.bPayroll = ToFlag(form.payroll);
+    in.bCorporate = ToFlag(form.corporate);
+    const auto auths = Authorities();
+    const bool validPos = form.authority >= 0 && form.authority < static_cast<int>(auths.size());
+    in.sTaxAuth.assign(validPos ? auths[static_cast<std::size_t>(form.authority)].code : "US  ");
+    OpenRates(in.sTaxAuth.view(), paths_, msgs_, rates_);
+    if (!in.isFederal() && !rates_.empty()
+        && CheckStateTableDates(in, rates_, msgs_) == StateCheckAnswer::SaveAndExit)
+        return Result::SaveAndExit;
+    return Result::Stored;
+}
+
+}  // namespace rw

@@ -1,0 +1,66 @@
+#pragma once
+// The Initial Inputs dialog as logic: where every case begins (taxpayer,
+// authority, due date, calculation dates, initial balance, payroll and
+// corporate flags, refund stop-days). The window binds its widgets to
+// InitialInputsForm; this class fills the form, reacts, and stores it on OK.
+
+#include "casedata/caserecord.h"
+#include "casedata/messages.h"
+#include "casedata/paths.h"
+#include "casedata/ratetable.h"
+
+#include <string>
+#include <vector>
+
+namespace rw {
+
+struct InitialInputsForm {
+    std::string name;        // "Taxpayer:"
+    std::string secondLine;  // "Optional 2nd Line:"
+    int authority = 0;       // list position in "Rate Table:" (-1: nothing selected)
+    std::string dueDate;     // "Due Date of Return:"
+    std::string startDate;   // "Start Calculation:"
+    std::string stopDate;    // "End Calculation:"
+    bool overpayment = false;  // "Starting Situation": "&Underpayment" / "O&verpayment"
+    std::string initialBalance;  // "Intitial Balance:"
+    std::string stopDays;        // refund stop-days
+    bool stopDaysVisible = false;
+    bool payroll = false;  // "Payroll Tax": "Yes" / "No"
+    bool corporate = false;  // "Corporate Taxpayer"
+};
+
+class InitialInputsDialog {
+public:
+    InitialInputsDialog(Case& c, RateTable& rates, const Paths& paths, Messages& msgs);
+
+    // The 30 authority names in list order.
+    static std::vector<std::string> AuthorityNames();
+
+    // Fills the form from the case (InitDialog).
+    InitialInputsForm open() const;
+
+    // The starting situation changed: the stop-days field shows only for an
+    // overpayment.
+    static void startSituationChanged(InitialInputsForm& form);
+
+    // "Payroll Tax" clicked: with Yes and a numeric balance above 1.00, the
+    // advice that a payroll case starts at $0 on the first day of the quarter.
+    void payrollClicked(const InitialInputsForm& form) const;
+
+    enum class Result {
+        Stored,       // the case holds the form; the authority's table is loaded
+        KeepOpen,     // an entry could not be read; the user was told; nothing stored
+        SaveAndExit,  // stored, but the user chose to save and end at the state-table check
+    };
+    // OK (StoreDialog): stores the fields, loads the authority's rate table
+    // and checks a state table's range.
+    Result accept(const InitialInputsForm& form);
+
+private:
+    Case& case_;
+    RateTable& rates_;
+    const Paths& paths_;
+    Messages& msgs_;
+};
+
+}  // namespace rw
