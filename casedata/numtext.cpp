@@ -126,6 +126,60 @@ std::string FormatCount(std::int64_t n, bool emptyForZero)
     return s;
 }
 
+std::string Latin1ToUtf8(std::string_view latin1)
+{
+    std::string out;
+    out.reserve(latin1.size());
+    for (char ch : latin1) {
+        const auto c = static_cast<unsigned char>(ch);
+        if (c < 0x80) {
+            out += ch;
+        } else {
+            out += static_cast<char>(0xC0 | (c >> 6));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+std::string Utf8ToLatin1(std::string_view utf8)
+{
+    std::string out;
+    out.reserve(utf8.size());
+    for (std::size_t i = 0; i < utf8.size();) {
+        const auto c = static_cast<unsigned char>(utf8[i]);
+        if (c < 0x80) {
+            out += static_cast<char>(c);
+            ++i;
+            continue;
+        }
+        int len = (c & 0xE0) == 0xC0 ? 2 : (c & 0xF0) == 0xE0 ? 3 : (c & 0xF8) == 0xF0 ? 4 : 0;
+        if (len == 0 || i + static_cast<std::size_t>(len) > utf8.size()) {
+            out += '?';
+            ++i;
+            continue;
+        }
+        unsigned cp = c & (0x7Fu >> len);
+        bool ok = true;
+        for (int k = 1; k < len; ++k) {
+            const auto cc = static_cast<unsigned char>(utf8[i + static_cast<std::size_t>(k)]);
+            if ((cc & 0xC0) != 0x80) {
+                ok = false;
+                break;
+            }
+            cp = (cp << 6) | (cc & 0x3F);
+        }
+        if (!ok) {
+            out += '?';
+            ++i;
+            continue;
+        }
+        out += cp <= 0xFF ? static_cast<char>(cp) : '?';
+        i += static_cast<std::size_t>(len);
+    }
+    return out;
+}
+
 std::string TrimRight(std::string_view text)
 {
     std::size_t n = text.size();

@@ -33,6 +33,13 @@ std::string PlainFloat(float f);
 // which it shows as an empty text.
 std::string FormatCount(std::int64_t n, bool emptyForZero = false);
 
+// Texts inside the program are Latin-1, one byte per character, as the case
+// file stores them, so that fixed widths and report columns count bytes.
+// These convert at the edges: the windows, the terminal, JSON, file names.
+std::string Latin1ToUtf8(std::string_view latin1);
+// Characters beyond Latin-1 (and malformed sequences) become '?'.
+std::string Utf8ToLatin1(std::string_view utf8);
+
 // Removes trailing blanks (and NULs) from a fixed-width text.
 std::string TrimRight(std::string_view text);
 

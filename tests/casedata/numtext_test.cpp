@@ -47,3 +47,25 @@ TEST(NumText, CountsAndAlignment)
 }
 
 }  // namespace
+
+namespace {
+
+TEST(NumText, Latin1AndUtf8ConvertAtTheEdges)
+{
+    const std::string latin1 = "Jos\xE9 \xA7" "6656 caf\xE9";
+    const std::string utf8 = "Jos\xC3\xA9 \xC2\xA7" "6656 caf\xC3\xA9";
+    EXPECT_EQ(rw::Latin1ToUtf8(latin1), utf8);
+    EXPECT_EQ(rw::Utf8ToLatin1(utf8), latin1);
+    // Beyond Latin-1 (the euro sign, a CJK character) and broken sequences become '?'.
+    EXPECT_EQ(rw::Utf8ToLatin1("\xE2\x82\xAC 5"), "? 5");
+    EXPECT_EQ(rw::Utf8ToLatin1("\xE4\xB8\xAD"), "?");
+    EXPECT_EQ(rw::Utf8ToLatin1("a\xC3"), "a?");
+    EXPECT_EQ(rw::Utf8ToLatin1("\xC3(x"), "?(x");
+    // Every Latin-1 byte survives the round trip.
+    std::string all;
+    for (int c = 1; c < 256; ++c)
+        all += static_cast<char>(c);
+    EXPECT_EQ(rw::Utf8ToLatin1(rw::Latin1ToUtf8(all)), all);
+}
+
+}  // namespace
