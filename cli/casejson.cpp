@@ -1,0 +1,795 @@
+#include "cli/casejson.h"
+
+#include "casedata/binio.h"
+#include "casedata/casefile.h"
+#include "casedata/numtext.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <vector>
+
+namespace rw {
+
+namespace {
+
+using nlohmann::json;
+
+// A number with a fraction or an exponent, as ParseCaseJson hands it on: its
+// exact text behind this tag (U+E000, a private-use character that no case
+// text can hold, since texts are Latin-1).
+constexpr std::string_view kNumberTag = "\xEE\x80\x80";
+
+constexpr std::int16_t kMaxListSize = 32767;
+// Integers up to 2^53 convert to a day number exactly.
+constexpr double kExactIntegerLimit = 9007199254740992.0;
+
+bool isTaggedNumber(const json& v)
+{
+    return v.is_string() && v.get_ref<const std::string&>().starts_with(kNumberTag);
+}
+
+// The decimal text of a JSON number (or of a tagged number); nullopt for
+// anything else.
+std::optional<std::string> numberText(const json& v)
+{
+    if (v.is_number_integer() && !v.is_number_unsigned())
+        return std::to_string(v.get<std::int64_t>());
+    if (v.is_number_unsigned())
+        return std::to_string(v.get<std::uint64_t>());
+    if (v.is_number_float())
+        return v.dump();
+    if (isTaggedNumber(v))
+        return v.get_ref<const std::string&>().substr(kNumberTag.size());
+    return std::nullopt;
+}
+
+// A value as an error message quotes it: numbers as written, strings in
+// quotes, long values cut.
+std::string shown(const json& v)
+{
+    std::string s;
+    if (auto t = numberText(v))
+        s = *t;
+    else
+        s = v.dump(-1, ' ', false, json::error_handler_t::replace);
+    if (s.size() > 60)
+        s = s.substr(0, 57) + "...";
+    return s;
+}
+
+// ---- Latin-1 texts -------------------------------------------------------------
+
+// Decodes UTF-8 into Latin-1 bytes; unlike Utf8ToLatin1 it refuses (with a
+// reason) a character beyond U+00FF or a text that is not UTF-8, since a case
+// read from JSON must be exactly the case written.
+bool utf8ToLatin1(std::string_view text, std::string& out, std::string& why)
+{
+    out.clear();
+    for (std::size_t i = 0; i < text.size();) {
+        const auto b = static_cast<unsigned char>(text[i]);
+        if (b < 0x80) {
+            out += static_cast<char>(b);
+            ++i;
+            continue;
+        }
+        int len = 0;
+        std::uint32_t cp = 0;
+        if ((b & 0xE0) == 0xC0) {
+            len = 2;
+            cp = b & 0x1Fu;
+        } else if ((b & 0xF0) == 0xE0) {
+            len = 3;
+            cp = b & 0x0Fu;
+        } else if ((b & 0xF8) == 0xF0) {
+            len = 4;
+            cp = b & 0x07u;
+        } else {
+            why = "is not UTF-8";
+            return false;
+        }
+        if (i + static_cast<std::size_t>(len) > text.size()) {
+            why = "is not UTF-8";
+            return false;
+        }
+        for (int k = 1; k < len; ++k) {
+            const auto c = static_cast<unsigned char>(text[i + static_cast<std::size_t>(k)]);
+            if ((c & 0xC0) != 0x80) {
+                why = "is not UTF-8";
+                return false;
+            }
+            cp = (cp << 6) | (c & 0x3Fu);
+        }
+        if (cp > 0xFF) {
+            char buf[16];
+            std::snprintf(buf, sizeof buf, "U+%04X", static_cast<unsigned>(cp));
+            why = std::string("holds the character ") + buf + ", which case texts cannot hold (Latin-1 only)";
+            return false;
+        }
+        if (len != 2 || cp < 0x80) {  // an overlong form
+            why = "is not UTF-8";
+            return false;
+        }
+        out += static_cast<char>(cp);
+        i += static_cast<std::size_t>(len);
+    }
+    return true;
+}
+
+// ---- Values to JSON --------------------------------------------------------------
+
+template <typename J, std::size_t N>
+J textToJson(const FixedText<N>& t)
+{
+    const std::string_view v = t.view();
+    if (v.find_first_not_of('\0') == std::string_view::npos)
+        return J(nullptr);  // never assigned
+    return J(Latin1ToUtf8(v));
+}
+
+std::string hexBits(std::uint64_t bits, int digits)
+{
+    char buf[24];
+    std::snprintf(buf, sizeof buf, "0x%0*llx", digits, static_cast<unsigned long long>(bits));
+    return buf;
+}
+
+template <typename J>
+J dateToJson(Date date)
+{
+    const double d = date.dayNumber();
+    if (!std::isfinite(d))
+        return J(hexBits(std::bit_cast<std::uint64_t>(d), 16));
+    const bool negativeZero = d == 0.0 && std::signbit(d);
+    if (date.isNoDate())
+        return J(nullptr);
+    const bool whole = d == std::floor(d) && !negativeZero;
+    static const double kFirstShown = Date::fromCivil(1800, 1, 1).dayNumber();
+    static const double kLastShown = Date::fromCivil(2200, 12, 31).dayNumber();
+    if (whole && d >= kFirstShown && d <= kLastShown)
+        return J(FormatMMDDYYYY(date));
+    if (whole && std::fabs(d) <= kExactIntegerLimit)
+        return J(static_cast<std::int64_t>(d));
+    return J(d);  // a fraction of a day, -0, or far outside the calendar
+}
+
+// Four decimals cut to at least two: "10000.00", "12.3456", "-0.50".
+std::string moneyText(Money m)
+{
+    std::string s = ExactMoney(m);
+    while (s.size() > 2 && s.back() == '0' && s[s.size() - 3] != '.')
+        s.pop_back();
+    return s;
+}
+
+template <typename J>
+J rateToJson(float f)
+{
+    if (!std::isfinite(f))
+        return J(hexBits(std::bit_cast<std::uint32_t>(f), 8));
+    char buf[32];
+    const auto r = std::to_chars(buf, buf + sizeof buf, f);
+    const std::string shortest(buf, r.ptr);
+    double d = 0.0;
+    std::from_chars(shortest.data(), shortest.data() + shortest.size(), d);
+    J asNumber(d);
+    // The number is written the way JSON writes a double; keep it only when
+    // that text reads back as the very same single.
+    const std::string written = asNumber.dump();
+    float back = 0.0f;
+    const auto br = std::from_chars(written.data(), written.data() + written.size(), back);
+    if (br.ec == std::errc() && std::bit_cast<std::uint32_t>(back) == std::bit_cast<std::uint32_t>(f))
+        return asNumber;
+    return J(shortest);
+}
+
+template <typename J>
+J flagToJson(Flag f)
+{
+    if (f == kYes)
+        return J(true);
+    if (f == kNo)
+        return J(false);
+    return J(static_cast<std::int64_t>(f));  // an odd stored value, kept as it is
+}
+
+// ---- Values from JSON -----------------------------------------------------------
+
+template <std::size_t N>
+bool textFromJson(const json& v, FixedText<N>& out, std::string& why)
+{
+    if (v.is_null()) {
+        out = FixedText<N>();
+        return true;
+    }
+    if (!v.is_string() || isTaggedNumber(v)) {
+        why = "expected a text or null, found " + shown(v);
+        return false;
+    }
+    std::string bytes;
+    std::string reason;
+    if (!utf8ToLatin1(v.get_ref<const std::string&>(), bytes, reason)) {
+        why = "the text " + reason;
+        return false;
+    }
+    if (bytes.size() > N) {
+        why = "longer than " + std::to_string(N) + " characters (" + std::to_string(bytes.size()) + ")";
+        return false;
+    }
+    out.assign(bytes);
+    return true;
+}
+
+bool parseHexBits(std::string_view s, std::size_t digits, std::uint64_t& bits)
+{
+    if (s.size() != 2 + digits || s[0] != '0' || (s[1] != 'x' && s[1] != 'X'))
+        return false;
+    const auto r = std::from_chars(s.data() + 2, s.data() + s.size(), bits, 16);
+    return r.ec == std::errc() && r.ptr == s.data() + s.size();
+}
+
+bool dateFromJson(const json& v, Date& out, std::string& why)
+{
+    if (v.is_null()) {
+        out = NoDate;
+        return true;
+    }
+    if (v.is_number_integer()) {
+        const double d = v.is_number_unsigned() ? static_cast<double>(v.get<std::uint64_t>())
+                                                : static_cast<double>(v.get<std::int64_t>());
+        if (std::fabs(d) > kExactIntegerLimit) {
+            why = "day number out of range: " + shown(v);
+            return false;
+        }
+        out = Date(d);
+        return true;
+    }
+    if (v.is_number_float()) {
+        out = Date(v.get<double>());
+        return true;
+    }
+    if (isTaggedNumber(v)) {
+        const std::string t = *numberText(v);
+        double d = 0.0;
+        const auto r = std::from_chars(t.data(), t.data() + t.size(), d);
+        if (r.ec != std::errc() || r.ptr != t.data() + t.size()) {
+            why = "day number out of range: " + t;
+            return false;
+        }
+        out = Date(d);
+        return true;
+    }
+    if (v.is_string()) {
+        const std::string& s = v.get_ref<const std::string&>();
+        std::uint64_t bits = 0;
+        if (parseHexBits(s, 16, bits)) {
+            out = Date(std::bit_cast<double>(bits));
+            return true;
+        }
+        if (auto d = ParseUserDate(s)) {
+            out = *d;
+            return true;
+        }
+    }
+    why = "not a date: " + shown(v);
+    return false;
+}
+
+bool moneyFromJson(const json& v, Money& out, std::string& why)
+{
+    std::optional<std::string> text = numberText(v);
+    if (!text && v.is_string())
+        text = v.get<std::string>();
+    if (text) {
+        if (auto m = Money::parse(*text)) {
+            out = *m;
+            return true;
+        }
+    }
+    why = "not an amount of money (at most four decimals): " + shown(v);
+    return false;
+}
+
+bool rateFromJson(const json& v, float& out, std::string& why)
+{
+    std::optional<std::string> text = numberText(v);
+    if (!text && v.is_string()) {
+        const std::string& s = v.get_ref<const std::string&>();
+        std::uint64_t bits = 0;
+        if (parseHexBits(s, 8, bits)) {
+            out = std::bit_cast<float>(static_cast<std::uint32_t>(bits));
+            return true;
+        }
+        text = s;
+    }
+    if (text) {
+        float f = 0.0f;
+        const auto r = std::from_chars(text->data(), text->data() + text->size(), f);
+        if (r.ec == std::errc() && r.ptr == text->data() + text->size() && !text->empty()) {
+            out = f;
+            return true;
+        }
+    }
+    why = "not a rate: " + shown(v);
+    return false;
+}
+
+bool int16FromJson(const json& v, std::int16_t& out)
+{
+    if (!v.is_number_integer())
+        return false;
+    if (v.is_number_unsigned()) {
+        const auto u = v.get<std::uint64_t>();
+        if (u > 32767)
+            return false;
+        out = static_cast<std::int16_t>(u);
+        return true;
+    }
+    const auto n = v.get<std::int64_t>();
+    if (n < -32768 || n > 32767)
+        return false;
+    out = static_cast<std::int16_t>(n);
+    return true;
+}
+
+bool flagFromJson(const json& v, Flag& out, std::string& why)
+{
+    if (v.is_boolean()) {
+        out = ToFlag(v.get<bool>());
+        return true;
+    }
+    if (int16FromJson(v, out))
+        return true;
+    why = "not a flag (true, false or a whole number from -32768 to 32767): " + shown(v);
+    return false;
+}
+
+bool integerFromJson(const json& v, std::int16_t& out, std::string& why)
+{
+    if (int16FromJson(v, out))
+        return true;
+    why = "not a whole number from -32768 to 32767: " + shown(v);
+    return false;
+}
+
+// ---- The fields by name -------------------------------------------------------
+
+template <typename V, typename P>
+void visitPointFields(V& v, P& p)
+{
+    v.text("sSortCode", p.sSortCode);
+    v.text("sDesc", p.sDesc);
+    v.text("sCode", p.sCode);
+    v.date("dtDate", p.dtDate);
+    v.money("cTax", p.cTax);
+    v.money("cPen", p.cPen);
+    v.money("cInt", p.cInt);
+}
+
+template <typename V, typename I>
+void visitInitFields(V& v, I& r)
+{
+    v.text("sName", r.sName);
+    v.text("s2ndLine", r.s2ndLine);
+    v.date("dtDue", r.dtDue);
+    v.flag("bPayroll", r.bPayroll);
+    v.flag("bAutoArrange", r.bAutoArrange);
+    v.flag("bOverpayment", r.bOverpayment);
+    v.flag("bTaxMotivated", r.bTaxMotivated);
+    v.flag("bAnyPenalties", r.bAnyPenalties);
+    v.integer("nPmts", r.nPmts);
+    v.integer("nCharges", r.nCharges);
+    v.integer("nDeposits", r.nDeposits);
+    v.point("tlStart", r.tlStart);
+    v.point("tlStop", r.tlStop);
+    v.flag("bFtoFile", r.bFtoFile);
+    v.flag("bFtoPay", r.bFtoPay);
+    v.flag("bNegFlat", r.bNegFlat);
+    v.flag("bNegTime", r.bNegTime);
+    v.flag("bSUP", r.bSUP);
+    v.flag("bOtherPen", r.bOtherPen);
+    v.flag("bAccRel", r.bAccRel);
+    v.flag("bOVal", r.bOVal);
+    v.flag("b6651d1", r.b6651d1);
+    v.flag("bFraudFlat", r.bFraudFlat);
+    v.flag("bFraudTime", r.bFraudTime);
+    v.flag("bCorpUPRate", r.bCorpUPRate);
+    v.date("dtCorpUPRateStart", r.dtCorpUPRateStart);
+    v.flag("bCorpOPRate", r.bCorpOPRate);
+    v.date("dtCorpOPRateStart", r.dtCorpOPRateStart);
+    v.date("dtExtended", r.dtExtended);
+    v.integer("nStopDays", r.nStopDays);
+    v.date("dtFtoFileAssess", r.dtFtoFileAssess);
+    v.date("dtFiled", r.dtFiled);
+    v.date("dtFtoPayAssess", r.dtFtoPayAssess);
+    v.money("cAmtOnReturn", r.cAmtOnReturn);
+    v.date("dtNegFlatAssess", r.dtNegFlatAssess);
+    v.money("cNegFlatAmt", r.cNegFlatAmt);
+    v.money("cNegTimeAmt", r.cNegTimeAmt);
+    v.date("dtNegTimeAssess", r.dtNegTimeAssess);
+    v.money("cSUPAmt", r.cSUPAmt);
+    v.rate("fSUPRate", r.fSUPRate);
+    v.date("dtAssessSUP", r.dtAssessSUP);
+    v.money("cAccRelAmt", r.cAccRelAmt);
+    v.rate("fAccRelRate", r.fAccRelRate);
+    v.money("cOValAmt", r.cOValAmt);
+    v.date("dtOValAssess", r.dtOValAssess);
+    v.rate("fOValRate", r.fOValRate);
+    v.date("dt6651d1Start", r.dt6651d1Start);
+    v.money("cFraudFlatAmt", r.cFraudFlatAmt);
+    v.date("dtFraudFlatAssess", r.dtFraudFlatAssess);
+    v.money("cFraudTimeAmt", r.cFraudTimeAmt);
+    v.date("dtFraudTimeAssess", r.dtFraudTimeAssess);
+    v.date("dtIntSuspend", r.dtIntSuspend);
+    v.date("dtRestart", r.dtRestart);
+    v.integer("nReserved", r.nReserved);
+    v.flag("bCorporate", r.bCorporate);
+    v.text("sTaxAuth", r.sTaxAuth);
+}
+
+template <typename V, typename P>
+void visitPaymentFields(V& v, P& p)
+{
+    v.text("sDesc", p.sDesc);
+    v.date("dtPmt", p.dtPmt);
+    v.money("cAmount", p.cAmount);
+    v.money("cToTax", p.cToTax);
+    v.money("cToInt", p.cToInt);
+    v.money("cToPen", p.cToPen);
+    v.text("sMethod", p.sMethod);
+}
+
+template <typename V, typename C>
+void visitChargeFields(V& v, C& c)
+{
+    v.text("sDesc", c.sDesc);
+    v.date("dtLiab", c.dtLiab);
+    v.date("dtIntStart", c.dtIntStart);
+    v.money("cTotal", c.cTotal);
+    v.money("cToTax", c.cToTax);
+    v.money("cToPen", c.cToPen);
+}
+
+template <typename V, typename D>
+void visitDepositFields(V& v, D& d)
+{
+    v.date("dtDepDue", d.dtDepDue);
+    v.date("dtDepAssess", d.dtDepAssess);
+    v.money("cRequired", d.cRequired);
+    v.flag("bSevere", d.bSevere);
+    v.date("dtDelinqNotice", d.dtDelinqNotice);
+    v.date("dtJeopardy", d.dtJeopardy);
+}
+
+template <typename J>
+struct Exporter {
+    J obj = J::object();
+
+    template <std::size_t N>
+    void text(const char* name, const FixedText<N>& t) { obj[name] = textToJson<J>(t); }
+    void date(const char* name, const Date& d) { obj[name] = dateToJson<J>(d); }
+    void money(const char* name, const Money& m) { obj[name] = moneyText(m); }
+    void rate(const char* name, const float& f) { obj[name] = rateToJson<J>(f); }
+    void flag(const char* name, const Flag& f) { obj[name] = flagToJson<J>(f); }
+    void integer(const char* name, const std::int16_t& n) { obj[name] = n; }
+    void point(const char* name, const TLPoint& p)
+    {
+        Exporter<J> e;
+        visitPointFields(e, p);
+        obj[name] = std::move(e.obj);
+    }
+};
+
+template <typename J, typename T, typename Visit>
+J listToJson(std::span<const T> items, Visit visit)
+{
+    J arr = J::array();
+    for (const T& item : items) {
+        Exporter<J> e;
+        visit(e, item);
+        arr.push_back(std::move(e.obj));
+    }
+    return arr;
+}
+
+template <typename J>
+J caseToJson(const Case& c)
+{
+    J out = J::object();
+    Exporter<J> init;
+    visitInitFields(init, c.init);
+    out["init"] = std::move(init.obj);
+    out["payments"] = listToJson<J>(c.payments(), [](auto& v, const PaymentRec& p) { visitPaymentFields(v, p); });
+    out["charges"] = listToJson<J>(c.otherCharges(), [](auto& v, const ChargeRec& x) { visitChargeFields(v, x); });
+    out["deposits"] = listToJson<J>(c.payrollDeposits(), [](auto& v, const DepositRec& d) { visitDepositFields(v, d); });
+    return out;
+}
+
+// Reads the fields of one JSON object into a record; stops at the first
+// problem, which it words as "path.field: reason".
+class Importer {
+public:
+    Importer(const json& obj, std::string path, std::string& error)
+        : obj_(obj), path_(std::move(path)), error_(error) {}
+
+    template <std::size_t N>
+    void text(const char* name, FixedText<N>& t) { field(name, [&](const json& v, std::string& why) { return textFromJson(v, t, why); }); }
+    void date(const char* name, Date& d) { field(name, [&](const json& v, std::string& why) { return dateFromJson(v, d, why); }); }
+    void money(const char* name, Money& m) { field(name, [&](const json& v, std::string& why) { return moneyFromJson(v, m, why); }); }
+    void rate(const char* name, float& f) { field(name, [&](const json& v, std::string& why) { return rateFromJson(v, f, why); }); }
+    void flag(const char* name, Flag& f) { field(name, [&](const json& v, std::string& why) { return flagFromJson(v, f, why); }); }
+    void integer(const char* name, std::int16_t& n) { field(name, [&](const json& v, std::string& why) { return integerFromJson(v, n, why); }); }
+    void point(const char* name, TLPoint& p)
+    {
+        field(name, [&](const json& v, std::string& why) {
+            if (!v.is_object()) {
+                why = "expected an object, found " + shown(v);
+                return false;
+            }
+            Importer inner(v, path_ + "." + name, error_);
+            visitPointFields(inner, p);
+            return inner.finish();  // the inner importer words its own error
+        });
+    }
+
+    // After the visit: refuses keys that name no field. True when all went well.
+    bool finish()
+    {
+        if (failed_)
+            return false;
+        for (auto it = obj_.begin(); it != obj_.end(); ++it) {
+            if (!known_.contains(it.key()))
+                return fail(it.key(), "unknown field");
+        }
+        return true;
+    }
+
+private:
+    template <typename F>
+    void field(const char* name, F read)
+    {
+        known_.insert(name);
+        if (failed_)
+            return;
+        const auto it = obj_.find(name);
+        if (it == obj_.end())
+            return;
+        std::string why;
+        if (!read(*it, why)) {
+            failed_ = true;
+            if (!why.empty())
+                error_ = path_ + "." + name + ": " + why;
+        }
+    }
+
+    bool fail(const std::string& name, const std::string& why)
+    {
+        failed_ = true;
+        error_ = path_ + "." + name + ": " + why;
+        return false;
+    }
+
+    const json& obj_;
+    std::string path_;
+    std::string& error_;
+    std::set<std::string, std::less<>> known_;
+    bool failed_ = false;
+};
+
+template <typename T, typename Visit>
+bool listFromJson(const json& doc, const char* name, std::vector<T>& list, std::string& error, Visit visit)
+{
+    list.clear();
+    const auto it = doc.find(name);
+    if (it == doc.end())
+        return true;
+    if (!it->is_array()) {
+        error = std::string(name) + ": expected an array, found " + shown(*it);
+        return false;
+    }
+    if (it->size() > static_cast<std::size_t>(kMaxListSize)) {
+        error = std::string(name) + ": more than " + std::to_string(kMaxListSize) + " entries";
+        return false;
+    }
+    for (std::size_t i = 0; i < it->size(); ++i) {
+        const std::string path = std::string(name) + "[" + std::to_string(i) + "]";
+        const json& item = (*it)[i];
+        if (!item.is_object()) {
+            error = path + ": expected an object, found " + shown(item);
+            return false;
+        }
+        T rec{};
+        Importer in(item, path, error);
+        visit(in, rec);
+        if (!in.finish())
+            return false;
+        list.push_back(rec);
+    }
+    return true;
+}
+
+// The count of a list follows the list; a count given in the record must
+// agree with it.
+template <typename T>
+bool settleCount(const json& doc, const char* countName, const char* listName, std::vector<T>& list,
+                 std::int16_t& count, std::string& error)
+{
+    const auto n = static_cast<std::int16_t>(list.size());
+    const auto init = doc.find("init");
+    if (init != doc.end() && init->contains(countName) && count != n) {
+        error = std::string("init.") + countName + ": " + std::to_string(count) + ", but \"" + listName
+            + "\" holds " + std::to_string(n) + (n == 1 ? " entry" : " entries");
+        return false;
+    }
+    count = n;
+    if (list.empty())
+        list.assign(1, T{});
+    return true;
+}
+
+// Builds the document as nlohmann's own parser would, except that numbers
+// with a fraction or an exponent keep their text and a key may not repeat.
+class CaseJsonSax {
+public:
+    explicit CaseJsonSax(json& out) : dom_(out, false) {}
+
+    bool null() { return dom_.null(); }
+    bool boolean(bool v) { return dom_.boolean(v); }
+    bool number_integer(json::number_integer_t v) { return dom_.number_integer(v); }
+    bool number_unsigned(json::number_unsigned_t v) { return dom_.number_unsigned(v); }
+    bool number_float(json::number_float_t, const std::string& text)
+    {
+        std::string tagged = std::string(kNumberTag) + text;
+        return dom_.string(tagged);
+    }
+    bool string(std::string& v)
+    {
+        if (v.starts_with(kNumberTag)) {
+            error = "a text begins with the reserved character U+E000";
+            return false;
+        }
+        return dom_.string(v);
+    }
+    bool binary(json::binary_t& v) { return dom_.binary(v); }
+    bool start_object(std::size_t n)
+    {
+        keys_.emplace_back();
+        return dom_.start_object(n);
+    }
+    bool key(std::string& k)
+    {
+        if (!keys_.back().insert(k).second) {
+            error = "the key \"" + k + "\" appears twice in one object";
+            return false;
+        }
+        return dom_.key(k);
+    }
+    bool end_object()
+    {
+        keys_.pop_back();
+        return dom_.end_object();
+    }
+    bool start_array(std::size_t n) { return dom_.start_array(n); }
+    bool end_array() { return dom_.end_array(); }
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& ex)
+    {
+        std::string what = ex.what();
+        // "[json.exception.parse_error.101] parse error at line 1, ..." -> "parse error at line 1, ..."
+        if (const auto close = what.find("] "); what.starts_with("[json.exception") && close != std::string::npos)
+            what = what.substr(close + 2);
+        error = "not valid JSON: " + what;
+        return false;
+    }
+
+    std::string error;
+
+private:
+    nlohmann::detail::json_sax_dom_parser<json> dom_;
+    std::vector<std::set<std::string>> keys_;
+};
+
+}  // namespace
+
+bool ParseCaseJson(std::string_view text, nlohmann::json& out, std::string& error)
+{
+    json doc;
+    CaseJsonSax sax(doc);
+    const bool ok = json::sax_parse(text.begin(), text.end(), &sax);
+    if (!ok) {
+        error = sax.error.empty() ? "not valid JSON" : sax.error;
+        return false;
+    }
+    out = std::move(doc);
+    return true;
+}
+
+std::optional<Case> CaseFromJson(const nlohmann::json& j, std::string& error)
+{
+    if (!j.is_object()) {
+        error = "a case is a JSON object with \"init\", \"payments\", \"charges\" and \"deposits\"";
+        return std::nullopt;
+    }
+    for (auto it = j.begin(); it != j.end(); ++it) {
+        const std::string& k = it.key();
+        if (k != "init" && k != "payments" && k != "charges" && k != "deposits") {
+            error = k + ": unknown field";
+            return std::nullopt;
+        }
+    }
+    Case c;
+    ClearInputs(c);
+    if (const auto init = j.find("init"); init != j.end()) {
+        if (!init->is_object()) {
+            error = "init: expected an object, found " + shown(*init);
+            return std::nullopt;
+        }
+        Importer in(*init, "init", error);
+        visitInitFields(in, c.init);
+        if (!in.finish())
+            return std::nullopt;
+    }
+    if (!listFromJson(j, "payments", c.pmts, error, [](Importer& v, PaymentRec& p) { visitPaymentFields(v, p); })
+        || !listFromJson(j, "charges", c.charges, error, [](Importer& v, ChargeRec& x) { visitChargeFields(v, x); })
+        || !listFromJson(j, "deposits", c.deposits, error, [](Importer& v, DepositRec& d) { visitDepositFields(v, d); }))
+        return std::nullopt;
+    if (!settleCount(j, "nPmts", "payments", c.pmts, c.init.nPmts, error)
+        || !settleCount(j, "nCharges", "charges", c.charges, c.init.nCharges, error)
+        || !settleCount(j, "nDeposits", "deposits", c.deposits, c.init.nDeposits, error))
+        return std::nullopt;
+    return c;
+}
+
+nlohmann::json CaseToJson(const Case& c)
+{
+    return caseToJson<nlohmann::json>(c);
+}
+
+std::string CaseToJsonText(const Case& c)
+{
+    return caseToJson<nlohmann::ordered_json>(c).dump(2) + "\n";
+}
+
+bool LoadCaseFile(const std::string& path, Case& out, std::string& error)
+{
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) {
+        error = path + ": no such file";
+        return false;
+    }
+    std::vector<char> bytes;
+    if (!ReadWholeFile(path, bytes)) {
+        error = path + ": cannot be read";
+        return false;
+    }
+    if (bytes.size() >= kFileMarker.size() && std::string_view(bytes.data(), kFileMarker.size()) == kFileMarker) {
+        CaseReadResult r = DecodeCase(bytes);
+        if (r.status != CaseReadResult::Status::Ok) {
+            error = path + ": damaged case file: " + r.detail;
+            return false;
+        }
+        out = std::move(r.kase);
+        return true;
+    }
+    json doc;
+    std::string why;
+    const std::string_view text(bytes.data(), bytes.size());
+    if (!ParseCaseJson(text, doc, why)) {
+        const auto first = text.find_first_not_of(" \t\r\n");
+        const bool looksJson = (first != std::string_view::npos && (text[first] == '{' || text[first] == '['))
+            || std::filesystem::path(path).extension() == ".json";
+        error = path + (looksJson ? ": " : ": neither a case file (no \"NOTVB3\" marker) nor a JSON case: ") + why;
+        return false;
+    }
+    std::optional<Case> c = CaseFromJson(doc, why);
+    if (!c) {
+        error = path + ": " + why;
+        return false;
+    }
+    out = std::move(*c);
+    return true;
+}
+
+}  // namespace rw
