@@ -1,12 +1,161 @@
 #include "cli/cli.h"
 
+#include "casedata/numtext.h"
+#include "casedata/ratetable.h"
+#include "tools/ratetables/ratesource.h"
+
+#include <cstdio>
+#include <map>
 #include <ostream>
+#include <string>
+#include <utility>
 
 namespace rw::cli {
 
+namespace {
+
+std::string_view trimmed(std::string_view s)
+{
+    while (!s.empty() && s.front() == ' ')
+        s.remove_prefix(1);
+    while (!s.empty() && s.back() == ' ')
+        s.remove_suffix(1);
+    return s;
+}
+
+// Nine significant digits tell every single-precision rate apart, so the
+// listing shows exactly what the table holds (0.075 reads 0.075000003).
+std::string rateText(float f)
+{
+    char b[32];
+    std::snprintf(b, sizeof b, "%.9g", static_cast<double>(f));
+    return b;
+}
+
+// The table sources are delivered beside the tables, in rates-src/.
+std::filesystem::path sourcePath(const Paths& paths, const Authority& a)
+{
+    return paths.installDir / "rates-src" / ratesrc::SourceFileName(a.file);
+}
+
+std::string readProblem(const RateTableReadResult& r)
+{
+    switch (r.status) {
+    case RateTableReadResult::Status::NotFound:
+        return "does not exist";
+    case RateTableReadResult::Status::BadMarker:
+        return "is not a rate table (the NOTVB3 marker is missing)";
+    case RateTableReadResult::Status::Damaged:
+        return "is damaged: " + r.detail;
+    case RateTableReadResult::Status::Ok:
+        break;
+    }
+    return {};
+}
+
+// tables: every authority in list order with its table's coverage.
+int listTables(CliEnv& env)
+{
+    bool allPresent = true;
+    env.out << LeftAlign("Code", 6) << LeftAlign("Authority", 34) << LeftAlign("Table", 14)
+            << LeftAlign("Present", 9) << LeftAlign("First", 12) << LeftAlign("Last", 12) << RightAlign("Rows", 5)
+            << "\n";
+    for (const Authority& a : Authorities()) {
+        const RateTableReadResult r = ReadRateTableFile(env.paths.table(a.file));
+        const bool present = r.status != RateTableReadResult::Status::NotFound;
+        env.out << LeftAlign(a.code, 6) << LeftAlign(a.name, 34) << LeftAlign(a.file, 14)
+                << LeftAlign(present ? "yes" : "no", 9);
+        if (r.status == RateTableReadResult::Status::Ok)
+            env.out << LeftAlign(FormatMMDDYYYY(r.rows.front().dtFrom), 12)
+                    << LeftAlign(FormatMMDDYYYY(r.rows.back().dtThru), 12)
+                    << RightAlign(std::to_string(r.rows.size()), 5) << "\n";
+        else if (present)
+            env.out << "unreadable\n";
+        else
+            env.out << LeftAlign("-", 12) << LeftAlign("-", 12) << RightAlign("-", 5) << "\n";
+        if (r.status != RateTableReadResult::Status::Ok) {
+            allPresent = false;
+            if (present)
+                env.err << "qratcalc-cli tables: " << env.paths.table(a.file).string() << " " << readProblem(r)
+                        << "\n";
+        }
+    }
+    return allPresent ? kExitOk : kExitProblem;
+}
+
+// tables CODE: the rows of one authority's table with their published sources.
+int showTable(CliEnv& env, const Authority& a)
+{
+    const std::filesystem::path tablePath = env.paths.table(a.file);
+    const RateTableReadResult r = ReadRateTableFile(tablePath);
+    if (r.status != RateTableReadResult::Status::Ok) {
+        env.err << "qratcalc-cli tables: " << tablePath.string() << " " << readProblem(r) << "\n";
+        return kExitProblem;
+    }
+
+    // Source rows by period; the table and its source have the same periods.
+    const std::filesystem::path srcPath = sourcePath(env.paths, a);
+    const ratesrc::SourceFile src = ratesrc::ReadSourceFile(srcPath, ratesrc::kTableHeader);
+    if (!src.problems.empty())
+        env.err << "qratcalc-cli tables: the sources of " << a.file << " cannot be shown: "
+                << src.problems.front().text() << "\n";
+    std::map<std::pair<std::string, std::string>, const ratesrc::SourceRow*> byPeriod;
+    for (const ratesrc::SourceRow& s : src.rows)
+        byPeriod[{s.from, s.thru}] = &s;
+
+    env.out << a.name << " (" << trimmed(a.code) << ", " << a.file << "): " << r.rows.size()
+            << (r.rows.size() == 1 ? " row" : " rows") << " from " << FormatMMDDYYYY(r.rows.front().dtFrom)
+            << " to " << FormatMMDDYYYY(r.rows.back().dtThru) << "\n";
+    env.out << LeftAlign("From", 12) << LeftAlign("Thru", 12) << LeftAlign("Underpayment", 14)
+            << LeftAlign("Overpayment", 14) << LeftAlign("Method", 16) << "Source\n";
+    for (const RateRow& row : r.rows) {
+        const std::string from = FormatMMDDYYYY(row.dtFrom);
+        const std::string thru = FormatMMDDYYYY(row.dtThru);
+        std::string method(1, row.sCalcMethod);
+        std::string source;
+        const auto it = byPeriod.find({from, thru});
+        if (it == byPeriod.end()) {
+            source = "(no source row for this period)";
+        } else {
+            const ratesrc::SourceRow& s = *it->second;
+            if (s.method != method)
+                method += " (" + s.method + ")";
+            source = s.source;
+            if (ratesrc::ParseRateText(s.underpayment) != row.fUPRate
+                || ratesrc::ParseRateText(s.overpayment) != row.fOPRate)
+                source += " (the source row gives " + s.underpayment + " / " + s.overpayment
+                    + ": the table is out of date)";
+        }
+        env.out << LeftAlign(from, 12) << LeftAlign(thru, 12) << LeftAlign(rateText(row.fUPRate), 14)
+                << LeftAlign(rateText(row.fOPRate), 14) << LeftAlign(method, 16) << source << "\n";
+    }
+    return kExitOk;
+}
+
+}  // namespace
+
+// tables [CODE]: lists the authorities' rate tables, or one table's rows.
+// CODE is an authority code with or without its trailing blanks ("PA" or
+// "PA  ").
 int CmdTables(CliEnv& env)
 {
-    env.err << "qratcalc-cli tables: not available in this build yet\n";
+    if (env.args.size() > 1 || (!env.args.empty() && env.args[0].starts_with("-"))) {
+        env.err << "qratcalc-cli tables: usage: tables [CODE]\n";
+        return kExitBadInput;
+    }
+    if (env.args.empty())
+        return listTables(env);
+
+    const std::string_view wanted = trimmed(env.args[0]);
+    for (const Authority& a : Authorities())
+        if (!wanted.empty() && trimmed(a.code) == wanted)
+            return showTable(env, a);
+
+    std::string codes;
+    for (const Authority& a : Authorities())
+        codes += (codes.empty() ? "" : ", ") + std::string(trimmed(a.code));
+    env.err << "qratcalc-cli tables: unknown authority code '" << env.args[0] << "' (the codes are " << codes
+            << ")\n";
     return kExitBadInput;
 }
 
