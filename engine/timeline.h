@@ -53,6 +53,25 @@ std::int16_t CountUSPts(const InitInputs& init, std::int16_t n);
 // not changed. penalties may be null (no penalty points are then added).
 void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyCalculators* penalties);
 
+// The builder's steps. Each writes its points at next, next + 1, ... of a
+// time line already sized by CountPoints and advances next; a point beyond
+// the array is a fault (9), an index beyond 32,767 an overflow fault (6).
+// One "OTHC" point per charge in use, dated by its interest start.
+void AddChargePts(const Case& c, TimeLine& tl, std::int16_t& next);
+// One "PMT " point per payment in use, with its three parts negated.
+void AddPmtPts(const Case& c, TimeLine& tl, std::int16_t& next);
+// One "ZRT " point per rate row, dated by the row's last day, all rows.
+void AddRatePts(const RateTable& rates, TimeLine& tl, std::int16_t& next);
+// "ST0 " and "ST1 " when a suspension date is given.
+void AddSuspendPts(const InitInputs& init, TimeLine& tl, std::int16_t& next);
+// Federal: the corporate rate starts that are on, then the penalty points.
+void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
+// Any other authority: the penalty points only.
+void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
+// Hands the time line to the penalty calculators when the case has penalties
+// switched on and calculators were given; otherwise adds nothing.
+void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
+
 // Grows the time line by one point at position next and advances next.
 void MakeTLPoint(const TLPoint& point, TimeLine& tl, std::int16_t& next);
 // Writes every point's sort key: "yyyymmdd" + the 4 characters of its code.
@@ -64,6 +83,28 @@ void SortPoints(TimeLine& tl);
 // Sums cTax and cPen of the points from the first while they are dated on or
 // before d; totals receives both sums (cInt zero). Returns the tax sum.
 Money GetTaxToDate(const TimeLine& tl, TLPoint& totals, Date d);
+
+// GetTaxToDate for a run of dates on one time line that does not change
+// meanwhile. The sums for a date are those of the longest run of points from
+// the first that are all dated on or before it; for a later date that run can
+// only grow, so the cursor carries on from where the previous date stopped
+// and starts again from the first point only when a date is earlier than the
+// one before. A computation asks in date order and pays one pass in all.
+class TaxToDateCursor {
+public:
+    explicit TaxToDateCursor(const TimeLine& tl) : tl_(&tl) {}
+    // Same result and totals as GetTaxToDate(tl, totals, d).
+    Money taxToDate(Date d, TLPoint& totals);
+    Money taxToDate(Date d);
+
+private:
+    const TimeLine* tl_;
+    std::size_t next_ = 0;  // first point not yet summed
+    bool started_ = false;
+    Date last_;
+    Money tax_;
+    Money pen_;
+};
 
 // Index of the first point whose code is `code`, or -1.
 std::int32_t FindPointByCode(const TimeLine& tl, std::string_view code);

@@ -1,0 +1,177 @@
+#include "engine/ratesel.h"
+
+#include "engine/procedure.h"
+
+#include <algorithm>
+
+namespace rw {
+
+using engine_detail::InProcedure;
+
+namespace {
+
+// Federal thresholds, compared with the first day of an interest row.
+constexpr Date k19841231 = Date::fromCivil(1984, 12, 31);  // tax-motivated rate after it
+constexpr Date k19861231 = Date::fromCivil(1986, 12, 31);  // overpayment differential after it
+constexpr Date k19981231 = Date::fromCivil(1998, 12, 31);  // ... through it; corporations only after it
+
+const Money kLargeCorpUnderpayment = Money::fromCents(100'000'00);  // more than 100,000.00 owed
+const Money kLargeCorpOverpayment = Money::fromCents(-10'000'00);   // more than 10,000.00 overpaid
+
+// Rates at or below this are taken as they stand.
+constexpr float kNegligibleRate = 0.0001f;
+
+float revise(float rate, double change)
+{
+    return static_cast<float>(static_cast<double>(rate) + change);
+}
+
+// Why no table row covers d: the table ends before it. Told with the stop
+// date when that is the date beyond the table, as it is in a computation.
+[[noreturn]] void beyondTable(std::string_view procedure, const RateTable& wr, Date d, const InitInputs* init)
+{
+    if (wr.empty())
+        ThrowFault(kErrSubscript, procedure, "the rate table has no rows");
+    Date end = wr.front().dtThru;
+    for (const RateRow& r : wr)
+        end = std::max(end, r.dtThru);
+    const bool stopBeyond = init != nullptr && init->tlStop.dtDate > end;
+    ThrowFault(kErrSubscript, procedure,
+               (stopBeyond ? "the stop date " + FormatMMDDYYYY(init->tlStop.dtDate) : "the date " + FormatMMDDYYYY(d))
+                   + " lies beyond the rate table, which ends " + FormatMMDDYYYY(end));
+}
+
+void label(ResultPeriod& row, std::string_view text)
+{
+    if (row.sDesc.isUnset())
+        row.sDesc = text;
+}
+
+float revisedUS(const InitInputs& init, ResultPeriod& row, Money taxToDate)
+{
+    const float fRate = row.fRate;
+    float rate = fRate;
+    std::string_view text;  // none: an ordinary underpayment
+    if (rate <= kNegligibleRate)
+        return rate;
+    const Money balance = row.cTaxPen + row.cAccruedInt;
+    const Date begin = row.dtBegin;
+    if (balance > Money()) {
+        if (begin > k19841231 && IsYes(init.bTaxMotivated)) {
+            rate = static_cast<float>(static_cast<double>(fRate) * 1.2);
+            text = "Tax Motivated";
+        }
+        // The large corporate rate builds on the standard rate and wins over
+        // the tax-motivated one.
+        if (IsYes(init.bCorpUPRate) && begin >= init.dtCorpUPRateStart && taxToDate > kLargeCorpUnderpayment) {
+            rate = revise(fRate, 0.02);
+            text = "Corp Unrpmt Rate";
+        }
+    } else if (IsYes(init.bCorpOPRate) && begin >= init.dtCorpOPRateStart && taxToDate < kLargeCorpOverpayment) {
+        rate = revise(fRate, -0.025);
+        text = "Corp Ovrpmt Rate";
+    } else {
+        text = "Overpmt Rate";
+        if (begin > k19861231 && begin <= k19981231)
+            rate = revise(fRate, -0.01);
+        else if (begin > k19981231 && IsYes(init.bCorporate))
+            rate = revise(fRate, -0.01);
+    }
+    label(row, text);
+    return rate;
+}
+
+}  // namespace
+
+std::ptrdiff_t RateRowFinder::find(Date d)
+{
+    if (!started_ || !(d >= last_)) {
+        next_ = 0;
+        started_ = true;
+    }
+    last_ = d;
+    const RateTable& wr = *wr_;
+    // Rows passed over do not qualify for this date, so none of them
+    // qualifies for a later one.
+    while (next_ < wr.size() && !(wr[next_].dtThru >= d))
+        ++next_;
+    return next_ < wr.size() ? static_cast<std::ptrdiff_t>(next_) : -1;
+}
+
+void GetWorkingRates(const RateTable& rates, RateTable& wr)
+{
+    InProcedure("GetWorkingRates", [&] { wr = rates; });
+}
+
+float GetStdPeriodRate(const RateTable& wr, Date d)
+{
+    for (const RateRow& r : wr)
+        if (r.dtThru >= d)
+            return r.fUPRate;
+    beyondTable("GetStdPeriodRate", wr, d, nullptr);
+}
+
+float GetRevisedUSRate(const InitInputs& init, ResultPeriod& row, const TimeLine& tl)
+{
+    return InProcedure("GetRevisedUSRate", [&] {
+        TLPoint totals;
+        return revisedUS(init, row, GetTaxToDate(tl, totals, row.dtBegin));
+    });
+}
+
+float GetRevisedStateRate(ResultPeriod& row, const RateRow& tableRow)
+{
+    return InProcedure("GetRevisedStateRate", [&] {
+        float rate = row.fRate;
+        if (rate <= kNegligibleRate)
+            return rate;
+        if (row.cTaxPen + row.cAccruedInt > Money()) {
+            label(row, "Undrpmt Rate");
+        } else {
+            rate = tableRow.fOPRate;
+            label(row, "Overpmt Rate");
+        }
+        return rate;
+    });
+}
+
+float GetRevisedRate(const InitInputs& init, ResultPeriod& row, const RateTable& wr, const TimeLine& tl,
+                     bool& compounds)
+{
+    RateSelector sel(init, wr, tl);
+    return sel.revisedRate(row, compounds);
+}
+
+RateSelector::RateSelector(const InitInputs& init, const RateTable& wr, const TimeLine& tl)
+    : init_(init), wr_(wr), stdRows_(wr), revisedRows_(wr), tax_(tl)
+{
+}
+
+float RateSelector::stdPeriodRate(Date d)
+{
+    const std::ptrdiff_t i = stdRows_.find(d);
+    if (i < 0)
+        beyondTable("GetStdPeriodRate", wr_, d, &init_);
+    return wr_[static_cast<std::size_t>(i)].fUPRate;
+}
+
+float RateSelector::revisedUSRate(ResultPeriod& row)
+{
+    return InProcedure("GetRevisedUSRate", [&] { return revisedUS(init_, row, tax_.taxToDate(row.dtBegin)); });
+}
+
+float RateSelector::revisedRate(ResultPeriod& row, bool& compounds)
+{
+    return InProcedure("GetRevisedRate", [&] {
+        const std::ptrdiff_t i = revisedRows_.find(row.dtEnd);
+        if (i < 0)
+            beyondTable("GetRevisedRate", wr_, row.dtEnd, &init_);
+        const RateRow& tableRow = wr_[static_cast<std::size_t>(i)];
+        compounds = tableRow.compounds();
+        const float rate = init_.isFederal() ? revisedUSRate(row) : GetRevisedStateRate(row, tableRow);
+        label(row, compounds ? "Compound" : "Simple");
+        return rate;
+    });
+}
+
+}  // namespace rw
