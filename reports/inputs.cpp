@@ -1,0 +1,339 @@
+#include "reports/inputs.h"
+
+#include "casedata/fault.h"
+#include "casedata/numtext.h"
+#include "reports/reporttext.h"
+
+#include <vector>
+
+namespace rw {
+
+namespace {
+
+constexpr std::string_view kTitle = "Inputs";
+
+// A date counts as set when it is neither day 0 nor NoDate.
+bool isSet(Date d)
+{
+    return d.dayNumber() != 0.0 && !d.isNoDate();
+}
+
+std::string shortDate(Date d)
+{
+    return FormatShortDate(d);
+}
+
+// The lines of the listing in groups, each group printed after one
+// reservation of its size.
+struct Group {
+    std::vector<std::string> lines;
+};
+
+std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
+{
+    std::vector<Group> g;
+    Group first;
+    first.lines = {
+        "Taxpayer: " + StoredText(in.sName),
+        "Optional Second Line: " + StoredText(in.s2ndLine),
+        "",
+        "Date Due: " + shortDate(in.dtDue),
+        "Initially An Overstatement: " + YesNo(in.bOverpayment),
+    };
+    if (!forDisplay)
+        first.lines.push_back("Initial Balance: " + FormatMoney(in.tlStart.cTax));
+    for (std::string l : {
+             "Use Tax Motivated Interest Rates: " + YesNo(in.bTaxMotivated),
+             "Are There Any Penalties: " + YesNo(in.bAnyPenalties),
+             "Are There Any Partial Payments: " + YesNo(in.nPmts != 0 ? kYes : kNo),
+             "Calculation Start Date: " + shortDate(in.tlStart.dtDate),
+             "Calculation Stop Date: " + shortDate(in.tlStop.dtDate),
+             std::string(),
+             "Calculate Failure To File Penalty: " + YesNo(in.bFtoFile),
+         })
+        first.lines.push_back(std::move(l));
+    g.push_back(std::move(first));
+    if (IsYes(in.bFtoFile))
+        g.push_back({{"Date Failure To File Assessed: " + shortDate(in.dtFtoFileAssess),
+                      "Date Filed: " + shortDate(in.dtFiled)}});
+    g.push_back({{"Calculate Failure To Pay Penalty: " + YesNo(in.bFtoPay)}});
+    if (IsYes(in.bFtoPay)) {
+        g.push_back({{"Date Failure To Pay Assessed: " + shortDate(in.dtFtoPayAssess),
+                      "Unpaid Tax Shown On Return: " + PlainMoney(in.cAmtOnReturn),
+                      "Calculate Failure To Pay 6651(d)(1) Penalty: " + YesNo(in.b6651d1)}});
+        if (IsYes(in.b6651d1))
+            g.push_back({{"Date of Failure To Pay Switched to 1%: " + shortDate(in.dt6651d1Start)}});
+    }
+    g.push_back({{"", "Calculate Other Penalty: " + YesNo(in.bOtherPen),
+                  "Calculate Accuracy Related Penalty: " + YesNo(in.bAccRel)}});
+    if (IsYes(in.bAccRel)) {
+        const std::string rate = forDisplay ? PlainFloat(in.fAccRelRate)
+                                            : FormatRateDotHash0(static_cast<double>(in.fAccRelRate));
+        g.push_back({{"Accuracy Related Penalty Underpayment Amount: " + PlainMoney(in.cAccRelAmt),
+                      "Accuracy Related Penalty Rate: " + rate}});
+    }
+    g.push_back({{"", "Use Corporate Underpayment Rate: " + YesNo(in.bCorpUPRate)}});
+    if (IsYes(in.bCorpUPRate))
+        g.push_back({{"Start Corporate Underpayment Rate: " + shortDate(in.dtCorpUPRateStart)}});
+    g.push_back({{"Use Corporate Overpayment Rate: " + YesNo(in.bCorpOPRate)}});
+    if (IsYes(in.bCorpOPRate))
+        g.push_back({{"Start Corporate Overpayment Rate: " + shortDate(in.dtCorpOPRateStart)}});
+    g.push_back({{""}});
+    if (isSet(in.dtExtended))
+        g.push_back({{"Extended Due Date: " + shortDate(in.dtExtended)}});
+    g.push_back({{"Number of Days Before Chk Date Refund Interest Stops: " + std::to_string(in.nStopDays), ""}});
+    if (isSet(in.dtIntSuspend)) {
+        g.push_back({{"Date Interest Suspended: " + shortDate(in.dtIntSuspend)}});
+        if (isSet(in.dtRestart))
+            g.push_back({{"Date Interest Restarted: " + shortDate(in.dtRestart)}});
+    }
+    return g;
+}
+
+std::string h1(const InitInputs& in)
+{
+    return StoredText(in.sName);
+}
+std::string h2(const InitInputs& in)
+{
+    return StoredText(in.s2ndLine);
+}
+
+// The title of a list, after a reservation of three lines.
+void listTitle(PrintManager& pm, const InitInputs& in, std::string_view title)
+{
+    pm.PrnManager2(3, h1(in), h2(in), kTitle);
+    pm.printer().emptyLine();
+    pm.printer().printLine(kTextColumn, title);
+    pm.printer().emptyLine();
+}
+
+void columnHeadings(PrintManager& pm, const InitInputs& in, std::initializer_list<std::string_view> lines)
+{
+    pm.PrnManager2(4, h1(in), h2(in), kTitle);
+    pm.printer().emptyLine();
+    for (std::string_view l : lines)
+        pm.printer().printLine(kTextColumn, l);
+}
+
+}  // namespace
+
+void PrnChrgHeadings(PrintManager& pm, const InitInputs& init)
+{
+    WithFaultName("PrnChrgHeadings", [&] {
+        columnHeadings(pm, init,
+                       {"                     DATE       DATE",
+                        "                      OF      INTEREST      AMOUNT OF",
+                        "DESCRIPTION        LIABILITY   STARTS         CHARGE"});
+    });
+}
+
+void PrnPmtsHeadings(PrintManager& pm, const InitInputs& init)
+{
+    WithFaultName("PrnPmtsHeadings", [&] {
+        columnHeadings(pm, init,
+                       {"                   DATE",
+                        "                    OF            PAYMENT     APPLIED TO     APPLIED TO     APPLIED TO",
+                        "DESCRIPTION       PAYMENT          AMOUNT        TAX          PENALTIES      INTEREST   METHOD"});
+    });
+}
+
+void PrnDepHeadings(PrintManager& pm, const InitInputs& init)
+{
+    WithFaultName("PrnDepHeadings", [&] {
+        columnHeadings(pm, init,
+                       {"      DATE      PENALTY        PAYROLL",
+                        "       OF      ASSESSMENT      DEPOSIT",
+                        "    LIABILITY    DATE         LIABILITY"});
+    });
+}
+
+void PrnCharges(PrintManager& pm, const Case& c)
+{
+    WithFaultName("PrnCharges", [&] {
+        Printer& p = pm.printer();
+        SavedFont saved;
+        SetNewFont(p, kReportFont, 8.0f, saved);
+        listTitle(pm, c.init, "Other Additions To Tax or Penalties:");
+        PrnChrgHeadings(pm, c.init);
+        for (const ChargeRec& ch : c.otherCharges()) {
+            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
+                PrnChrgHeadings(pm, c.init);
+            p.printAt(3, StoredText(ch.sDesc));
+            p.printAt(22, FormatMMDDYYYY(ch.dtLiab));
+            p.printAt(33, FormatMMDDYYYY(ch.dtIntStart));
+            pm.PrnAmtAt(ch.cTotal, 44);
+            p.endLine();
+        }
+        SetOldFont(p, saved);
+    });
+}
+
+void PrnPmts(PrintManager& pm, const Case& c)
+{
+    WithFaultName("PrnPmts", [&] {
+        Printer& p = pm.printer();
+        SavedFont saved;
+        SetNewFont(p, kReportFont, 8.0f, saved);
+        listTitle(pm, c.init, "Payments:");
+        PrnPmtsHeadings(pm, c.init);
+        for (const PaymentRec& pmt : c.payments()) {
+            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
+                PrnPmtsHeadings(pm, c.init);
+            p.printAt(3, StoredText(pmt.sDesc));
+            p.printAt(20, FormatMMDDYYYY(pmt.dtPmt));
+            pm.PrnAmtAt(pmt.cAmount, 31);
+            pm.PrnAmtAt(pmt.cToTax, 46);
+            pm.PrnAmtAt(pmt.cToPen, 61);
+            pm.PrnAmtAt(pmt.cToInt, 76);
+            p.printAt(94, StoredText(pmt.sMethod));
+            p.endLine();
+        }
+        SetOldFont(p, saved);
+    });
+}
+
+void PrnDeposits(PrintManager& pm, const Case& c)
+{
+    WithFaultName("PrnDeposits", [&] {
+        Printer& p = pm.printer();
+        listTitle(pm, c.init, "Payroll Deposit Liabilities:");
+        PrnDepHeadings(pm, c.init);
+        for (const DepositRec& d : c.payrollDeposits()) {
+            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
+                PrnDepHeadings(pm, c.init);
+            p.printAt(7, FormatMMDDYYYY(d.dtDepDue));
+            p.printAt(19, FormatMMDDYYYY(d.dtDepAssess));
+            pm.PrnAmtAt(d.cRequired, 31);
+            p.endLine();
+        }
+    });
+}
+
+void PrintInputs(PrintManager& pm, const Case& c)
+{
+    WithFaultName("PrintInputs", [&] {
+        Printer& p = pm.printer();
+        SavedFont saved;
+        SetNewFont(p, kReportFont, 12.0f, saved);
+        for (const Group& grp : inputGroups(c.init, false)) {
+            pm.PrnManager2(static_cast<std::int16_t>(grp.lines.size()), h1(c.init), h2(c.init), kTitle);
+            for (const std::string& l : grp.lines)
+                p.printLine(kTextColumn, l);
+        }
+        if (c.init.nCharges > 0)
+            PrnCharges(pm, c);
+        if (c.init.nPmts > 0)
+            PrnPmts(pm, c);
+        if (c.init.nDeposits > 0)
+            PrnDeposits(pm, c);
+        pm.PrnManager2(kEndReportPage, h1(c.init), h2(c.init), kTitle);
+        SetOldFont(p, saved);
+    });
+}
+
+std::string DispInputs(const Case& c)
+{
+    return WithFaultName("DispInputs", [&] {
+        std::string text;
+        for (const Group& grp : inputGroups(c.init, true))
+            for (const std::string& l : grp.lines)
+                AppendLine(text, l);
+        return text;
+    });
+}
+
+GridData SetupChrgGrd(std::size_t rows)
+{
+    return WithFaultName("SetupChrgGrd", [&] {
+        GridData g = MakeGrid("Other Charge Inputs", {"DESC.", "LIABILITY DATE", "INTEREST START DATE", "AMOUNT"},
+                              rows + 1, CellAlign::Right);
+        g.align[0] = CellAlign::Left;
+        return g;
+    });
+}
+
+GridData SetupDepGrd(std::size_t rows)
+{
+    return WithFaultName("SetupDepGrd", [&] {
+        return MakeGrid("Payroll Deposit Inputs", {"LIABILITY DATE", "PENALTY ASSESSMENT DATE", "AMOUNT"}, rows + 1,
+                        CellAlign::Right);
+    });
+}
+
+GridData SetupPmtGrd(std::size_t rows)
+{
+    return WithFaultName("SetupPmtGrd", [&] {
+        GridData g = MakeGrid("Partial Payment Inputs",
+                              {"DESC.", "PAYMENT DATE", "PAYMENT AMOUNT", "APPLIED TO TAX", "APPLIED TO PENALTIES",
+                               "APPLIED TO INTEREST", "METHOD"},
+                              rows + 1, CellAlign::Right);
+        g.align[0] = CellAlign::Left;
+        g.align[6] = CellAlign::Left;
+        return g;
+    });
+}
+
+GridData FillChrgGrd(const Case& c)
+{
+    return WithFaultName("FillChrgGrd", [&] {
+        const auto list = c.otherCharges();
+        GridData g = SetupChrgGrd(list.size());
+        for (std::size_t i = 0; i < list.size(); ++i)
+            g.cells[i + 1] = {StoredText(list[i].sDesc), FormatMMDDYYYY(list[i].dtLiab),
+                              FormatMMDDYYYY(list[i].dtIntStart), FormatMoney(list[i].cTotal)};
+        return g;
+    });
+}
+
+GridData FillDepGrd(const Case& c)
+{
+    return WithFaultName("FillDepGrd", [&] {
+        const auto list = c.payrollDeposits();
+        GridData g = SetupDepGrd(list.size());
+        for (std::size_t i = 0; i < list.size(); ++i)
+            g.cells[i + 1] = {FormatMMDDYYYY(list[i].dtDepDue), FormatMMDDYYYY(list[i].dtDepAssess),
+                              FormatMoney(list[i].cRequired)};
+        return g;
+    });
+}
+
+GridData FillPmtGrd(const Case& c)
+{
+    return WithFaultName("FillPmtGrd", [&] {
+        const auto list = c.payments();
+        GridData g = SetupPmtGrd(list.size());
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            const PaymentRec& p = list[i];
+            g.cells[i + 1] = {StoredText(p.sDesc),       FormatMMDDYYYY(p.dtPmt), FormatMoney(p.cAmount),
+                              FormatMoney(p.cToTax),     FormatMoney(p.cToPen),   FormatMoney(p.cToInt),
+                              StoredText(p.sMethod)};
+        }
+        return g;
+    });
+}
+
+GridData InputsGrid(const Case& c, InputGridKind kind)
+{
+    switch (kind) {
+    case InputGridKind::Charges:
+        return FillChrgGrd(c);
+    case InputGridKind::Deposits:
+        return FillDepGrd(c);
+    case InputGridKind::Payments:
+        break;
+    }
+    return FillPmtGrd(c);
+}
+
+InputsWindowData InputsWindow(const Case& c)
+{
+    InputsWindowData w;
+    w.text = DispInputs(c);
+    w.depositsEnabled = c.init.nDeposits >= 1;
+    w.chargesEnabled = c.init.nCharges >= 1;
+    w.paymentsEnabled = c.init.nPmts >= 1;
+    return w;
+}
+
+}  // namespace rw

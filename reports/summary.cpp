@@ -1,0 +1,156 @@
+#include "reports/summary.h"
+
+#include "casedata/fault.h"
+#include "casedata/numtext.h"
+#include "reports/reporttext.h"
+
+namespace rw {
+
+namespace {
+
+constexpr std::string_view kRule = "--------------";
+constexpr std::string_view kDoubleRule = "==============";
+constexpr std::string_view kNote = "Note: Negative amounts are owed to the taxpayer";
+
+std::string ruleLine(std::string_view rule)
+{
+    return std::string(30, ' ') + std::string(rule);
+}
+
+std::string dateRange(const InitInputs& init)
+{
+    return FormatShortDate(init.tlStart.dtDate) + " to " + FormatShortDate(init.tlStop.dtDate);
+}
+
+// The lines without the total, and the total itself.
+std::vector<SummaryLine> shownLines(const TimeLine& tl, const InitInputs& init, Money interest, Money& total)
+{
+    SummarySums s;
+    total = CalcSummary(tl, init, s) + interest;
+    const bool pen = IsYes(init.bAnyPenalties);
+    std::vector<SummaryLine> lines;
+    lines.push_back({"Unpaid tax", s.unpaidTax});
+    lines.push_back({"Interest", interest});
+    auto add = [&](bool shown, std::string_view label, Money m) {
+        if (shown)
+            lines.push_back({std::string(label), m});
+    };
+    add(pen && IsYes(init.bFtoFile), "Failure to file penalty", s.failureToFile);
+    add(pen && IsYes(init.bFtoPay), "Failure to pay penalty", s.failureToPay);
+    add(pen && IsYes(init.bAccRel), "Accuracy related penalty", s.accuracyRelated);
+    add(pen && IsYes(init.bNegFlat), "5% Negligence penalty", s.negligenceFlat);
+    add(pen && IsYes(init.bNegTime), "Time dependent negligence pen", s.negligenceTime);
+    add(pen && IsYes(init.bOVal), "Overvaluation penalty", s.overvaluation);
+    add(pen && IsYes(init.bSUP), "Substantial understmt penalty", s.understatement);
+    add(pen && IsYes(init.bFraudFlat), "6653(b)(1) or 6663 fraud pen.", s.fraudFlat);
+    add(pen && IsYes(init.bFraudTime), "Time dependent fraud pen", s.fraudTime);
+    add(pen && init.nDeposits > 0, "Payroll deposit penalties", s.payrollDeposit);
+    add(init.nCharges > 0, "Other penalties", s.otherPenalties);
+    add(init.nPmts > 0, "Pmts allocated to penalties", s.pmtsToPenalties);
+    return lines;
+}
+
+}  // namespace
+
+Money CalcSummary(const TimeLine& tl, const InitInputs& /*init*/, SummarySums& sums)
+{
+    return WithFaultName("CalcSummary", [&] {
+        sums = SummarySums{};
+        // First matching code wins; any other code adds only to the tax.
+        const std::pair<std::string_view, Money SummarySums::*> byCode[] = {
+            {code::kPayment, &SummarySums::pmtsToPenalties},
+            {code::kFailureToPay, &SummarySums::failureToPay},
+            {code::kFailureToFile, &SummarySums::failureToFile},
+            {code::kAccuracyRelated, &SummarySums::accuracyRelated},
+            {code::kPayrollPenalty, &SummarySums::payrollDeposit},
+            {"N5P ", &SummarySums::negligenceFlat},
+            {"N50 ", &SummarySums::negligenceTime},
+            {"SUP ", &SummarySums::understatement},
+            {"FR1 ", &SummarySums::fraudFlat},
+            {"FR2 ", &SummarySums::fraudTime},
+            {"POV ", &SummarySums::overvaluation},
+            {code::kOtherCharge, &SummarySums::otherPenalties},
+        };
+        for (const TLPoint& p : tl) {
+            sums.unpaidTax += p.cTax;
+            for (const auto& [c, member] : byCode) {
+                if (p.sCode.is(c)) {
+                    sums.*member += p.cPen;
+                    break;
+                }
+            }
+        }
+        return sums.unpaidTax + sums.failureToFile + sums.failureToPay + sums.accuracyRelated
+            + sums.negligenceFlat + sums.negligenceTime + sums.overvaluation + sums.understatement
+            + sums.fraudFlat + sums.fraudTime + sums.payrollDeposit + sums.otherPenalties
+            + sums.pmtsToPenalties;
+    });
+}
+
+std::vector<SummaryLine> SummaryLines(const TimeLine& tl, const InitInputs& init, Money interest)
+{
+    Money total;
+    std::vector<SummaryLine> lines = shownLines(tl, init, interest, total);
+    lines.push_back({"Total", total});
+    return lines;
+}
+
+std::string sFormatSumm(Money amount)
+{
+    return WithFaultName("sFormatSumm", [&] { return RightAlign(FormatMoney(amount), 14); });
+}
+
+std::string sFormatSummLine(std::string_view label, Money amount)
+{
+    return WithFaultName("sFormatSumm", [&] { return LeftAlign(label, 30) + sFormatSumm(amount); });
+}
+
+std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest)
+{
+    return WithFaultName("DispSummary", [&] {
+        std::string text;
+        AppendLine(text, init.sName.trimmed());
+        AppendLine(text, init.s2ndLine.trimmed());
+        AppendLine(text, "From " + dateRange(init));
+        AppendLine(text, "");
+        AppendLine(text, kNote);
+        AppendLine(text, "");
+        Money total;
+        for (const SummaryLine& l : shownLines(tl, init, interest, total))
+            AppendLine(text, sFormatSummLine(l.label, l.amount));
+        AppendLine(text, ruleLine(kRule));
+        AppendLine(text, "");
+        AppendLine(text, sFormatSummLine("Total", total));
+        AppendLine(text, ruleLine(kDoubleRule));
+        return text;
+    });
+}
+
+void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Money interest)
+{
+    WithFaultName("PrnSummary", [&] {
+        Printer& p = pm.printer();
+        SavedFont saved;
+        SetNewFont(p, kReportFont, 12.0f, saved);
+        const std::string h1 = StoredText(init.sName);
+        const std::string h2 = StoredText(init.s2ndLine);
+        pm.PrnManager2(3, h1, h2, "Summary From " + dateRange(init));
+        p.emptyLine();
+        p.printLine(kTextColumn, kNote);
+        p.emptyLine();
+        Money total;
+        for (const SummaryLine& l : shownLines(tl, init, interest, total)) {
+            pm.PrnManager2(1, h1, h2, "Summary");
+            p.printLine(kTextColumn, sFormatSummLine(l.label, l.amount));
+        }
+        pm.PrnManager2(4, h1, h2, "Summary");
+        p.printLine(kTextColumn, ruleLine(kRule));
+        p.emptyLine();
+        p.printLine(kTextColumn, sFormatSummLine("Total", total));
+        p.printLine(kTextColumn, ruleLine(kDoubleRule));
+        pm.PrnManager2(kEndReportPage, h1, h2, "Summary");
+        SetOldFont(p, saved);
+    });
+}
+
+}  // namespace rw
