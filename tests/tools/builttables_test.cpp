@@ -1,0 +1,178 @@
+// The tables and release file the build delivers into the installation
+// folder, checked against figures copied by hand from the rate sources
+// (data/rates/*.csv). Day numbers count from 30 December 1899; the ones
+// written out were worked by hand from 1/1/2018 = day 43,101 (3/31/2018 is
+// 43,190) and are also checked against the calendar conversion.
+
+#include "casedata/ratetable.h"
+#include "casedata/release.h"
+#include "tools/ratetables/ratesource.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+using rw::Date;
+using rw::RateRow;
+using rw::RateTable;
+
+namespace {
+
+std::filesystem::path installDir()
+{
+    const char* dir = std::getenv("RW_INSTALL_DIR");
+    return dir ? std::filesystem::path(dir) : std::filesystem::path();
+}
+
+RateTable table(const char* file)
+{
+    const auto r = rw::ReadRateTableFile(installDir() / file);
+    EXPECT_EQ(r.status, rw::RateTableReadResult::Status::Ok) << (installDir() / file);
+    return r.rows;
+}
+
+const RateRow* rowFrom(const RateTable& t, Date from)
+{
+    for (const RateRow& r : t)
+        if (r.dtFrom == from)
+            return &r;
+    return nullptr;
+}
+
+void expectRow(const RateRow* r, Date from, Date thru, float up, float op, char method)
+{
+    ASSERT_NE(r, nullptr) << "no row from " << from;
+    EXPECT_EQ(r->dtFrom, from);
+    EXPECT_EQ(r->dtThru, thru);
+    EXPECT_EQ(r->fUPRate, up);
+    EXPECT_EQ(r->fOPRate, op);
+    EXPECT_EQ(r->sCalcMethod, method);
+}
+
+TEST(BuiltTables, HandWorkedDayNumbers)
+{
+    // 1/1/2018 less 36 years of 365 days and 9 leap days (1984-2016).
+    EXPECT_EQ(Date::fromCivil(1982, 1, 1).dayNumber(), 29952.0);
+    // 1/1/2018 less 43 years and 11 leap days (1976-2016) is 1/1/1975, 27,395;
+    // July 1 is 181 days later.
+    EXPECT_EQ(Date::fromCivil(1975, 7, 1).dayNumber(), 27576.0);
+    // 1/1/1976 is 27,760; January 31 is 30 days later.
+    EXPECT_EQ(Date::fromCivil(1976, 1, 31).dayNumber(), 27790.0);
+    // 1/1/2018 plus 9 years and 2 leap days (2020, 2024) is 1/1/2027, 46,388.
+    EXPECT_EQ(Date::fromCivil(2026, 12, 31).dayNumber(), 46387.0);
+    EXPECT_EQ(Date::fromCivil(2025, 1, 1).dayNumber(), 45658.0);
+    EXPECT_EQ(Date::fromCivil(2025, 12, 31).dayNumber(), 46022.0);
+}
+
+TEST(BuiltTables, EveryAuthorityHasItsTableAndSource)
+{
+    for (const rw::Authority& a : rw::Authorities()) {
+        const auto r = rw::ReadRateTableFile(installDir() / a.file);
+        EXPECT_EQ(r.status, rw::RateTableReadResult::Status::Ok) << a.file;
+        EXPECT_TRUE(std::filesystem::is_regular_file(installDir() / "rates-src" / rw::ratesrc::SourceFileName(a.file)))
+            << a.file;
+        // Rows follow each other day by day.
+        for (std::size_t i = 1; i < r.rows.size(); ++i)
+            EXPECT_EQ(r.rows[i].dtFrom, r.rows[i - 1].dtThru + 1) << a.file << " row " << i;
+    }
+}
+
+TEST(BuiltTables, FederalFirstAndLastRows)
+{
+    const RateTable t = table("fed.tbl");
+    ASSERT_EQ(t.size(), 66u);
+    // 07/01/1975,01/31/1976,0.09,0.09,S
+    expectRow(&t.front(), Date(27576.0), Date(27790.0), 0.09f, 0.09f, 'S');
+    EXPECT_EQ(t.front().dtFrom, Date::fromCivil(1975, 7, 1));
+    // 10/01/2026,12/31/2026,0.07,0.07,C (an estimate, kept)
+    expectRow(&t.back(), Date::fromCivil(2026, 10, 1), Date(46387.0), 0.07f, 0.07f, 'C');
+    // 01/01/1983,06/30/1983,0.16,0.16,C: daily compounding begins
+    expectRow(rowFrom(t, Date::fromCivil(1983, 1, 1)), Date::fromCivil(1983, 1, 1), Date::fromCivil(1983, 6, 30),
+              0.16f, 0.16f, 'C');
+}
+
+TEST(BuiltTables, Pennsylvania)
+{
+    const RateTable t = table("pa1.tbl");
+    ASSERT_EQ(t.size(), 31u);
+    // 01/01/1982,12/31/1982,20,20,S (per cent in the schedule)
+    expectRow(&t.front(), Date(29952.0), Date::fromCivil(1982, 12, 31), 0.2f, 0.2f, 'S');
+    // 01/01/2011,12/31/2016,3,3,S
+    expectRow(rowFrom(t, Date::fromCivil(2011, 1, 1)), Date::fromCivil(2011, 1, 1), Date::fromCivil(2016, 12, 31),
+              0.03f, 0.03f, 'S');
+    // 01/01/2026,12/31/2026,7,7,S
+    expectRow(&t.back(), Date::fromCivil(2026, 1, 1), Date(46387.0), 0.07f, 0.07f, 'S');
+}
+
+TEST(BuiltTables, MassachusettsUnderpayment)
+{
+    const RateTable t = table("Ma1-up.tbl");
+    // 1990-1992 is a gap in the schedule; the table begins 1/1/1993.
+    ASSERT_EQ(t.size(), 51u);
+    // 01/01/1993,06/30/1994,8,8,C
+    expectRow(&t.front(), Date::fromCivil(1993, 1, 1), Date::fromCivil(1994, 6, 30), 0.08f, 0.08f, 'C');
+    // 07/01/2003,09/30/2003,6,4,C: refunds at the lower rate from 7/1/2003
+    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1), Date::fromCivil(2003, 9, 30),
+              0.06f, 0.04f, 'C');
+    // 01/01/2025,03/31/2026,8,6,C
+    expectRow(&t.back(), Date(45658.0), Date::fromCivil(2026, 3, 31), 0.08f, 0.06f, 'C');
+}
+
+TEST(BuiltTables, MassachusettsOverpaymentTurnsSimple)
+{
+    const RateTable t = table("Ma1-op.tbl");
+    // 01/01/2003,06/30/2003,6,6,C then 07/01/2003,09/30/2003,6,4,S
+    expectRow(rowFrom(t, Date::fromCivil(2003, 1, 1)), Date::fromCivil(2003, 1, 1), Date::fromCivil(2003, 6, 30),
+              0.06f, 0.06f, 'C');
+    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1), Date::fromCivil(2003, 9, 30),
+              0.06f, 0.04f, 'S');
+}
+
+TEST(BuiltTables, FloridaKeepsOnlyTheRunAfterItsLastGap)
+{
+    // The schedule has gaps up to 12/31/2024 and for 2026; only 2025 is kept.
+    const RateTable t = table("fl1.tbl");
+    ASSERT_EQ(t.size(), 2u);
+    // 01/01/2025,06/30/2025,12,11,S and 07/01/2025,12/31/2025,12,11,S
+    expectRow(&t[0], Date(45658.0), Date::fromCivil(2025, 6, 30), 0.12f, 0.11f, 'S');
+    expectRow(&t[1], Date::fromCivil(2025, 7, 1), Date(46022.0), 0.12f, 0.11f, 'S');
+}
+
+TEST(BuiltTables, MarylandMonthlyRatesAreTabledAsSimple)
+{
+    const RateTable t = table("md1.tbl");
+    ASSERT_EQ(t.size(), 11u);
+    // 01/01/2025,12/31/2025,11.4825,11.4825,S-monthly
+    expectRow(&t.back(), Date(45658.0), Date(46022.0), 0.114825f, 0.114825f, 'S');
+    // 01/01/2024,12/31/2024,10.0075,10.0075,S-monthly
+    expectRow(rowFrom(t, Date::fromCivil(2024, 1, 1)), Date::fromCivil(2024, 1, 1), Date::fromCivil(2024, 12, 31),
+              0.100075f, 0.100075f, 'S');
+}
+
+TEST(BuiltTables, ReleaseFile)
+{
+    const auto file = installDir() / "qrat-release.txt";
+    std::ifstream in(file, std::ios::binary);
+    ASSERT_TRUE(in) << file;
+    std::ostringstream text;
+    text << in.rdbuf();
+    EXPECT_EQ(text.str(),
+              "version_tag=Qrat2018Q1.10\n"
+              "description=2018, 1st Quarter\n"
+              "verified_through=03/31/2018\n"
+              "verified_through_text=March 31, 2018\n"
+              "estimated_through=06/30/2018\n"
+              "estimated_through_text=June 30, 2018\n");
+
+    rw::ReleaseInfo info;
+    std::string problem;
+    ASSERT_TRUE(rw::ReadReleaseInfo(file, info, &problem)) << problem;
+    EXPECT_EQ(info.verifiedThrough.dayNumber(), 43190.0);
+    // 3/31/2018 plus 91 days (April 30, May 31, June 30).
+    EXPECT_EQ(info.estimatedThrough.dayNumber(), 43281.0);
+}
+
+}  // namespace

@@ -1,0 +1,300 @@
+// Reading and checking table sources: CSV records, dates, rates read straight
+// to single precision, per cent figures turned into fractions, and the
+// check's refusals.
+
+#include "casedata/ratetable.h"
+#include "support/tempdir.h"
+#include "tools/ratetables/ratesource.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+namespace rs = rw::ratesrc;
+using rw::Date;
+
+namespace {
+
+void writeFile(const std::filesystem::path& p, const std::string& text)
+{
+    std::ofstream out(p, std::ios::binary);
+    out << text;
+}
+
+// --- CSV records -----------------------------------------------------------
+
+TEST(CsvRecord, QuotedFieldsKeepCommasAndQuotes)
+{
+    const auto f = rs::SplitCsvRecord(R"(01/01/2020,12/31/2020,0.05,,S,"Rev. Rul. 2020-13, ""as announced""")");
+    ASSERT_TRUE(f);
+    ASSERT_EQ(f->size(), 6u);
+    EXPECT_EQ((*f)[3], "");
+    EXPECT_EQ((*f)[5], R"(Rev. Rul. 2020-13, "as announced")");
+}
+
+TEST(CsvRecord, BrokenQuotesAreRefused)
+{
+    EXPECT_FALSE(rs::SplitCsvRecord(R"(a,"open)"));
+    EXPECT_FALSE(rs::SplitCsvRecord(R"(a,"closed"text)"));
+}
+
+TEST(CsvRecord, JoinQuotesOnlyWhatNeedsIt)
+{
+    const std::vector<std::string> fields{"01/01/2020", "0.05", "TIR 18-1; simple", "a, b", "say \"x\""};
+    const std::string line = rs::JoinCsvRecord(fields);
+    EXPECT_EQ(line, R"(01/01/2020,0.05,TIR 18-1; simple,"a, b","say ""x""")");
+    EXPECT_EQ(rs::SplitCsvRecord(line), fields);
+}
+
+// --- Dates -------------------------------------------------------------------
+
+TEST(SourceDate, OnlyMmDdYyyyOnTheCalendar)
+{
+    // 1/1/1982 is 29,952 days after 30 December 1899: 2 days to 1/1/1900, then
+    // 82 years of 365 days and 20 leap days (1904-1980; 1900 was not a leap year).
+    ASSERT_TRUE(rs::ParseSourceDate("01/01/1982"));
+    EXPECT_EQ(rs::ParseSourceDate("01/01/1982")->dayNumber(), 29952.0);
+    EXPECT_EQ(rs::ParseSourceDate("02/29/2024"), Date::fromCivil(2024, 2, 29));
+    EXPECT_FALSE(rs::ParseSourceDate("02/29/2023"));
+    EXPECT_FALSE(rs::ParseSourceDate("1/1/1982"));
+    EXPECT_FALSE(rs::ParseSourceDate("01/01/82"));
+    EXPECT_FALSE(rs::ParseSourceDate("13/01/1982"));
+    EXPECT_FALSE(rs::ParseSourceDate("01-01-1982"));
+    EXPECT_FALSE(rs::ParseSourceDate(""));
+}
+
+// --- Rates -------------------------------------------------------------------
+
+TEST(RateText, NearestSingleOfTheDecimalText)
+{
+    EXPECT_EQ(rs::ParseRateText("0.075"), 0.075f);
+    EXPECT_EQ(rs::ParseRateText("0.114825"), 0.114825f);
+    EXPECT_EQ(rs::ParseRateText("0.100075"), 0.100075f);
+    EXPECT_EQ(rs::ParseRateText(".5"), 0.5f);
+    EXPECT_EQ(rs::ParseRateText("0"), 0.0f);
+    EXPECT_EQ(rs::ParseRateText("-0.01"), -0.01f);
+}
+
+TEST(RateText, NeverRoundedTwiceThroughADouble)
+{
+    // Just above the midpoint between 0.25 and the next single, 0.25 + 2^-25.
+    // The nearest double is the midpoint itself, which would then round to
+    // even, down to 0.25; read directly, the text rounds up.
+    const auto f = rs::ParseRateText("0.250000014901161194");
+    ASSERT_TRUE(f);
+    EXPECT_EQ(*f, std::nextafter(0.25f, 1.0f));
+    EXPECT_NE(*f, static_cast<float>(0.250000014901161194));
+}
+
+TEST(RateText, OnlyPlainDecimals)
+{
+    for (const char* bad : {"", "-", ".", "7%", "1e-2", "nan", "inf", "+0.05", "0.05 ", "0,05", "0.0.5"})
+        EXPECT_FALSE(rs::ParseRateText(bad)) << bad;
+}
+
+TEST(RateMethod, MonthlySimpleIsTabledAsSimple)
+{
+    EXPECT_EQ(rs::TableMethod("S"), 'S');
+    EXPECT_EQ(rs::TableMethod("S-monthly"), 'S');
+    EXPECT_EQ(rs::TableMethod("C"), 'C');
+    EXPECT_FALSE(rs::TableMethod("c"));
+    EXPECT_FALSE(rs::TableMethod(""));
+}
+
+// --- Per cent to fraction ------------------------------------------------------
+
+struct PercentCase {
+    const char* percent;
+    const char* fraction;
+};
+
+class PercentToFraction : public ::testing::TestWithParam<PercentCase> {};
+
+TEST_P(PercentToFraction, MovesThePointTwoPlaces)
+{
+    EXPECT_EQ(rs::PercentToFraction(GetParam().percent), std::string(GetParam().fraction));
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, PercentToFraction,
+                         ::testing::Values(PercentCase{"7.5", "0.075"}, PercentCase{"11.4825", "0.114825"},
+                                           PercentCase{"10.0075", "0.100075"}, PercentCase{"0.5", "0.005"},
+                                           PercentCase{"12", "0.12"}, PercentCase{".25", "0.0025"},
+                                           PercentCase{"10", "0.1"}, PercentCase{"100", "1"},
+                                           PercentCase{"150", "1.5"}, PercentCase{"0", "0"},
+                                           PercentCase{"8.", "0.08"}, PercentCase{"007.50", "0.075"},
+                                           PercentCase{"-1.5", "-0.015"}));
+
+TEST(PercentToFractionRefused, NotAPlainDecimal)
+{
+    for (const char* bad : {"", ".", "7,5", "7.5%", "1e1", "seven", " 7"})
+        EXPECT_FALSE(rs::PercentToFraction(bad)) << bad;
+}
+
+// --- The table check -------------------------------------------------------------
+
+const std::string kHeader = "from,thru,underpayment,overpayment,method,source\n";
+
+rs::TableBuild buildFromFile(const rwtest::TempDir& dir, const std::string& body)
+{
+    const auto file = dir / "t.csv";
+    writeFile(file, kHeader + body);
+    return rs::BuildTable(rs::ReadSourceFile(file, rs::kTableHeader));
+}
+
+bool mentions(const rs::TableBuild& b, int line, const std::string& words)
+{
+    for (const auto& p : b.problems)
+        if (p.line == line && p.what.find(words) != std::string::npos && p.file.ends_with("t.csv"))
+            return true;
+    return false;
+}
+
+TEST(TableCheck, GoodSourceBuildsEveryRow)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2018,0.04,0.04,S,\"61 Pa. Code 4.2(b), certified\"\n"
+                                 "01/01/2019,12/31/2019,0.06,0.05,C,Rev. Rul. 2018-30\n"
+                                 "01/01/2020,01/01/2020,0.05,0.05,S-monthly,one day\n");
+    ASSERT_TRUE(b.ok()) << b.problems.front().text();
+    ASSERT_EQ(b.rows.size(), 3u);
+    EXPECT_EQ(b.rows[0].dtFrom, Date::fromCivil(2017, 1, 1));
+    EXPECT_EQ(b.rows[0].dtThru, Date::fromCivil(2018, 12, 31));
+    EXPECT_EQ(b.rows[0].fUPRate, 0.04f);
+    EXPECT_EQ(b.rows[1].fOPRate, 0.05f);
+    EXPECT_EQ(b.rows[0].sCalcMethod, 'S');
+    EXPECT_EQ(b.rows[1].sCalcMethod, 'C');
+    EXPECT_EQ(b.rows[2].sCalcMethod, 'S');
+    EXPECT_EQ(b.rows[2].dtFrom, b.rows[2].dtThru);
+}
+
+TEST(TableCheck, RefusesAHoleBetweenRows)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,0.04,0.04,S,a\n"
+                                 "01/02/2018,12/31/2018,0.04,0.04,S,b\n");
+    EXPECT_FALSE(b.ok());
+    EXPECT_TRUE(b.rows.empty());
+    EXPECT_TRUE(mentions(b, 3, "not contiguous: no rate from 01/01/2018 to 01/01/2018"));
+}
+
+TEST(TableCheck, RefusesOverlappingRows)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,0.04,0.04,S,a\n"
+                                 "12/31/2017,12/31/2018,0.04,0.04,S,b\n");
+    EXPECT_TRUE(mentions(b, 3, "overlaps"));
+}
+
+TEST(TableCheck, RefusesFromAfterThru)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir, "12/31/2017,01/01/2017,0.04,0.04,S,a\n");
+    EXPECT_TRUE(mentions(b, 2, "is after thru date"));
+}
+
+TEST(TableCheck, RefusesNegativeRates)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,0.04,-0.01,S,a\n"
+                                 "01/01/2018,12/31/2018,-0,0.04,S,b\n");
+    EXPECT_TRUE(mentions(b, 2, "overpayment rate -0.01 is negative"));
+    EXPECT_TRUE(mentions(b, 3, "underpayment rate -0 is negative"));
+}
+
+TEST(TableCheck, RefusesRatesAboveFiftyPerCent)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,7.5,0.075,S,per cent where a fraction belongs\n"
+                                 "01/01/2018,12/31/2018,0.5,0.500001,S,the limit itself is allowed\n");
+    EXPECT_TRUE(mentions(b, 2, "underpayment rate 7.5 is above 50 %"));
+    EXPECT_TRUE(mentions(b, 3, "overpayment rate 0.500001 is above 50 %"));
+    EXPECT_EQ(b.problems.size(), 2u);
+}
+
+TEST(TableCheck, RefusesARowWithoutSource)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,0.04,0.04,S,a\n"
+                                 "01/01/2018,12/31/2018,0.04,0.04,S,\n"
+                                 "01/01/2019,12/31/2019,0.04,0.04,S,\"  \"\n");
+    EXPECT_TRUE(mentions(b, 3, "no source"));
+    EXPECT_TRUE(mentions(b, 4, "no source"));
+}
+
+TEST(TableCheck, RefusesEmptyAndMalformedRates)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/2017,12/31/2017,0.04,,S,overpayment not published\n"
+                                 "01/01/2018,12/31/2018,,0.04,S,underpayment not published\n"
+                                 "01/01/2019,12/31/2019,4%,0.04,S,a\n");
+    EXPECT_TRUE(mentions(b, 2, "overpayment rate is empty"));
+    EXPECT_TRUE(mentions(b, 3, "underpayment rate is empty"));
+    EXPECT_TRUE(mentions(b, 4, "not a plain decimal"));
+}
+
+TEST(TableCheck, RefusesUnknownMethodsDatesHeaderAndEmptySource)
+{
+    rwtest::TempDir dir;
+    EXPECT_TRUE(mentions(buildFromFile(dir, "01/01/2017,12/31/2017,0.04,0.04,M,a\n"), 2, "method 'M'"));
+    EXPECT_TRUE(mentions(buildFromFile(dir, "1/1/2017,12/31/2017,0.04,0.04,S,a\n"), 2, "from date '1/1/2017'"));
+    EXPECT_TRUE(mentions(buildFromFile(dir, "01/01/2017,12/31/2017,0.04,0.04,S\n"), 2, "expected 6 fields"));
+    EXPECT_TRUE(mentions(buildFromFile(dir, ""), 0, "no rate periods"));
+
+    const auto file = dir / "t.csv";
+    writeFile(file, "from,thru,up,op,method,source\n01/01/2017,12/31/2017,0.04,0.04,S,a\n");
+    const auto b = rs::BuildTable(rs::ReadSourceFile(file, rs::kTableHeader));
+    EXPECT_TRUE(mentions(b, 1, "header"));
+}
+
+TEST(TableCheck, ProblemTextNamesFileAndLine)
+{
+    const rs::SourceProblem p{"data/rates/pa1.csv", 7, "the row has no source"};
+    EXPECT_EQ(p.text(), "data/rates/pa1.csv:7: the row has no source");
+}
+
+// --- The tool itself -----------------------------------------------------------
+
+int runTool(const std::string& args)
+{
+    const std::string cmd = std::string(RW_MKRATETABLE) + " " + args + " 2>/dev/null";
+    return std::system(cmd.c_str());
+}
+
+TEST(MkRateTable, WritesTheTableOfAGoodSource)
+{
+    rwtest::TempDir dir;
+    writeFile(dir / "good.csv", kHeader + "01/01/2017,12/31/2018,0.04,0.03,C,TIR 17-9\n");
+    ASSERT_EQ(runTool((dir / "good.csv").string() + " " + (dir / "good.tbl").string()), 0);
+    const auto r = rw::ReadRateTableFile(dir / "good.tbl");
+    ASSERT_EQ(r.status, rw::RateTableReadResult::Status::Ok);
+    ASSERT_EQ(r.rows.size(), 1u);
+    EXPECT_EQ(r.rows[0].dtFrom, Date::fromCivil(2017, 1, 1));
+    EXPECT_EQ(r.rows[0].dtThru, Date::fromCivil(2018, 12, 31));
+    EXPECT_EQ(r.rows[0].fUPRate, 0.04f);
+    EXPECT_EQ(r.rows[0].fOPRate, 0.03f);
+    EXPECT_EQ(r.rows[0].sCalcMethod, 'C');
+    // Marker, count and one 29-byte row.
+    EXPECT_EQ(std::filesystem::file_size(dir / "good.tbl"), 6u + 4u + 29u);
+}
+
+TEST(MkRateTable, FailsAndLeavesNoTableForABadSource)
+{
+    rwtest::TempDir dir;
+    writeFile(dir / "bad.tbl", "an old table");
+    writeFile(dir / "bad.csv", kHeader + "01/01/2017,12/31/2017,0.04,0.04,S,a\n01/03/2018,12/31/2018,0.04,0.04,S,b\n");
+    EXPECT_NE(runTool((dir / "bad.csv").string() + " " + (dir / "bad.tbl").string()), 0);
+    EXPECT_FALSE(std::filesystem::exists(dir / "bad.tbl"));
+    EXPECT_NE(runTool("--check " + (dir / "bad.csv").string()), 0);
+}
+
+}  // namespace

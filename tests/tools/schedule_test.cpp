@@ -1,0 +1,150 @@
+// Converting a researched state schedule into a table source: which rows a
+// table keeps when the schedule has gaps, and the coverage page.
+
+#include "casedata/ratetable.h"
+#include "tools/ratetables/ratesource.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace rs = rw::ratesrc;
+
+namespace {
+
+const std::string kScheduleHeader =
+    "from_mm/dd/yyyy,thru_mm/dd/yyyy,underpayment_pct,overpayment_pct,method,source\n";
+
+rs::SourceFile schedule(const std::string& body)
+{
+    return rs::ParseSource(kScheduleHeader + body, "XX.csv", rs::kScheduleHeader);
+}
+
+// A made-up schedule: a long sourced run early on, a gap, a row that gives
+// only the underpayment rate, then a short sourced run, and a gap at the end
+// for the periods not yet announced.
+const std::string kMadeUp =
+    "01/01/1990,12/31/1994,9,9,S,Statute A\n"                            // line 2, row 0
+    "01/01/1995,12/31/1999,8,8,S,Statute A\n"                            // row 1
+    "01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"         // row 2
+    "01/01/2005,12/31/2007,,,,GAP: not found\n"                           // row 3
+    "01/01/2008,12/31/2008,6,6,C,Notice 2008\n"                           // row 4
+    "01/01/2009,12/31/2009,5,,C,Notice 2009 (refund rate not found)\n"  // row 5
+    "01/01/2010,06/30/2010,4,3,C,Notice 2010\n"                           // row 6
+    "07/01/2010,12/31/2011,11.4825,.25,S-monthly,Notice 2010-2\n"       // row 7
+    "01/01/2012,12/31/2012,,,,GAP: not yet announced\n";                  // row 8
+
+TEST(GapRule, KeepsTheRunReachingTheLatestUsableRow)
+{
+    const auto src = schedule(kMadeUp);
+    ASSERT_TRUE(src.problems.empty());
+    // The latest usable row is row 7; going back, row 5 gives no overpayment
+    // rate, so the run is rows 6-7. The longer run of rows 0-2 lies beyond
+    // gaps and is left out.
+    const rs::KeptRun run = rs::LatestUsableRun(src.rows);
+    EXPECT_EQ(run.begin, 6u);
+    EXPECT_EQ(run.end, 8u);
+}
+
+TEST(GapRule, UsableRowsNeedBothRatesAndNoGapMark)
+{
+    rs::SourceRow r{2, "01/01/2000", "12/31/2000", "5", "5", "S", "Statute"};
+    EXPECT_TRUE(rs::IsUsableScheduleRow(r));
+    r.overpayment.clear();
+    EXPECT_FALSE(rs::IsUsableScheduleRow(r));
+    r.overpayment = "5";
+    r.underpayment.clear();
+    EXPECT_FALSE(rs::IsUsableScheduleRow(r));
+    r.underpayment = "5";
+    r.source = "GAP: recalled but not published";
+    EXPECT_FALSE(rs::IsUsableScheduleRow(r));
+}
+
+TEST(GapRule, WithoutGapsEveryRowIsKept)
+{
+    const auto src = schedule("01/01/2000,12/31/2000,5,5,S,a\n01/01/2001,12/31/2001,6,6,S,b\n");
+    const rs::KeptRun run = rs::LatestUsableRun(src.rows);
+    EXPECT_EQ(run.begin, 0u);
+    EXPECT_EQ(run.end, 2u);
+}
+
+TEST(GapRule, NothingUsableKeepsNothing)
+{
+    const auto src = schedule("01/01/2000,12/31/2000,,,,GAP: a\n01/01/2001,12/31/2001,6,,S,b\n");
+    const rs::KeptRun run = rs::LatestUsableRun(src.rows);
+    EXPECT_EQ(run.begin, run.end);
+    const auto conv = rs::ConvertSchedule(src);
+    EXPECT_FALSE(conv.ok());
+    EXPECT_TRUE(conv.rows.empty());
+}
+
+TEST(ScheduleConversion, WritesTheKeptRowsAsFractions)
+{
+    const auto conv = rs::ConvertSchedule(schedule(kMadeUp));
+    ASSERT_TRUE(conv.ok()) << (conv.problems.empty() ? "" : conv.problems.front().text());
+    EXPECT_EQ(rs::FormatTableSource(conv.rows),
+              "from,thru,underpayment,overpayment,method,source\n"
+              "01/01/2010,06/30/2010,0.04,0.03,C,Notice 2010\n"
+              "07/01/2010,12/31/2011,0.114825,0.0025,S-monthly,Notice 2010-2\n");
+
+    // The written source passes the table check.
+    const auto built = rs::BuildTable(
+        rs::ParseSource(rs::FormatTableSource(conv.rows), "xx1.csv", rs::kTableHeader));
+    ASSERT_TRUE(built.ok());
+    EXPECT_EQ(built.rows[1].fUPRate, 0.114825f);
+    EXPECT_EQ(built.rows[1].fOPRate, 0.0025f);
+    EXPECT_EQ(built.rows[1].sCalcMethod, 'S');
+}
+
+TEST(ScheduleConversion, SourceTextsWithCommasSurvive)
+{
+    const auto conv = rs::ConvertSchedule(schedule("01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"));
+    ASSERT_TRUE(conv.ok());
+    EXPECT_EQ(rs::FormatTableSource(conv.rows),
+              "from,thru,underpayment,overpayment,method,source\n"
+              "01/01/2000,12/31/2004,0.075,0.07,S,\"Bulletin 2000-1, table\"\n");
+}
+
+TEST(ScheduleConversion, RefusesAScheduleWithHolesEvenInGaps)
+{
+    const auto conv = rs::ConvertSchedule(schedule("01/01/2000,12/31/2000,,,,GAP: a\n"
+                                                   "01/02/2001,12/31/2001,6,6,S,b\n"));
+    EXPECT_FALSE(conv.ok());
+    ASSERT_FALSE(conv.problems.empty());
+    EXPECT_EQ(conv.problems.front().line, 3);
+}
+
+TEST(ScheduleConversion, RefusesRatesThatAreNotPerCentFigures)
+{
+    const auto conv = rs::ConvertSchedule(schedule("01/01/2000,12/31/2000,6%,6,S,b\n"));
+    EXPECT_FALSE(conv.ok());
+}
+
+TEST(SourceFileName, ReplacesTheExtensionKeepingCase)
+{
+    EXPECT_EQ(rs::SourceFileName("Il-st.tbl"), "Il-st.csv");
+    EXPECT_EQ(rs::SourceFileName("Ma1-up.tbl"), "Ma1-up.csv");
+    EXPECT_EQ(rs::SourceFileName("fed.tbl"), "fed.csv");
+}
+
+TEST(CoveragePage, ListsCoverageMethodsAndEachSourceOnce)
+{
+    const rw::Authority& pa = rw::AuthorityForCode("PA  ");
+    std::vector<rs::SourceRow> rows{
+        {2, "01/01/2017", "12/31/2018", "0.04", "0.04", "S", "61 Pa. Code 4.2(b)"},
+        {3, "01/01/2019", "12/31/2019", "0.06", "0.06", "S", "61 Pa. Code 4.2(b)"},
+        {4, "01/01/2020", "12/31/2020", "0.05", "0.05", "C", "Notice *2020*"},
+    };
+    const std::string md = rs::CoverageMarkdown({{&pa, rows}});
+    EXPECT_NE(md.find("| Pennsylvania | PA | pa1.tbl | 01/01/2017 | 12/31/2020 | 3 | S, C |"), std::string::npos)
+        << md;
+    EXPECT_NE(md.find("## Pennsylvania (PA, pa1.tbl)"), std::string::npos);
+    EXPECT_NE(md.find("- 01/01/2017 to 12/31/2019: simple interest"), std::string::npos);
+    EXPECT_NE(md.find("- 01/01/2020 to 12/31/2020: daily compounding"), std::string::npos);
+    EXPECT_NE(md.find("- 01/01/2017 to 12/31/2019 (2 rows): 61 Pa. Code 4.2(b)\n"), std::string::npos);
+    EXPECT_NE(md.find("(1 row): Notice \\*2020\\*"), std::string::npos);
+    // Each source text once.
+    EXPECT_EQ(md.find("61 Pa. Code 4.2(b)"), md.rfind("61 Pa. Code 4.2(b)"));
+}
+
+}  // namespace
