@@ -89,6 +89,8 @@ std::optional<Money> Money::parse(std::string_view text)
     }
     if (text.empty())
         return std::nullopt;
+    // The most negative amount has one unit more than the most positive.
+    const i128 limit = static_cast<i128>(std::numeric_limits<std::int64_t>::max()) + (negative ? 1 : 0);
     i128 units = 0;
     int decimals = 0;
     bool seenPoint = false;
@@ -101,7 +103,7 @@ std::optional<Money> Money::parse(std::string_view text)
                     return std::nullopt;
             }
             units = units * 10 + (ch - '0');
-            if (units > static_cast<i128>(std::numeric_limits<std::int64_t>::max()))
+            if (units > limit)
                 return std::nullopt;
             seenDigit = true;
         } else if (ch == '.') {
@@ -121,10 +123,9 @@ std::optional<Money> Money::parse(std::string_view text)
         return std::nullopt;
     for (int i = decimals; i < 4; ++i)
         units *= 10;
-    if (units > static_cast<i128>(std::numeric_limits<std::int64_t>::max()))
+    if (units > limit)
         return std::nullopt;
-    auto v = static_cast<std::int64_t>(units);
-    return Money(negative ? -v : v);
+    return Money(static_cast<std::int64_t>(negative ? -units : units));
 }
 
 Money Money::operator-() const

@@ -7,6 +7,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <set>
@@ -238,13 +239,15 @@ bool dateFromJson(const json& v, Date& out, std::string& why)
         return true;
     }
     if (v.is_number_integer()) {
-        const double d = v.is_number_unsigned() ? static_cast<double>(v.get<std::uint64_t>())
-                                                : static_cast<double>(v.get<std::int64_t>());
-        if (std::fabs(d) > kExactIntegerLimit) {
+        constexpr std::int64_t kLimit = std::int64_t{1} << 53;
+        const bool exact = v.is_number_unsigned() ? v.get<std::uint64_t>() <= static_cast<std::uint64_t>(kLimit)
+                                                  : v.get<std::int64_t>() >= -kLimit && v.get<std::int64_t>() <= kLimit;
+        if (!exact) {
             why = "day number out of range: " + shown(v);
             return false;
         }
-        out = Date(d);
+        out = Date(v.is_number_unsigned() ? static_cast<double>(v.get<std::uint64_t>())
+                                          : static_cast<double>(v.get<std::int64_t>()));
         return true;
     }
     if (v.is_number_float()) {
