@@ -1,0 +1,195 @@
+#include "payments/charges.h"
+
+#include "casedata/datechecks.h"
+#include "casedata/fault.h"
+#include "payments/payments.h"
+
+#include <algorithm>
+
+namespace rw {
+
+namespace {
+
+std::string listLine(Date d, const FixedText<16>& desc)
+{
+    std::string text = desc.str();
+    for (char& ch : text)
+        if (ch == '\0')
+            ch = ' ';
+    return FormatMMDDYYYY(d) + " " + text;
+}
+
+}  // namespace
+
+ChargeDialog::ChargeDialog(const Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+
+void ChargeDialog::calcUnallocCharge(ChargeForm& form)
+{
+    const Money rest =
+        MoneyFieldOrZero(form.total) - MoneyFieldOrZero(form.toTax) - MoneyFieldOrZero(form.toPenalties);
+    form.unallocatedLabel = "Unallocated: " + FormatMoney(rest);
+}
+
+void ChargeDialog::liabilityLeft(const ChargeForm& form) const
+{
+    // A text that is not a date gets the one DateValid warning.
+    Date d;
+    if (DateValid(form.liabilityDate, "Charge", d, msgs_))
+        ChkDateInPeriod(form.liabilityDate, "Addition to Tax liability", case_.init, msgs_);
+}
+
+bool ChargeDialog::okAllowed(const ChargeForm& form) const
+{
+    return ReadMoneyField(form.total, "Total Charge", msgs_) && ReadMoneyField(form.toTax, "Applied As Tax", msgs_)
+           && ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_);
+}
+
+ChargesDialog::ChargesDialog(Case& c, Messages& msgs, ShowChargeDialog showCharge)
+    : case_(c), msgs_(msgs), showCharge_(std::move(showCharge)), charge_(c, msgs)
+{
+}
+
+ChargesForm ChargesDialog::open()
+{
+    ChargesForm f;
+    if (case_.init.nCharges >= 1)
+        fillChrgLst(f);
+    return f;
+}
+
+void ChargesDialog::sortChrg()
+{
+    const auto n = static_cast<std::ptrdiff_t>(std::max<std::int16_t>(case_.init.nCharges, 0));
+    std::stable_sort(case_.charges.begin(), case_.charges.begin() + n,
+                     [](const ChargeRec& a, const ChargeRec& b) { return a.dtLiab < b.dtLiab; });
+}
+
+void ChargesDialog::fillChrgLst(ChargesForm& form)
+{
+    sortChrg();
+    form.lines.clear();
+    for (const ChargeRec& ch : case_.otherCharges())
+        form.lines.push_back(listLine(ch.dtLiab, ch.sDesc));
+    form.editEnabled = form.deleteEnabled = case_.init.nCharges >= 1;
+}
+
+bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
+{
+    if (!showCharge_ || !showCharge_(form))
+        return false;
+    const auto total = ReadMoneyField(form.total, "Total Charge", msgs_);
+    if (!total || total->isZero())
+        return false;
+    const auto tax = ReadMoneyField(form.toTax, "Applied As Tax", msgs_);
+    const auto penalties = tax ? ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_) : std::nullopt;
+    if (!penalties)
+        return false;
+
+    ChargeRec rec = charge;
+    rec.sDesc = form.description;
+    const bool liabilityIsDate = DateValid(form.liabilityDate, "Charge", rec.dtLiab, msgs_);
+    if (liabilityIsDate)
+        ChkDateInPeriod(form.liabilityDate, "Addition to Tax liability", case_.init, msgs_);
+
+    const auto interestDate = ParseUserDate(form.interestDate);
+    if (interestDate && !interestDate->isNoDate()) {
+        rec.dtIntStart = *interestDate;
+    } else if (!rec.dtIntStart.isGiven() || rec.dtIntStart == Date()) {
+        // No day for interest on a charge that has none yet: interest runs
+        // from the date of liability rather than from day 0, which lies before
+        // every calculation.
+        if (liabilityIsDate) {
+            rec.dtIntStart = rec.dtLiab;
+            form.interestDate = FormatShortDate(rec.dtLiab);
+            Warn(msgs_, "No date was given for interest to run on the charge; the date of liability, "
+                            + FormatShortDate(rec.dtLiab) + ", is used.");
+        }
+    }
+
+    rec.cTotal = *total;
+    rec.cToTax = *tax;
+    rec.cToPen = *penalties;
+    if (rec.cTotal != rec.cToTax + rec.cToPen)
+        Warn(msgs_, "The additional charge of " + FormatMoney(rec.cTotal)
+                        + " has not been completely allocated between tax, and penalty which total "
+                        + FormatMoney(rec.cToTax + rec.cToPen) + ".");
+    charge = rec;
+    return true;
+}
+
+MenuMark ChargesDialog::add(ChargesForm& form)
+{
+    ChargeForm dlg;    // both dates empty, texts and amounts empty
+    ChargeRec rec;     // all zero
+    if (!addChrgPen(rec, dlg)) {
+        Warn(msgs_, "Charge not added!");
+        return MenuMark::Keep;
+    }
+    InitInputs& in = case_.init;
+    if (in.nCharges == 0) {
+        case_.charges.assign(1, rec);
+        in.nCharges = 1;
+        fillChrgLst(form);
+        return MenuMark::Set;
+    }
+    const auto n = static_cast<std::int16_t>(case_.charges.size());
+    if (n != in.nCharges)
+        Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(n) + " and gInit.nCharges "
+                        + std::to_string(in.nCharges)
+                        + " should be the same.  Please call Ratewright technical support and report this message.");
+    if (n == 32767)
+        ThrowFault(kErrOverflow, "AddChrgClick", "too many charges");
+    case_.charges.push_back(rec);
+    in.nCharges = static_cast<std::int16_t>(n + 1);
+    fillChrgLst(form);
+    return MenuMark::Keep;
+}
+
+void ChargesDialog::edit(ChargesForm& form, int selected)
+{
+    if (selected < 0 || selected >= case_.init.nCharges) {
+        Warn(msgs_, kNoSelectionWarning);
+        return;
+    }
+    ChargeRec copy = case_.charges[static_cast<std::size_t>(selected)];
+    ChargeForm dlg;
+    dlg.description = copy.sDesc.trimmed();
+    dlg.liabilityDate = InitCSDateCtrl(copy.dtLiab);
+    dlg.interestDate = copy.dtIntStart == Date() ? std::string() : InitCSDateCtrl(copy.dtIntStart);
+    dlg.total = FormatMoneyField(copy.cTotal);
+    dlg.toTax = FormatMoneyField(copy.cToTax);
+    dlg.toPenalties = FormatMoneyField(copy.cToPen);
+    ChargeDialog::calcUnallocCharge(dlg);
+    if (!addChrgPen(copy, dlg))
+        return;
+    case_.charges[static_cast<std::size_t>(selected)] = copy;
+    fillChrgLst(form);
+}
+
+MenuMark ChargesDialog::remove(ChargesForm& form, int selected)
+{
+    InitInputs& in = case_.init;
+    if (selected < 0 || selected >= in.nCharges) {
+        Warn(msgs_, kNoSelectionWarning);
+        return MenuMark::Keep;
+    }
+    const ChargeRec& ch = case_.charges[static_cast<std::size_t>(selected)];
+    if (!msgs_.ask("WARNING!",
+                   "Do you want to delete charge information for charge liability date "
+                       + FormatShortDate(ch.dtLiab) + "?",
+                   MsgIcon::Exclamation))
+        return MenuMark::Keep;
+    MenuMark mark = MenuMark::Keep;
+    if (case_.charges.size() <= 1) {
+        case_.charges.assign(1, ChargeRec{});
+        in.nCharges = 0;
+        mark = MenuMark::Clear;
+    } else {
+        case_.charges.erase(case_.charges.begin() + selected);
+        in.nCharges = static_cast<std::int16_t>(case_.charges.size());
+    }
+    fillChrgLst(form);
+    return mark;
+}
+
+}  // namespace rw

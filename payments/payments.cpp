@@ -1,0 +1,291 @@
+#include "payments/payments.h"
+
+#include "casedata/datechecks.h"
+#include "casedata/fault.h"
+#include "engine/intcalc.h"
+#include "penalties/compute.h"
+
+namespace rw {
+
+namespace {
+
+// A list line: the date, one blank, the 16 characters of the description.
+std::string listLine(Date d, const FixedText<16>& desc)
+{
+    std::string text = desc.str();
+    for (char& ch : text)
+        if (ch == '\0')
+            ch = ' ';
+    return FormatMMDDYYYY(d) + " " + text;
+}
+
+constexpr const char* kSupportRequest = "  Please call Ratewright technical support and report this message.";
+
+}  // namespace
+
+// ---- Payment Information ------------------------------------------------------
+
+PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates, Messages& msgs)
+    : case_(c), rates_(rates), msgs_(msgs)
+{
+}
+
+OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
+{
+    USPenalties penalties;
+    TLPoint totals;
+    const Money interest = IntToDate(dateText, case_, rates_, &penalties, totals, msgs_);
+    return {totals.cTax, totals.cPen, interest};
+}
+
+Money PaymentDialog::calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const
+{
+    const OwedOnDate owed = owedOn(form.date);
+    const Money amount = MoneyFieldOrZero(form.amount);
+    const Money userInterest = MoneyFieldOrZero(form.toInterest);
+    if (mode == PmtAllocMode::Refresh) {
+        if (form.irsMethod) {
+            const PaymentAllocation a = AllocateByIrsMethod(amount, owed);
+            form.toInterest = FormatMoneyField(a.interest);
+            form.toPenalties = FormatMoneyField(a.penalties);
+            form.toTax = FormatMoneyField(a.tax);
+        } else {
+            // Nothing owed on the date: no share, so no ceiling to show.
+            const auto ceiling = InterestCeiling(amount, owed);
+            form.maxInterestLabel = ceiling ? "Max. Interest: " + FormatMoney(*ceiling) : std::string();
+        }
+    } else if (!form.irsMethod) {
+        const auto ceiling = InterestCeiling(amount, owed);
+        if (ceiling && InterestAboveCeiling(userInterest, *ceiling))
+            Warn(msgs_, "The allocation of the payment to interest may be too high since it exceeds $"
+                            + FormatMoney(*ceiling) + "!");
+    }
+    return owed.interest;
+}
+
+void PaymentDialog::showUnallocated(PaymentForm& form) const
+{
+    const Money rest = MoneyFieldOrZero(form.amount) - MoneyFieldOrZero(form.toTax)
+                       - MoneyFieldOrZero(form.toPenalties) - MoneyFieldOrZero(form.toInterest);
+    form.unallocatedLabel = "Unallocated: " + FormatMoney(rest);
+}
+
+void PaymentDialog::calcUnallocPmt(PaymentForm& form) const
+{
+    if (form.irsMethod)
+        calcIRSPmtInt(form, PmtAllocMode::Refresh);
+    showUnallocated(form);
+}
+
+void PaymentDialog::setAllocLbls(PaymentForm& form)
+{
+    form.allocationEnabled = !form.irsMethod;
+}
+
+void PaymentDialog::refreshPmtAlloc(PaymentForm& form) const
+{
+    calcIRSPmtInt(form, PmtAllocMode::Refresh);
+    setAllocLbls(form);
+    showUnallocated(form);
+}
+
+void PaymentDialog::interestChanged(PaymentForm& form) const
+{
+    calcIRSPmtInt(form, PmtAllocMode::Check);
+    calcUnallocPmt(form);
+}
+
+void PaymentDialog::dateChanged(const PaymentForm& form) const
+{
+    ChkDateInPeriod(form.date, "Payment", case_.init, msgs_);
+}
+
+bool PaymentDialog::okAllowed(const PaymentForm& form) const
+{
+    return ReadMoneyField(form.amount, "Payment Amount", msgs_)
+           && ReadMoneyField(form.toTax, "Allocate To Tax", msgs_)
+           && ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_)
+           && ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_);
+}
+
+// ---- Payments -------------------------------------------------------------------
+
+PaymentsDialog::PaymentsDialog(Case& c, const RateTable& rates, Messages& msgs, ShowPaymentDialog showPayment,
+                               std::function<void()> openManual)
+    : case_(c),
+      msgs_(msgs),
+      showPayment_(std::move(showPayment)),
+      openManual_(std::move(openManual)),
+      payment_(c, rates, msgs)
+{
+}
+
+PaymentsForm PaymentsDialog::open()
+{
+    PaymentsForm f;
+    if (IsYes(case_.init.bPayroll)) {
+        f.payrollControlsVisible = true;
+        f.autoArrange = IsYes(case_.init.bAutoArrange);
+    }
+    fillPmtLst(f);
+    return f;
+}
+
+void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
+{
+    form.lines.clear();
+    for (const PaymentRec& p : case_.payments())
+        form.lines.push_back(listLine(p.dtPmt, p.sDesc));
+    form.editEnabled = form.deleteEnabled = case_.init.nPmts >= 1;
+}
+
+bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form)
+{
+    cancelled_ = false;
+    if (!showPayment_ || !showPayment_(form))
+        cancelled_ = true;
+    if (cancelled_)
+        return false;
+    const auto amount = ReadMoneyField(form.amount, "Payment Amount", msgs_);
+    if (!amount || amount->isZero())
+        return false;
+    Date d;
+    if (!DateValid(form.date, "Payment", d, msgs_))
+        return false;
+    const auto tax = ReadMoneyField(form.toTax, "Allocate To Tax", msgs_);
+    const auto interest = tax ? ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_) : std::nullopt;
+    const auto penalties =
+        interest ? ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_) : std::nullopt;
+    if (!penalties)
+        return false;
+
+    PaymentRec rec = pmt;
+    rec.sDesc = form.description;
+    if (d.isGiven())
+        rec.dtPmt = d;
+    rec.cAmount = *amount;
+    rec.cToTax = *tax;
+    rec.cToInt = *interest;
+    rec.cToPen = *penalties;
+    rec.sMethod = form.irsMethod ? "I" : "T";
+    const Money allocated = rec.cToTax + rec.cToInt + rec.cToPen;
+    if (allocated != rec.cAmount) {
+        Warn(msgs_, "The payment of " + PlainMoney(rec.cAmount)
+                        + " has not been completely allocated between tax, interest and penalty which total "
+                        + PlainMoney(allocated) + ".");
+        return false;
+    }
+    pmt = rec;
+    return true;
+}
+
+MenuMark PaymentsDialog::add(PaymentsForm& form)
+{
+    PaymentForm dlg;  // everything empty, the IRS method chosen
+    dlg.irsMethod = true;
+    PaymentDialog::setAllocLbls(dlg);
+    PaymentRec rec;
+    if (!addPmt(rec, dlg)) {
+        Warn(msgs_, "Payment not added!");
+        return MenuMark::Keep;
+    }
+    InitInputs& in = case_.init;
+    if (in.nPmts == 0) {
+        case_.pmts.assign(1, rec);
+        in.nPmts = 1;
+        fillPmtLst(form);
+        return MenuMark::Set;
+    }
+    const auto n = static_cast<std::int16_t>(case_.pmts.size());
+    if (n != in.nPmts)
+        Warn(msgs_, "AddPmtClick error! nPmts " + std::to_string(n) + " and gInit.nPmts " + std::to_string(in.nPmts)
+                        + " should be the same." + kSupportRequest);
+    if (n == 32767)
+        ThrowFault(kErrOverflow, "AddPmtClick", "too many payments");
+    case_.pmts.push_back(rec);
+    in.nPmts = static_cast<std::int16_t>(case_.pmts.size());
+    fillPmtLst(form);
+    if (!IsYes(in.bPayroll)) {
+        const PaymentRec& previous = case_.pmts[case_.pmts.size() - 2];
+        if (rec.dtPmt < previous.dtPmt)
+            Warn(msgs_, "Payments have to be entered in chronological order for this program to be accurate.  "
+                        "This payment is not in chronological order! This payment date: "
+                            + FormatShortDate(rec.dtPmt) + ". Previous payment date entered: "
+                            + FormatShortDate(previous.dtPmt) + ".");
+    }
+    return MenuMark::Keep;
+}
+
+void PaymentsDialog::edit(PaymentsForm& form, int selected)
+{
+    if (selected < 0 || selected >= case_.init.nPmts) {
+        Warn(msgs_, kNoSelectionWarning);
+        return;
+    }
+    PaymentRec copy = case_.pmts[static_cast<std::size_t>(selected)];
+    PaymentForm dlg;
+    dlg.description = copy.sDesc.trimmed();
+    dlg.date = InitCSDateCtrl(copy.dtPmt);
+    dlg.toInterest = FormatMoneyField(copy.cToInt);
+    dlg.toPenalties = FormatMoneyField(copy.cToPen);
+    dlg.toTax = FormatMoneyField(copy.cToTax);
+    dlg.amount = FormatMoneyField(copy.cAmount);
+    dlg.irsMethod = !copy.sMethod.is("T");
+    PaymentDialog::setAllocLbls(dlg);
+    if (!addPmt(copy, dlg))
+        return;  // Cancel or a refused entry leaves the payment as it was
+    case_.pmts[static_cast<std::size_t>(selected)] = copy;
+    fillPmtLst(form);
+}
+
+MenuMark PaymentsDialog::remove(PaymentsForm& form, int selected)
+{
+    InitInputs& in = case_.init;
+    if (selected < 0 || selected >= in.nPmts) {
+        Warn(msgs_, kNoSelectionWarning);
+        return MenuMark::Keep;
+    }
+    const PaymentRec& p = case_.pmts[static_cast<std::size_t>(selected)];
+    if (!msgs_.ask("WARNING!",
+                   "Do you want to delete payment information for payment date " + FormatShortDate(p.dtPmt) + "?",
+                   MsgIcon::Exclamation))
+        return MenuMark::Keep;
+    MenuMark mark = MenuMark::Keep;
+    if (in.nPmts == 1) {
+        case_.pmts.assign(1, PaymentRec{});
+        in.nPmts = 0;
+        mark = MenuMark::Clear;
+    } else {
+        case_.pmts.erase(case_.pmts.begin() + selected);
+        in.nPmts = static_cast<std::int16_t>(case_.pmts.size());
+    }
+    fillPmtLst(form);
+    return mark;
+}
+
+void PaymentsDialog::payrollHint()
+{
+    msgs_.show("Ratewright", "When the help file comes up, search for MATCH PAYROLL.", MsgIcon::Information);
+    if (openManual_)
+        openManual_();
+}
+
+void PaymentsDialog::close(PaymentsForm& form, ArrangeProgress* progress)
+{
+    InitInputs& in = case_.init;
+    in.bAutoArrange = ToFlag(form.autoArrange);
+    if (form.autoArrange) {
+        if (progress) {
+            progress->setVisible(true);
+            progress->repaint();
+        }
+        GetLowestPRPen(case_, msgs_, progress);
+        if (progress)
+            progress->setVisible(false);
+        form.autoArrange = false;
+        fillPmtLst(form);
+    }
+    in.bAutoArrange = kNo;
+}
+
+}  // namespace rw

@@ -1,0 +1,130 @@
+#pragma once
+// The "Payments" list and the "Payment Information" dialog as logic over
+// plain forms, with the allocation of a payment on its date.
+
+#include "casedata/caserecord.h"
+#include "casedata/messages.h"
+#include "casedata/ratetable.h"
+#include "payments/allocation.h"
+#include "penalties/arrange.h"
+#include "penalties/formfields.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace rw {
+
+struct PaymentForm {
+    std::string description;   // "Description of Payment:"
+    std::string date;          // "Payment Date" ("m/d/yyyy", empty when none)
+    std::string amount;        // "Payment Amount:"
+    bool irsMethod = true;     // "Use IRS Allocation Method"
+    std::string toTax;         // "Allocate To Tax:"
+    std::string toInterest;    // "Allocate To Interest:"
+    std::string toPenalties;   // "Allocate To Penalties:"
+    bool allocationEnabled = false;  // the three allocation fields and their labels
+    std::string unallocatedLabel;    // CSLblBalance: "Unallocated: 0.00"
+    std::string maxInterestLabel;    // CSlblMaxInt: "Max. Interest: 150.00"; empty while there is no ceiling
+};
+
+enum class PmtAllocMode {
+    Check = 5,    // warn when the user's interest part is above the ceiling
+    Refresh = 6,  // allocate by the IRS method, or show the ceiling
+};
+
+// The reactions of "Payment Information": what is owed on the payment date
+// comes from the interest computation stopped on that date (IntToDate), with
+// the case's penalties computed on the way.
+class PaymentDialog {
+public:
+    PaymentDialog(const Case& c, const RateTable& rates, Messages& msgs);
+
+    // Tax, penalties and interest owed on the date (all 0 for a text that is
+    // not a date, after the warning).
+    OwedOnDate owedOn(std::string_view dateText) const;
+
+    // CalcIRSPmtInt: returns the interest owed on the date.
+    Money calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const;
+    // CalcUnallocPmt: the IRS allocation refreshed when chosen, then the
+    // unallocated amount.
+    void calcUnallocPmt(PaymentForm& form) const;
+    // SetAllocLbls: the allocation fields are the user's only without the
+    // IRS method.
+    static void setAllocLbls(PaymentForm& form);
+    // RefreshPmtAlloc: CalcIRSPmtInt (refresh), SetAllocLbls, the unallocated
+    // amount (from the allocation just made; the date is not computed twice).
+    void refreshPmtAlloc(PaymentForm& form) const;
+
+    // Events.
+    void irsMethodClicked(PaymentForm& form) const { refreshPmtAlloc(form); }  // also focus in / out
+    void interestChanged(PaymentForm& form) const;
+    void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }    // amount, tax, penalties
+    // The date field holds a new date: the period check, "Payment".
+    void dateChanged(const PaymentForm& form) const;
+    // OK: false (with a warning) while a money field is not an amount; the
+    // window then keeps the dialog open.
+    bool okAllowed(const PaymentForm& form) const;
+
+private:
+    void showUnallocated(PaymentForm& form) const;
+
+    const Case& case_;
+    const RateTable& rates_;
+    Messages& msgs_;
+};
+
+struct PaymentsForm {
+    std::vector<std::string> lines;  // lstPmt: "mm/dd/yyyy" + " " + the 16 characters of the description
+    bool editEnabled = false;
+    bool deleteEnabled = false;
+    bool payrollControlsVisible = false;  // chkMinPRPenalty and btnPRhint
+    bool autoArrange = false;             // chkMinPRPenalty
+};
+
+inline constexpr const char* kNoSelectionWarning = "No item selected!  Please click on the item you want to select.";
+
+class PaymentsDialog {
+public:
+    // Shows "Payment Information" modally over the form (the window binds it,
+    // runs paymentDialog()'s reactions and returns true for OK, false for
+    // Cancel).
+    using ShowPaymentDialog = std::function<bool(PaymentForm&)>;
+
+    PaymentsDialog(Case& c, const RateTable& rates, Messages& msgs, ShowPaymentDialog showPayment,
+                   std::function<void()> openManual = {});
+
+    // InitPmtIP.
+    PaymentsForm open();
+    // FillPmtLst: the list lines (and the Edit / Delete state) from the case.
+    void fillPmtLst(PaymentsForm& form) const;
+    // AddPmtClick. Set when the first payment was added.
+    MenuMark add(PaymentsForm& form);
+    // EditPmt; the selected line is the payment's index (-1: none).
+    void edit(PaymentsForm& form, int selected);
+    // DelPmt. Clear when the last payment was deleted.
+    MenuMark remove(PaymentsForm& form, int selected);
+    // "&Hint to Minimize Payroll Penalties": the hint, then the manual.
+    void payrollHint();
+    // Close: the auto-arrange check box runs the deposit arrangement search
+    // (with the progress shown), then the case's flag is left 0. The window
+    // then closes the dialog and writes the recovery copy.
+    void close(PaymentsForm& form, ArrangeProgress* progress = nullptr);
+
+    // AddPmt: shows the dialog over form and, when the payment is complete,
+    // writes it into pmt.
+    bool addPmt(PaymentRec& pmt, PaymentForm& form);
+
+    const PaymentDialog& paymentDialog() const { return payment_; }
+
+private:
+    Case& case_;
+    Messages& msgs_;
+    ShowPaymentDialog showPayment_;
+    std::function<void()> openManual_;
+    PaymentDialog payment_;
+    bool cancelled_ = false;
+};
+
+}  // namespace rw

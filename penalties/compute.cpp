@@ -1,0 +1,39 @@
+#include "penalties/compute.h"
+
+#include "penalties/accrel.h"
+#include "penalties/faultname.h"
+#include "penalties/ftofile.h"
+#include "penalties/payroll.h"
+
+namespace rw {
+
+void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next)
+{
+    AsProcedure("AddUSPenaltyPts", [&] {
+        ftoRows.clear();
+        prTable.clear();
+        const InitInputs& in = c.init;
+        if (in.nDeposits >= 1)
+            AddUSPRPts(c, tl, next, prTable);
+        if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
+            CalcUSFtoFilePay(c, tl, next, ftoRows);
+        if (IsYes(in.bAccRel))
+            CalcAccRelPen(c, tl, next);
+    });
+}
+
+CaseComputation ComputeCase(const Case& c, const RateTable& rates)
+{
+    CaseComputation out;
+    out.kase = c;
+    USPenalties penalties;
+    out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
+    out.ftoRows = penalties.ftoRows;
+    // The payroll analysis lists the table of every case with deposits, also
+    // when the penalty run did not make it.
+    if (out.kase.init.nDeposits >= 1)
+        CalcUSPRPen(out.kase, out.kase.payments(), out.prTable);
+    return out;
+}
+
+}  // namespace rw

@@ -1,0 +1,105 @@
+#pragma once
+// The "Payroll Tax Deposit Penalties" list and the "Payroll Deposit
+// Information" dialog as logic over plain forms.
+
+#include "casedata/caserecord.h"
+#include "casedata/messages.h"
+#include "penalties/formfields.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace rw {
+
+struct DepositForm {
+    std::string dueDate;          // "Due Date for Deposit:" (empty shows "__/__/____")
+    std::string required;         // "Required Deposit:"
+    std::string assessDate;       // "Assessment Date:"
+    bool severe = false;          // "Does §6656(b)(1)(B) Apply:" "&Yes" / "&No"
+    std::string delinquencyDate;  // "Date of Earliest Delinquency Notice:"
+    std::string jeopardyDate;     // "Date of Demand for Immediate Payment (Jeopardy Assessment):"
+    bool noticeDatesEnabled = false;
+    std::string hint;             // CSlblNote
+};
+
+enum class DepositField { DueDate, Required, AssessDate, Severe, DelinquencyDate, JeopardyDate };
+
+// The reactions of "Payroll Deposit Information" while it is shown.
+class DepositDialog {
+public:
+    DepositDialog(const Case& c, Messages& msgs);
+
+    // The notice dates are open for entry only with Yes.
+    static void severeChanged(DepositForm& form);
+    // The hint line of the field that received the focus (empty for the
+    // fields without one).
+    static void focusEntered(DepositForm& form, DepositField field);
+    // Leaving a field empties the hint line; the due date and the assessment
+    // date are checked.
+    void focusLeft(DepositForm& form, DepositField field) const;
+    // OK: false (with a warning) while "Required Deposit:" is not an amount;
+    // the window then keeps the dialog open.
+    bool okAllowed(const DepositForm& form) const;
+
+private:
+    const Case& case_;
+    Messages& msgs_;
+};
+
+struct DepositListForm {
+    std::vector<std::string> lines;  // lstDep: "mm/dd/yyyy", in list order
+    bool editEnabled = false;
+    bool deleteEnabled = false;
+};
+
+// Texts of the dialog.
+inline constexpr const char* kSevereHint =
+    "I.R.C. Sec. 6656(b)(1)(B) increases the penalty rate to 15% in situations after either delinquency notices "
+    "(Sec. 6303) or jeopardy assessments (Sec. 6861, 6862 or 6331(a)).";
+inline constexpr const char* kDelinquencyHint =
+    "Enter date of the first deliquency notice under I.R.C. Sec. 6303.  If no deliquency notice was issued, "
+    "leave input blank.";
+inline constexpr const char* kJeopardyHint =
+    "Enter date notice and demand for immediate payment was given under I.R.C. Sec. 6861, 6862 or 6331(a).  If "
+    "no deliquency notice was issued, leave input blank.";
+
+class DepositListDialog {
+public:
+    // Shows "Payroll Deposit Information" modally over the form (the window
+    // binds it, runs DepositDialog's reactions and returns true for OK, false
+    // for Cancel).
+    using ShowDepositDialog = std::function<bool(DepositForm&)>;
+
+    DepositListDialog(Case& c, Messages& msgs, ShowDepositDialog showDeposit,
+                      std::function<void()> openManual = {});
+
+    // InitDepPen.
+    DepositListForm open();
+    // FillDepositList: the lines of the deposits in use; with at least one, the
+    // case's penalties are on.
+    DepositListForm fillDepositList();
+    // AddDepClick. Set when the first deposit was added.
+    MenuMark add(DepositListForm& form);
+    // EditDepPen; nothing happens without a selection (-1).
+    void edit(DepositListForm& form, int selected);
+    // DelDeposit. Clear when the last deposit was deleted.
+    MenuMark remove(DepositListForm& form, int selected);
+    // "&Tutorial": the hint, then the manual.
+    void tutorial();
+
+    // AddDepPen: shows the dialog over form and, when a non-zero required
+    // deposit was entered, writes the form into deposit.
+    bool addDepPen(DepositRec& deposit, DepositForm& form);
+    // SortDeposits: the deposits in use by due date; deposits with the same due
+    // date keep their order.
+    void sortDeposits();
+
+private:
+    Case& case_;
+    Messages& msgs_;
+    ShowDepositDialog showDeposit_;
+    std::function<void()> openManual_;
+};
+
+}  // namespace rw
