@@ -13,44 +13,18 @@ constexpr std::string_view kRowTitle = "Period By Period Results";
 
 }  // namespace
 
-DetailRowText DetailRow(const ResultPeriod& r)
-{
-    DetailRowText t;
-    t.begin = FormatMMDDYYYY(r.dtBegin);
-    t.end = FormatMMDDYYYY(r.dtEnd);
-    t.desc = StoredText(r.sDesc);
-    // The single rate widened to double, then scaled to percent.
-    t.rate = RightAlign(FormatFixed(static_cast<double>(r.fRate) * 100.0, 4, 1), 7);
-    t.taxPen = RtJustAmt(r.cTaxPen);
-    t.accrued = RtJustAmt(r.cAccruedInt);
-    t.days = FormatFixed(static_cast<double>(r.nDays), 0, 1);
-    t.factor = FormatFixed(r.dIntFactor, 9, 0);
-    t.interest = RtJustAmt(r.cInterest);
-    return t;
-}
-
 GridData DetailGrid(const std::vector<ResultPeriod>& rows)
 {
-    return WithFaultName("FillDetailIntDisp", [&] {
-        GridData g = MakeGrid("Detailed Interest Analysis",
-                              {"BEGINNING DATE", "ENDING DATE", "DESCRIPTION", "INTEREST RATE",
-                               "BEGINNING TAX & PENALTIES", "ACCRUED INTEREST", "DAYS", "INTEREST FACTOR",
-                               "INTEREST"},
-                              rows.size() + 2, CellAlign::Right);
-        g.align[2] = CellAlign::Left;
-        g.widthUnits[2] = 2;
-        Money total;
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            const DetailRowText t = DetailRow(rows[i]);
-            g.cells[i + 1] = {t.begin, t.end, t.desc, t.rate, t.taxPen, t.accrued, t.days, t.factor, t.interest};
-            total += rows[i].cInterest;
-        }
-        auto& last = g.cells.back();
-        last[0] = "Ending";
-        last[1] = "Interest";
-        last[8] = RtJustAmt(total);
-        return g;
-    });
+    const DetailAnalysis a = MakeDetailAnalysis(rows);
+    GridData g;
+    g.caption = "Detailed Interest Analysis";
+    for (const DetailLine& line : a.grid())
+        g.cells.emplace_back(line.begin(), line.end());
+    for (std::size_t c = 0; c < kDetailColumns; ++c) {
+        g.align.push_back(DetailColumnRightAligned(c) ? CellAlign::Right : CellAlign::Left);
+        g.widthUnits.push_back(DetailColumnWidthUnits(c));
+    }
+    return g;
 }
 
 void PrnResultHead(PrintManager& pm, const InitInputs& init)
@@ -79,13 +53,14 @@ void PrnResult(PrintManager& pm, const InitInputs& init, const std::vector<Resul
         for (const ResultPeriod& r : rows) {
             if (pm.PrnManager2(1, h1, h2, kRowTitle) == 1)
                 PrnResultHead(pm, init);
-            const DetailRowText t = DetailRow(r);
-            p.printAt(9, t.desc + " " + t.begin + " " + t.end + " " + t.rate + " ");
-            p.printAt(57, t.taxPen);
-            p.printAt(72, t.accrued);
-            p.printAt(88, t.days);
-            p.printAt(92, t.factor);
-            p.printAt(103, t.interest);
+            // The description keeps its 16 cells on paper, set or not.
+            const DetailLine t = DetailRowCells(r);
+            p.printAt(9, LeftAlign(t[2], 16) + " " + t[0] + " " + t[1] + " " + t[3] + " ");
+            p.printAt(57, t[4]);
+            p.printAt(72, t[5]);
+            p.printAt(88, t[6]);
+            p.printAt(92, t[7]);
+            p.printAt(103, t[8]);
             p.endLine();
             total += r.cInterest;
         }

@@ -34,8 +34,8 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     std::vector<Group> g;
     Group first;
     first.lines = {
-        "Taxpayer: " + StoredText(in.sName),
-        "Optional Second Line: " + StoredText(in.s2ndLine),
+        "Taxpayer: " + in.sName.trimmed(),
+        "Optional Second Line: " + in.s2ndLine.trimmed(),
         "",
         "Date Due: " + shortDate(in.dtDue),
         "Initially An Overstatement: " + YesNo(in.bOverpayment),

@@ -1,0 +1,13 @@
+#pragma once
+// The figures of the reports as the program computes them: ComputeCase with
+// the authority's rate table (its payroll penalty table included).
+
+#include "casedata/ratetable.h"
+#include "reports/printmaster.h"
+
+namespace rw {
+
+// The rate table is copied; the sources stay valid on their own.
+ReportSources StandardReportSources(const RateTable& rates);
+
+}  // namespace rw
