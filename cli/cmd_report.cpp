@@ -1,13 +1,171 @@
-#include "cli/cli.h"
+#include "cli/cmd_report.h"
+
+#include "casedata/numtext.h"
+#include "cli/casejson.h"
+#include "reports/grid.h"
+#include "reports/printmaster.h"
+#include "reports/standardsources.h"
+
+#include <nlohmann/json.hpp>
 
 #include <ostream>
 
 namespace rw::cli {
 
+namespace {
+
+struct ReportName {
+    std::string_view name;
+    std::int32_t value;
+};
+constexpr ReportName kReportNames[] = {
+    {"inputs", kRptInputs}, {"summary", kRptSummary}, {"detail", kRptDetail},
+    {"ftfp", kRptFailFilePay}, {"accrel", kRptAccRel}, {"payroll", kRptPayroll},
+};
+
+// A window text on the terminal: CR LF becomes a newline, Latin-1 becomes UTF-8.
+std::string terminalText(std::string_view text)
+{
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+            continue;
+        out += text[i];
+    }
+    return Latin1ToUtf8(out);
+}
+
+void writeGrid(std::ostream& os, const GridData& g)
+{
+    os << Latin1ToUtf8(GridAsText(g));
+}
+
+}  // namespace
+
+std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& error)
+{
+    std::int32_t mask = 0;
+    std::size_t pos = 0;
+    while (pos <= list.size()) {
+        std::size_t comma = list.find(',', pos);
+        if (comma == std::string_view::npos)
+            comma = list.size();
+        const std::string_view name = list.substr(pos, comma - pos);
+        bool known = false;
+        if (name == "all") {
+            for (const ReportName& r : kReportNames)
+                mask |= r.value;
+            known = true;
+        }
+        for (const ReportName& r : kReportNames) {
+            if (name == r.name) {
+                mask |= r.value;
+                known = true;
+            }
+        }
+        if (!known) {
+            error = "unknown report '" + std::string(name)
+                + "' (use inputs, summary, detail, ftfp, accrel, payroll or all)";
+            return std::nullopt;
+        }
+        pos = comma + 1;
+    }
+    return mask;
+}
+
+void StreamMessages::show(std::string_view title, std::string_view text, MsgIcon)
+{
+    os_ << Latin1ToUtf8(title) << ": " << Latin1ToUtf8(text) << "\n";
+}
+
+bool StreamMessages::ask(std::string_view title, std::string_view text, MsgIcon icon)
+{
+    show(title, text, icon);
+    return true;
+}
+
+int LoadCaseWithRates(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates)
+{
+    std::string error;
+    if (!LoadCaseFile(path, c, error)) {
+        env.err << "qratcalc-cli " << command << ": " << error << "\n";
+        return kExitBadInput;
+    }
+    StreamMessages msgs(env.err);
+    const std::string code = c.init.sTaxAuth.isUnset() ? std::string("US  ") : c.init.sTaxAuth.str();
+    if (!OpenRates(code, env.paths, msgs, rates)) {
+        env.err << "qratcalc-cli " << command << ": the rate table of the case's authority could not be loaded\n";
+        return kExitProblem;
+    }
+    return kExitOk;
+}
+
+void WriteFault(CliEnv& env, const Fault& f)
+{
+    nlohmann::json j;
+    j["fault"] = {{"procedure", Latin1ToUtf8(f.procedure())},
+                  {"number", f.number()},
+                  {"detail", Latin1ToUtf8(f.detail())}};
+    env.out << j.dump() << "\n";
+}
+
+// report --reports LIST CASE: the texts of the report windows in the order
+// the report display command opens them. Text windows print their text; grid
+// windows print their grid with columns aligned (one blank between columns);
+// the inputs window prints its text and then the grid of every list it can
+// open. Each window begins with a line "=== caption ===".
 int CmdReport(CliEnv& env)
 {
-    env.err << "qratcalc-cli report: not available in this build yet\n";
-    return kExitBadInput;
+    bool missing = false;
+    const std::optional<std::string> list = TakeOption(env.args, "--reports", "-r", &missing);
+    if (missing || env.args.size() != 1 || env.args[0].starts_with("-")) {
+        env.err << "qratcalc-cli report: usage: report [--reports LIST] CASE\n";
+        return kExitBadInput;
+    }
+    std::string error;
+    const std::optional<std::int32_t> choice = ParseReportList(list ? *list : "all", error);
+    if (!choice) {
+        env.err << "qratcalc-cli report: " << error << "\n";
+        return kExitBadInput;
+    }
+    Case c;
+    RateTable rates;
+    if (int status = LoadCaseWithRates(env, "report", env.args[0], c, rates); status != kExitOk)
+        return status;
+    std::vector<ReportWindow> windows;
+    try {
+        windows = ReportWindows(*choice, c, StandardReportSources(rates));
+    } catch (const Fault& f) {
+        WriteFault(env, f);
+        return kExitBadInput;
+    }
+    bool first = true;
+    for (const ReportWindow& w : windows) {
+        if (!first)
+            env.out << "\n";
+        first = false;
+        env.out << "=== " << Latin1ToUtf8(w.caption) << " ===\n";
+        if (w.grid)
+            writeGrid(env.out, *w.grid);
+        else
+            env.out << terminalText(w.text);
+        if (w.inputs) {
+            const std::pair<bool, InputGridKind> lists[] = {
+                {w.inputs->depositsEnabled, InputGridKind::Deposits},
+                {w.inputs->chargesEnabled, InputGridKind::Charges},
+                {w.inputs->paymentsEnabled, InputGridKind::Payments},
+            };
+            for (const auto& [enabled, kind] : lists) {
+                if (!enabled)
+                    continue;
+                const GridData g = InputsGrid(c, kind);
+                env.out << "\n--- " << Latin1ToUtf8(g.caption) << " ---\n";
+                writeGrid(env.out, g);
+            }
+        }
+    }
+    return kExitOk;
 }
 
 }  // namespace rw::cli
