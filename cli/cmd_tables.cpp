@@ -58,8 +58,8 @@ int listTables(CliEnv& env)
 {
     bool allPresent = true;
     env.out << LeftAlign("Code", 6) << LeftAlign("Authority", 34) << LeftAlign("Table", 14)
-            << LeftAlign("Present", 9) << LeftAlign("First", 12) << LeftAlign("Last", 12) << RightAlign("Rows", 5)
-            << "\n";
+            << LeftAlign("Present", 9) << LeftAlign("First", 12) << LeftAlign("Last", 12)
+            << RightAlign("Rows", 5) << "\n";
     for (const Authority& a : Authorities()) {
         const RateTableReadResult r = ReadRateTableFile(env.paths.table(a.file));
         const bool present = r.status != RateTableReadResult::Status::NotFound;
@@ -76,8 +76,8 @@ int listTables(CliEnv& env)
         if (r.status != RateTableReadResult::Status::Ok) {
             allPresent = false;
             if (present)
-                env.err << "qratcalc-cli tables: " << env.paths.table(a.file).string() << " " << readProblem(r)
-                        << "\n";
+                env.err << "qratcalc-cli tables: " << env.paths.table(a.file).string() << " "
+                        << readProblem(r) << "\n";
         }
     }
     return allPresent ? kExitOk : kExitProblem;
@@ -97,8 +97,8 @@ int showTable(CliEnv& env, const Authority& a)
     const std::filesystem::path srcPath = sourcePath(env.paths, a);
     const ratesrc::SourceFile src = ratesrc::ReadSourceFile(srcPath, ratesrc::kTableHeader);
     if (!src.problems.empty())
-        env.err << "qratcalc-cli tables: the sources of " << a.file << " cannot be shown: "
-                << src.problems.front().text() << "\n";
+        env.err << "qratcalc-cli tables: the sources of " << a.file
+                << " cannot be shown: " << src.problems.front().text() << "\n";
     std::map<std::pair<std::string, std::string>, const ratesrc::SourceRow*> byPeriod;
     for (const ratesrc::SourceRow& s : src.rows)
         byPeriod[{s.from, s.thru}] = &s;

@@ -72,7 +72,8 @@ TEST(BuiltTables, EveryAuthorityHasItsTableAndSource)
     for (const rw::Authority& a : rw::Authorities()) {
         const auto r = rw::ReadRateTableFile(installDir() / a.file);
         EXPECT_EQ(r.status, rw::RateTableReadResult::Status::Ok) << a.file;
-        EXPECT_TRUE(std::filesystem::is_regular_file(installDir() / "rates-src" / rw::ratesrc::SourceFileName(a.file)))
+        EXPECT_TRUE(std::filesystem::is_regular_file(installDir() / "rates-src"
+                                                     / rw::ratesrc::SourceFileName(a.file)))
             << a.file;
         // Rows follow each other day by day.
         for (std::size_t i = 1; i < r.rows.size(); ++i)
@@ -90,8 +91,8 @@ TEST(BuiltTables, FederalFirstAndLastRows)
     // 10/01/2026,12/31/2026,0.07,0.07,C (an estimate, kept)
     expectRow(&t.back(), Date::fromCivil(2026, 10, 1), Date(46387.0), 0.07f, 0.07f, 'C');
     // 01/01/1983,06/30/1983,0.16,0.16,C: daily compounding begins
-    expectRow(rowFrom(t, Date::fromCivil(1983, 1, 1)), Date::fromCivil(1983, 1, 1), Date::fromCivil(1983, 6, 30),
-              0.16f, 0.16f, 'C');
+    expectRow(rowFrom(t, Date::fromCivil(1983, 1, 1)), Date::fromCivil(1983, 1, 1),
+              Date::fromCivil(1983, 6, 30), 0.16f, 0.16f, 'C');
 }
 
 TEST(BuiltTables, Pennsylvania)
@@ -101,8 +102,8 @@ TEST(BuiltTables, Pennsylvania)
     // 01/01/1982,12/31/1982,20,20,S (per cent in the schedule)
     expectRow(&t.front(), Date(29952.0), Date::fromCivil(1982, 12, 31), 0.2f, 0.2f, 'S');
     // 01/01/2011,12/31/2016,3,3,S
-    expectRow(rowFrom(t, Date::fromCivil(2011, 1, 1)), Date::fromCivil(2011, 1, 1), Date::fromCivil(2016, 12, 31),
-              0.03f, 0.03f, 'S');
+    expectRow(rowFrom(t, Date::fromCivil(2011, 1, 1)), Date::fromCivil(2011, 1, 1),
+              Date::fromCivil(2016, 12, 31), 0.03f, 0.03f, 'S');
     // 01/01/2026,12/31/2026,7,7,S
     expectRow(&t.back(), Date::fromCivil(2026, 1, 1), Date(46387.0), 0.07f, 0.07f, 'S');
 }
@@ -115,8 +116,8 @@ TEST(BuiltTables, MassachusettsUnderpayment)
     // 01/01/1993,06/30/1994,8,8,C
     expectRow(&t.front(), Date::fromCivil(1993, 1, 1), Date::fromCivil(1994, 6, 30), 0.08f, 0.08f, 'C');
     // 07/01/2003,09/30/2003,6,4,C: refunds at the lower rate from 7/1/2003
-    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1), Date::fromCivil(2003, 9, 30),
-              0.06f, 0.04f, 'C');
+    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1),
+              Date::fromCivil(2003, 9, 30), 0.06f, 0.04f, 'C');
     // 01/01/2025,03/31/2026,8,6,C
     expectRow(&t.back(), Date(45658.0), Date::fromCivil(2026, 3, 31), 0.08f, 0.06f, 'C');
 }
@@ -125,10 +126,10 @@ TEST(BuiltTables, MassachusettsOverpaymentTurnsSimple)
 {
     const RateTable t = table("Ma1-op.tbl");
     // 01/01/2003,06/30/2003,6,6,C then 07/01/2003,09/30/2003,6,4,S
-    expectRow(rowFrom(t, Date::fromCivil(2003, 1, 1)), Date::fromCivil(2003, 1, 1), Date::fromCivil(2003, 6, 30),
-              0.06f, 0.06f, 'C');
-    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1), Date::fromCivil(2003, 9, 30),
-              0.06f, 0.04f, 'S');
+    expectRow(rowFrom(t, Date::fromCivil(2003, 1, 1)), Date::fromCivil(2003, 1, 1),
+              Date::fromCivil(2003, 6, 30), 0.06f, 0.06f, 'C');
+    expectRow(rowFrom(t, Date::fromCivil(2003, 7, 1)), Date::fromCivil(2003, 7, 1),
+              Date::fromCivil(2003, 9, 30), 0.06f, 0.04f, 'S');
 }
 
 TEST(BuiltTables, FloridaKeepsOnlyTheRunAfterItsLastGap)
@@ -148,8 +149,8 @@ TEST(BuiltTables, MarylandMonthlyRatesAreTabledAsSimple)
     // 01/01/2025,12/31/2025,11.4825,11.4825,S-monthly
     expectRow(&t.back(), Date(45658.0), Date(46022.0), 0.114825f, 0.114825f, 'S');
     // 01/01/2024,12/31/2024,10.0075,10.0075,S-monthly
-    expectRow(rowFrom(t, Date::fromCivil(2024, 1, 1)), Date::fromCivil(2024, 1, 1), Date::fromCivil(2024, 12, 31),
-              0.100075f, 0.100075f, 'S');
+    expectRow(rowFrom(t, Date::fromCivil(2024, 1, 1)), Date::fromCivil(2024, 1, 1),
+              Date::fromCivil(2024, 12, 31), 0.100075f, 0.100075f, 'S');
 }
 
 TEST(BuiltTables, ReleaseFile)

@@ -28,7 +28,8 @@ void writeFile(const std::filesystem::path& p, const std::string& text)
 
 TEST(CsvRecord, QuotedFieldsKeepCommasAndQuotes)
 {
-    const auto f = rs::SplitCsvRecord(R"(01/01/2020,12/31/2020,0.05,,S,"Rev. Rul. 2020-13, ""as announced""")");
+    const auto f
+        = rs::SplitCsvRecord(R"(01/01/2020,12/31/2020,0.05,,S,"Rev. Rul. 2020-13, ""as announced""")");
     ASSERT_TRUE(f);
     ASSERT_EQ(f->size(), 6u);
     EXPECT_EQ((*f)[3], "");
@@ -111,7 +112,7 @@ struct PercentCase {
     const char* fraction;
 };
 
-class PercentToFraction : public ::testing::TestWithParam<PercentCase> {};
+class PercentToFraction : public ::testing::TestWithParam<PercentCase> { };
 
 TEST_P(PercentToFraction, MovesThePointTwoPlaces)
 {
@@ -246,7 +247,8 @@ TEST(TableCheck, RefusesUnknownMethodsDatesHeaderAndEmptySource)
 {
     rwtest::TempDir dir;
     EXPECT_TRUE(mentions(buildFromFile(dir, "01/01/2017,12/31/2017,0.04,0.04,M,a\n"), 2, "method 'M'"));
-    EXPECT_TRUE(mentions(buildFromFile(dir, "1/1/2017,12/31/2017,0.04,0.04,S,a\n"), 2, "from date '1/1/2017'"));
+    EXPECT_TRUE(
+        mentions(buildFromFile(dir, "1/1/2017,12/31/2017,0.04,0.04,S,a\n"), 2, "from date '1/1/2017'"));
     EXPECT_TRUE(mentions(buildFromFile(dir, "01/01/2017,12/31/2017,0.04,0.04,S\n"), 2, "expected 6 fields"));
     EXPECT_TRUE(mentions(buildFromFile(dir, ""), 0, "no rate periods"));
 
@@ -291,7 +293,8 @@ TEST(MkRateTable, FailsAndLeavesNoTableForABadSource)
 {
     rwtest::TempDir dir;
     writeFile(dir / "bad.tbl", "an old table");
-    writeFile(dir / "bad.csv", kHeader + "01/01/2017,12/31/2017,0.04,0.04,S,a\n01/03/2018,12/31/2018,0.04,0.04,S,b\n");
+    writeFile(dir / "bad.csv",
+              kHeader + "01/01/2017,12/31/2017,0.04,0.04,S,a\n01/03/2018,12/31/2018,0.04,0.04,S,b\n");
     EXPECT_NE(runTool((dir / "bad.csv").string() + " " + (dir / "bad.tbl").string()), 0);
     EXPECT_FALSE(std::filesystem::exists(dir / "bad.tbl"));
     EXPECT_NE(runTool("--check " + (dir / "bad.csv").string()), 0);

@@ -12,27 +12,28 @@ namespace rs = rw::ratesrc;
 
 namespace {
 
-const std::string kScheduleHeader =
-    "from_mm/dd/yyyy,thru_mm/dd/yyyy,underpayment_pct,overpayment_pct,method,source\n";
+const std::string kScheduleHeader
+    = "from_mm/dd/yyyy,thru_mm/dd/yyyy,underpayment_pct,overpayment_pct,method,source\n";
 
 rs::SourceFile schedule(const std::string& body)
 {
     return rs::ParseSource(kScheduleHeader + body, "XX.csv", rs::kScheduleHeader);
 }
 
-// A made-up schedule: a long sourced run early on, a gap, a row that gives
-// only the underpayment rate, then a short sourced run, and a gap at the end
-// for the periods not yet announced.
-const std::string kMadeUp =
-    "01/01/1990,12/31/1994,9,9,S,Statute A\n"                            // line 2, row 0
-    "01/01/1995,12/31/1999,8,8,S,Statute A\n"                            // row 1
-    "01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"         // row 2
-    "01/01/2005,12/31/2007,,,,GAP: not found\n"                           // row 3
-    "01/01/2008,12/31/2008,6,6,C,Notice 2008\n"                           // row 4
-    "01/01/2009,12/31/2009,5,,C,Notice 2009 (refund rate not found)\n"  // row 5
-    "01/01/2010,06/30/2010,4,3,C,Notice 2010\n"                           // row 6
-    "07/01/2010,12/31/2011,11.4825,.25,S-monthly,Notice 2010-2\n"       // row 7
-    "01/01/2012,12/31/2012,,,,GAP: not yet announced\n";                  // row 8
+// A made-up schedule (rows counted from 0, row 0 on line 2): a long sourced
+// run (rows 0-2), a gap (row 3), a sourced row (4), a row that gives only the
+// underpayment rate (5), a short sourced run (6-7), and a gap at the end for
+// the periods not yet announced (8).
+const std::string kMadeUp
+    = "01/01/1990,12/31/1994,9,9,S,Statute A\n"
+      "01/01/1995,12/31/1999,8,8,S,Statute A\n"
+      "01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"
+      "01/01/2005,12/31/2007,,,,GAP: not found\n"
+      "01/01/2008,12/31/2008,6,6,C,Notice 2008\n"
+      "01/01/2009,12/31/2009,5,,C,Notice 2009 (refund rate not found)\n"
+      "01/01/2010,06/30/2010,4,3,C,Notice 2010\n"
+      "07/01/2010,12/31/2011,11.4825,.25,S-monthly,Notice 2010-2\n"
+      "01/01/2012,12/31/2012,,,,GAP: not yet announced\n";
 
 TEST(GapRule, KeepsTheRunReachingTheLatestUsableRow)
 {
@@ -88,8 +89,8 @@ TEST(ScheduleConversion, WritesTheKeptRowsAsFractions)
               "07/01/2010,12/31/2011,0.114825,0.0025,S-monthly,Notice 2010-2\n");
 
     // The written source passes the table check.
-    const auto built = rs::BuildTable(
-        rs::ParseSource(rs::FormatTableSource(conv.rows), "xx1.csv", rs::kTableHeader));
+    const auto built
+        = rs::BuildTable(rs::ParseSource(rs::FormatTableSource(conv.rows), "xx1.csv", rs::kTableHeader));
     ASSERT_TRUE(built.ok());
     EXPECT_EQ(built.rows[1].fUPRate, 0.114825f);
     EXPECT_EQ(built.rows[1].fOPRate, 0.0025f);
@@ -98,7 +99,8 @@ TEST(ScheduleConversion, WritesTheKeptRowsAsFractions)
 
 TEST(ScheduleConversion, SourceTextsWithCommasSurvive)
 {
-    const auto conv = rs::ConvertSchedule(schedule("01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"));
+    const auto conv
+        = rs::ConvertSchedule(schedule("01/01/2000,12/31/2004,7.5,7,S,\"Bulletin 2000-1, table\"\n"));
     ASSERT_TRUE(conv.ok());
     EXPECT_EQ(rs::FormatTableSource(conv.rows),
               "from,thru,underpayment,overpayment,method,source\n"
@@ -136,7 +138,8 @@ TEST(CoveragePage, ListsCoverageMethodsAndEachSourceOnce)
         {4, "01/01/2020", "12/31/2020", "0.05", "0.05", "C", "Notice *2020*"},
     };
     const std::string md = rs::CoverageMarkdown({{&pa, rows}});
-    EXPECT_NE(md.find("| Pennsylvania | PA | pa1.tbl | 01/01/2017 | 12/31/2020 | 3 | S, C |"), std::string::npos)
+    EXPECT_NE(md.find("| Pennsylvania | PA | pa1.tbl | 01/01/2017 | 12/31/2020 | 3 | S, C |"),
+              std::string::npos)
         << md;
     EXPECT_NE(md.find("## Pennsylvania (PA, pa1.tbl)"), std::string::npos);
     EXPECT_NE(md.find("- 01/01/2017 to 12/31/2019: simple interest"), std::string::npos);

@@ -67,8 +67,8 @@ int main(int argc, char** argv)
         ok = false;
     }
     if (!fed.empty()) {
-        const auto built =
-            rw::ratesrc::BuildTable(rw::ratesrc::ReadSourceFile(fed, rw::ratesrc::kTableHeader));
+        const auto built
+            = rw::ratesrc::BuildTable(rw::ratesrc::ReadSourceFile(fed, rw::ratesrc::kTableHeader));
         if (!built.ok() || built.rows.back().dtThru < info.estimatedThrough) {
             std::cerr << "mkrelease: " << fed << ": the federal table does not reach estimated_through "
                       << rw::FormatMMDDYYYY(info.estimatedThrough) << "\n";

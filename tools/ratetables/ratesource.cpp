@@ -286,7 +286,9 @@ TableBuild BuildTable(const SourceFile& src)
 {
     TableBuild b;
     b.problems = src.problems;
-    auto problem = [&](const SourceRow& r, std::string what) { b.problems.push_back({src.name, r.line, std::move(what)}); };
+    auto problem = [&](const SourceRow& r, std::string what) {
+        b.problems.push_back({src.name, r.line, std::move(what)});
+    };
     if (src.rows.empty() && src.problems.empty())
         b.problems.push_back({src.name, 0, "the source holds no rate periods"});
 
@@ -303,11 +305,13 @@ TableBuild BuildTable(const SourceFile& src)
             problem(r, "from date " + r.from + " is after thru date " + r.thru);
         if (from && prevThru && *from != *prevThru + 1) {
             if (*from <= *prevThru)
-                problem(r, "row starting " + r.from + " overlaps the previous row, which ends "
-                               + FormatMMDDYYYY(*prevThru));
+                problem(r,
+                        "row starting " + r.from + " overlaps the previous row, which ends "
+                            + FormatMMDDYYYY(*prevThru));
             else
-                problem(r, "rows are not contiguous: no rate from " + FormatMMDDYYYY(*prevThru + 1) + " to "
-                               + FormatMMDDYYYY(*from - 1));
+                problem(r,
+                        "rows are not contiguous: no rate from " + FormatMMDDYYYY(*prevThru + 1) + " to "
+                            + FormatMMDDYYYY(*from - 1));
         }
         prevThru = thru;
         if (from)
@@ -322,14 +326,16 @@ TableBuild BuildTable(const SourceFile& src)
             }
             const auto f = ParseRateText(text);
             if (!f) {
-                problem(r, std::string(what) + " rate " + inQuotes(text) + " is not a plain decimal fraction");
+                problem(r,
+                        std::string(what) + " rate " + inQuotes(text) + " is not a plain decimal fraction");
                 return;
             }
             if (std::signbit(*f))
                 problem(r, std::string(what) + " rate " + text + " is negative");
             else if (*f > kMaxRate)
-                problem(r, std::string(what) + " rate " + text
-                               + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
+                problem(r,
+                        std::string(what) + " rate " + text
+                            + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
             out = *f;
         };
         rate(r.underpayment, "underpayment", row.fUPRate);
@@ -383,7 +389,9 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
             if (*thru < *from)
                 problem(r, "from date " + r.from + " is after thru date " + r.thru);
             if (prevThru && *from != *prevThru + 1)
-                problem(r, "does not begin the day after the previous row ends (" + FormatMMDDYYYY(*prevThru) + ")");
+                problem(r,
+                        "does not begin the day after the previous row ends (" + FormatMMDDYYYY(*prevThru)
+                            + ")");
         }
         prevThru = thru;
     }
@@ -480,8 +488,8 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
                 count += j - i + 1;
                 i = j;
             }
-            md << "- " << spans << " (" << count << (count == 1 ? " row" : " rows") << "): "
-               << escapeMarkdown(text) << "\n";
+            md << "- " << spans << " (" << count << (count == 1 ? " row" : " rows")
+               << "): " << escapeMarkdown(text) << "\n";
         }
     }
     return md.str();

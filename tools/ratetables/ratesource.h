@@ -25,8 +25,8 @@
 namespace rw::ratesrc {
 
 inline constexpr std::string_view kTableHeader = "from,thru,underpayment,overpayment,method,source";
-inline constexpr std::string_view kScheduleHeader =
-    "from_mm/dd/yyyy,thru_mm/dd/yyyy,underpayment_pct,overpayment_pct,method,source";
+inline constexpr std::string_view kScheduleHeader
+    = "from_mm/dd/yyyy,thru_mm/dd/yyyy,underpayment_pct,overpayment_pct,method,source";
 
 // The highest annual rate a table may hold. The highest published rate in any
 // table is 20 % (federal and Pennsylvania, 1982); a figure above 50 % is a
