@@ -1,0 +1,87 @@
+#include "ui/common/fields.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QWidget>
+
+namespace rw::ui {
+
+namespace {
+// Moves the focus along the window's tab chain to the next field that takes it.
+void focusNextField(QWidget* top)
+{
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus || !(focus == top || top->isAncestorOf(focus)))
+        return;
+    for (QWidget* next = focus->nextInFocusChain(); next && next != focus; next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && next->isVisibleTo(top)
+            && top->isAncestorOf(next)) {
+            next->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+}  // namespace
+
+void EnterAsTab::installOn(QWidget* root)
+{
+    auto* filter = new EnterAsTab(root);
+    root->installEventFilter(filter);
+    const auto children = root->findChildren<QWidget*>();
+    for (QWidget* w : children)
+        w->installEventFilter(filter);
+}
+
+bool EnterAsTab::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
+            && key->modifiers() == Qt::NoModifier && !qobject_cast<QAbstractButton*>(watched)) {
+            if (auto* w = qobject_cast<QWidget*>(watched))
+                focusNextField(w->window());
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void Center(QWidget* w)
+{
+    const QScreen* screen = w->screen() ? w->screen() : QApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    w->move(area.left() + (area.width() - w->width()) / 2, area.top() + (area.height() - w->height()) / 2);
+}
+
+DateField::DateField(QWidget* parent, const QString& emptyMask) : QLineEdit(parent)
+{
+    setPlaceholderText(emptyMask);
+    setMaxLength(10);
+    setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 12);
+}
+
+MoneyField::MoneyField(QWidget* parent) : QLineEdit(parent)
+{
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000,000,000.0000")) + 12);
+}
+
+FocusWatcher::FocusWatcher(QWidget* watched) : QObject(watched)
+{
+    watched->installEventFilter(this);
+}
+
+bool FocusWatcher::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusOut)
+        Q_EMIT focusLost();
+    else if (event->type() == QEvent::FocusIn)
+        Q_EMIT focusGained();
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace rw::ui

@@ -1,0 +1,59 @@
+#pragma once
+// Small pieces every dialog shares: Enter moving on as Tab does, centring a
+// window on the screen, and the date and money entry fields.
+
+#include <QLineEdit>
+#include <QObject>
+
+class QWidget;
+
+namespace rw::ui {
+
+// Installed on a dialog (and, through installOn, on all its children): the
+// Enter and Return keys move the focus to the next field, as Tab does, and are
+// swallowed. Push buttons keep Enter as a click.
+class EnterAsTab : public QObject {
+    Q_OBJECT
+public:
+    explicit EnterAsTab(QObject* parent = nullptr) : QObject(parent) {}
+    static void installOn(QWidget* root);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+// Places a window in the middle of the screen.
+void Center(QWidget* w);
+
+// A date field: typed as "m/d/yyyy"; empty stands for a date not given. The
+// placeholder shows the empty mask.
+class DateField : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit DateField(QWidget* parent = nullptr, const QString& emptyMask = QStringLiteral("  /  /    "));
+};
+
+// A money field: an amount typed with or without thousands separators,
+// right-aligned.
+class MoneyField : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit MoneyField(QWidget* parent = nullptr);
+};
+
+// Emits focusLost() when the watched widget loses keyboard focus (the date
+// checks run when the user leaves a field).
+class FocusWatcher : public QObject {
+    Q_OBJECT
+public:
+    explicit FocusWatcher(QWidget* watched);
+
+Q_SIGNALS:
+    void focusLost();
+    void focusGained();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+}  // namespace rw::ui
