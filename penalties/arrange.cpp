@@ -249,11 +249,14 @@ void AllPermutations(PermutationTable& table, std::int16_t n, ArrangeProgress* p
             const std::int32_t block = GetFactorial(n - 1 - j);
             std::int32_t r = 0;
             while (r <= total - 1) {
+                // One pass fills the block of rows that share columns 0 to
+                // j - 1: its free values, ascending, block rows apiece. Free
+                // means not in columns 0 to j - 1 of that block's first row.
+                const std::int32_t first = r;
                 for (int v = 0; v < n && r <= total - 1; ++v) {
-                    // Free: not yet in columns 0 to j - 1 of the block's first row.
                     bool free = true;
                     for (int k = 0; k < j; ++k)
-                        if (table.at(r, k) == v) {
+                        if (table.at(first, k) == v) {
                             free = false;
                             break;
                         }
