@@ -1,13 +1,158 @@
-#include "cli/cli.h"
+#include "cli/cmd_compute.h"
 
+#include "casedata/numtext.h"
+#include "cli/casejson.h"
+#include "cli/cmd_report.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
 #include <ostream>
 
 namespace rw::cli {
 
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr Date kFirstShown = Date::fromCivil(1800, 1, 1);
+constexpr Date kLastShown = Date::fromCivil(2200, 12, 31);
+
+Json dateJson(Date d)
+{
+    if (d >= kFirstShown && d <= kLastShown)
+        return FormatMMDDYYYY(d);
+    const double n = d.dayNumber();
+    if (std::isfinite(n) && n == std::floor(n) && std::fabs(n) < 1e15)
+        return static_cast<std::int64_t>(n);
+    return n;
+}
+
+Json moneyJson(Money m)
+{
+    return ExactMoney(m);
+}
+
+template <std::size_t N>
+Json textJson(const FixedText<N>& t)
+{
+    return Latin1ToUtf8(t.view());  // padding and NULs as stored
+}
+
+// A single as the shortest number of at most 9 significant digits that
+// reads back as the same single.
+Json rateJson(float f)
+{
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.9g", static_cast<double>(f));
+    return std::strtod(buf, nullptr);
+}
+
+Json rowsJson(const CaseComputation& k)
+{
+    Json rows = Json::array();
+    for (const ResultPeriod& r : k.rows)
+        rows.push_back(Json{{"sDesc", textJson(r.sDesc)},
+                            {"dtBegin", dateJson(r.dtBegin)},
+                            {"dtEnd", dateJson(r.dtEnd)},
+                            {"fRate", rateJson(r.fRate)},
+                            {"cTaxPen", moneyJson(r.cTaxPen)},
+                            {"cAccruedInt", moneyJson(r.cAccruedInt)},
+                            {"nDays", r.nDays},
+                            {"dIntFactor", r.dIntFactor},  // shortest text that reads back as the same double
+                            {"cInterest", moneyJson(r.cInterest)}});
+    return rows;
+}
+
+Json timelineJson(const CaseComputation& k)
+{
+    Json points = Json::array();
+    for (const TLPoint& p : k.timeline)
+        points.push_back(Json{{"sSortCode", textJson(p.sSortCode)},
+                              {"sDesc", textJson(p.sDesc)},
+                              {"sCode", textJson(p.sCode)},
+                              {"dtDate", dateJson(p.dtDate)},
+                              {"cTax", moneyJson(p.cTax)},
+                              {"cPen", moneyJson(p.cPen)},
+                              {"cInt", moneyJson(p.cInt)}});
+    return points;
+}
+
+// The keys of the object, in output order; a further part of the
+// computation is one more line here.
+struct Section {
+    const char* key;
+    std::function<Json(const CaseComputation&)> value;
+};
+const Section kSections[] = {
+    {"interest", [](const CaseComputation& k) { return moneyJson(k.interest); }},
+    {"rows", rowsJson},
+    {"timeline", timelineJson},
+};
+
+}  // namespace
+
+int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates)
+{
+    const std::string prefix = "qratcalc-cli " + std::string(command) + ": ";
+    std::string error;
+    if (!LoadCaseFile(path, c, error)) {
+        env.err << prefix << error << "\n";
+        return kExitBadInput;
+    }
+    const Authority& auth = AuthorityForCode(c.init.sTaxAuth.view());
+    const std::filesystem::path table = env.paths.table(auth.file);
+    RateTableReadResult r = ReadRateTableFile(table);
+    switch (r.status) {
+    case RateTableReadResult::Status::Ok:
+        rates = std::move(r.rows);
+        return kExitOk;
+    case RateTableReadResult::Status::NotFound:
+        env.err << prefix << "the rate table of " << auth.name << ", " << table.string() << ", does not exist\n";
+        break;
+    case RateTableReadResult::Status::BadMarker:
+        env.err << prefix << table.string() << " is not a rate table (it does not begin with NOTVB3)\n";
+        break;
+    case RateTableReadResult::Status::Damaged:
+        env.err << prefix << "the rate table " << table.string() << " is damaged: " << r.detail << "\n";
+        break;
+    }
+    return kExitBadInput;
+}
+
+CaseComputation ComputeForCli(const Case& c, const RateTable& rates)
+{
+    return ComputeCase(c, rates);
+}
+
+nlohmann::ordered_json ComputationJson(const CaseComputation& k)
+{
+    Json j = Json::object();
+    for (const Section& s : kSections)
+        j[s.key] = s.value(k);
+    return j;
+}
+
+// compute --json CASE: the whole computation as one JSON object.
 int CmdCompute(CliEnv& env)
 {
-    env.err << "qratcalc-cli compute: not available in this build yet\n";
-    return kExitBadInput;
+    const bool json = TakeSwitch(env.args, "--json");
+    if (!json || env.args.size() != 1 || env.args[0].starts_with("-")) {
+        env.err << "qratcalc-cli compute: usage: compute --json CASE\n";
+        return kExitBadInput;
+    }
+    Case c;
+    RateTable rates;
+    if (int status = LoadCaseAndTable(env, "compute", env.args[0], c, rates); status != kExitOk)
+        return status;
+    try {
+        env.out << ComputationJson(ComputeForCli(c, rates)).dump(2) << "\n";
+    } catch (const Fault& f) {
+        WriteFault(env, f);
+        return kExitBadInput;
+    }
+    return kExitOk;
 }
 
 }  // namespace rw::cli
