@@ -100,9 +100,26 @@ private:
 // when it cannot be opened.
 bool ReadWholeFile(const std::string& path, std::vector<char>& out);
 
+// The file-system calls of the safe writer, POSIX-like (-1 and errno on
+// failure). Tests substitute calls that fail at a chosen step.
+class FileSystemCalls {
+public:
+    virtual ~FileSystemCalls() = default;
+    // Creates or truncates `path` for writing; a descriptor.
+    virtual int create(const char* path);
+    virtual long write(int fd, const char* data, std::size_t n);
+    virtual int flush(int fd);  // to the disk
+    virtual int close(int fd);
+    virtual int rename(const char* from, const char* to);
+    virtual int remove(const char* path);
+};
+FileSystemCalls& SystemFileCalls();
+
 // Writes bytes to `path` safely: a temporary file beside it is written,
 // flushed and renamed over the target, so a failed write never destroys the
-// previous file. A failure is a fault (75) named after `procedure`.
+// previous file. A failure is a fault (57 or 75) named after `procedure`.
 void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure);
+void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure,
+                         FileSystemCalls& fs);
 
 }  // namespace rw

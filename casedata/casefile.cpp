@@ -251,13 +251,18 @@ CaseReadResult ReadCaseFile(const std::string& path)
 
 bool ReadCase(const std::string& path, Case& c, Messages& msgs)
 {
+    return ReadCaseReporting(path, c, msgs) == CaseReadResult::Status::Ok;
+}
+
+CaseReadResult::Status ReadCaseReporting(const std::string& path, Case& c, Messages& msgs)
+{
     CaseReadResult r = ReadCaseFile(path);
     switch (r.status) {
     case CaseReadResult::Status::NotFound:
         msgs.show("File not found",
                   "File: " + path + " does not exist." + "Please verify the file is in the correct directory.",
                   MsgIcon::Critical);
-        return false;
+        return r.status;
     case CaseReadResult::Status::BadMarker:
         msgs.show("Problem With Case File",
                   "File: " + path
@@ -265,15 +270,15 @@ bool ReadCase(const std::string& path, Case& c, Messages& msgs)
                         "no files of that kind remain. Please call Brindlecote technical support at "
                         "support@brindlecote.example.",
                   MsgIcon::Exclamation);
-        return false;
+        return r.status;
     case CaseReadResult::Status::Damaged:
         msgs.show("Open", "Retrieve (Open) Error: " + r.detail, MsgIcon::Critical);
-        return false;
+        return r.status;
     case CaseReadResult::Status::Ok:
         break;
     }
     c = std::move(r.kase);
-    return true;
+    return CaseReadResult::Status::Ok;
 }
 
 std::string FolderOf(std::string_view path)

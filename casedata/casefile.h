@@ -62,6 +62,9 @@ CaseReadResult ReadCaseFile(const std::string& path);
 // marker or cannot be read; c changes only when the whole file was read.
 // Returns true when the case was replaced.
 bool ReadCase(const std::string& path, Case& c, Messages& msgs);
+// ReadCase telling how it went: after Damaged (the "Retrieve (Open) Error"
+// message) the program ends.
+CaseReadResult::Status ReadCaseReporting(const std::string& path, Case& c, Messages& msgs);
 
 // The part of path before its last path separator, without it; empty when
 // there is none.
