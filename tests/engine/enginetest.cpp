@@ -89,4 +89,14 @@ Money Simple(Money base, float rate, int days)
     return rw::RoundCurrency(Money::fromDouble(base.toDouble() * factor), 2);
 }
 
+std::string FaultOf(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const rw::Fault& fault) {
+        return std::to_string(fault.number()) + " " + fault.procedure() + ": " + fault.detail();
+    }
+    return "no fault";
+}
+
 }  // namespace enginetest

@@ -3,7 +3,11 @@
 // one row worked out plainly from the tax rule.
 
 #include "casedata/caserecord.h"
+#include "casedata/fault.h"
 #include "casedata/ratetable.h"
+
+#include <functional>
+#include <string>
 
 namespace enginetest {
 
@@ -34,5 +38,9 @@ void AddCharge(rw::Case& c, Date intStart, const char* toTax, const char* toPen 
 // factor = rate x days / 365 (simple), the rate widened from its single.
 Money Compound(Money base, float rate, double basis, int days);
 Money Simple(Money base, float rate, int days);
+
+// The fault that f throws: its number, procedure and detail as text
+// "number procedure: detail"; "no fault" when it throws none.
+std::string FaultOf(const std::function<void()>& f);
 
 }  // namespace enginetest

@@ -187,14 +187,8 @@ TEST(Rates, StandardRateIsFromTheFirstRowEndingOnOrAfterTheDate)
     EXPECT_EQ(rw::GetStdPeriodRate(kTwoRows, D(2017, 6, 30)), 0.04f);
     EXPECT_EQ(rw::GetStdPeriodRate(kTwoRows, D(2017, 7, 1)), 0.05f);
     EXPECT_EQ(rw::GetStdPeriodRate(kTwoRows, D(2017, 12, 31)), 0.05f);
-    try {
-        rw::GetStdPeriodRate(kTwoRows, D(2018, 1, 1));
-        FAIL() << "no fault";
-    } catch (const rw::Fault& f) {
-        EXPECT_EQ(f.number(), 9);
-        EXPECT_EQ(f.procedure(), "GetStdPeriodRate");
-        EXPECT_EQ(f.detail(), "the date 01/01/2018 lies beyond the rate table, which ends 12/31/2017");
-    }
+    EXPECT_EQ(FaultOf([] { rw::GetStdPeriodRate(kTwoRows, D(2018, 1, 1)); }),
+              "9 GetStdPeriodRate: the date 01/01/2018 lies beyond the rate table, which ends 12/31/2017");
 }
 
 TEST(Rates, RevisedRateTakesTheMethodOfTheRowCoveringTheEnd)
@@ -231,17 +225,8 @@ TEST(Rates, RevisedRateTakesTheMethodOfTheRowCoveringTheEnd)
 
     zero.sDesc = rw::FixedText<16>();
     zero.dtEnd = D(2018, 1, 1);
-    EXPECT_THROW(
-        {
-            try {
-                rw::GetRevisedRate(c.init, zero, kTwoRows, {}, compounds);
-            } catch (const rw::Fault& f) {
-                EXPECT_EQ(f.procedure(), "GetRevisedRate");
-                EXPECT_EQ(f.number(), 9);
-                throw;
-            }
-        },
-        rw::Fault);
+    EXPECT_EQ(FaultOf([&] { rw::GetRevisedRate(c.init, zero, kTwoRows, {}, compounds); }),
+              "9 GetRevisedRate: the date 01/01/2018 lies beyond the rate table, which ends 12/31/2017");
 }
 
 // A federal overpayment through the whole computation: -10,000.00 in 1990,
