@@ -9,7 +9,8 @@ namespace rw {
 
 namespace {
 
-// The penalties bar is moved at most this often (in orders priced).
+// The penalties bar of the plain search is moved at most this often (in
+// orders priced).
 constexpr std::int32_t kProgressStep = 4096;
 
 std::string variationsText(std::int32_t orders)
@@ -17,29 +18,31 @@ std::string variationsText(std::int32_t orders)
     return "Variations to Consider: " + FormatCount(orders, true);
 }
 
-// Depth-first search over the orders of the payments in lexicographic order.
+// The search over the orders of the payments, without pricing every order.
 //
 // Pricing an order is a walk of the deposits in list order with the payments
 // in the trial order; only the tax part of a payment pays, and a payment whose
-// tax part is 0 or less is never applied. After the first k payments the walk
-// is fully described by the deposit being paid, what is left of it, and the
-// penalty of the pieces paid so far; the unpaid rest is priced when all
-// payments are placed. So the pieces of a shared prefix are priced once.
+// tax part is 0 or less is never applied. Each payment pays on from where the
+// ones before it stopped, so where the walk stands after some payments (the
+// deposit being paid and what is left of it) depends only on how much tax they
+// brought together, that is on which payments were placed, not on their order.
+// The penalty of what the rest of the payments pay, and of what stays unpaid
+// at the stop date, therefore depends only on the set of payments already
+// placed. So the cheapest completion is worked out once per set (2^n sets,
+// each tried with each payment not yet placed), not once per order.
 //
-// Why the order found is the one of the plain search:
-// - The leaves are visited in the table's order (lexicographic), and a leaf
-//   replaces the best only when strictly cheaper, as in the plain search.
-// - Every piece's penalty is non-negative when no required deposit is negative
-//   (bases are then >= 0 and rates >= 0), and so is the unpaid rest: the total
-//   of any completion of a prefix is at least the prefix's penalty. A prefix
-//   whose penalty already reaches the best total can hold no strictly cheaper
-//   order, and the plain search would change nothing inside it.
-// - When no remaining payment can pay anything (all deposits are paid, or the
-//   rest have no positive tax part), all completions cost the same; only the
-//   first of them, the rest in ascending order, can matter.
-// Cases outside these conditions (a negative required deposit, a day count or
-// a table that would overflow) go to the plain search, which then behaves,
-// faults included, as it always does.
+// Why the order found is the one of the plain search: the plain search keeps
+// the first row, in the table's (lexicographic) order, whose total is the
+// lowest of all, since a row replaces the best only when strictly cheaper and
+// row 0 is the order as entered. Here, from the empty set on, each position
+// takes the smallest payment index that still allows the lowest total; that is
+// the lexicographically first cheapest order. Ties thus resolve as in the plain
+// search, and the order as entered stays whenever nothing is cheaper.
+//
+// Cases outside these conditions (a negative required deposit, whose pieces
+// would pay back into a payment, or a day count or a table that would
+// overflow) go to the plain search, which then behaves, faults included, as it
+// always does.
 class OrderSearch {
 public:
     OrderSearch(const Case& c, ArrangeProgress* progress) : c_(c), progress_(progress) {}
@@ -50,7 +53,7 @@ public:
         const auto deps = c_.payrollDeposits();
         const auto pmts = c_.payments();
         n_ = static_cast<int>(pmts.size());
-        if (deps.size() + pmts.size() > 32767)
+        if (deps.size() + pmts.size() > 32767 || n_ >= 31)
             return false;
         for (const DepositRec& d : deps) {
             if (d.cRequired < Money())
@@ -81,23 +84,45 @@ public:
         } catch (const Fault&) {
             return false;
         }
-        factorial_.resize(static_cast<std::size_t>(n_) + 1);
-        for (int k = 0; k <= n_; ++k)
-            factorial_[static_cast<std::size_t>(k)] = GetFactorial(k);
         return true;
     }
 
     ArrangeOutcome run()
     {
-        path_.assign(static_cast<std::size_t>(n_), 0);
-        used_.assign(static_cast<std::size_t>(n_), false);
-        State start;
-        start.rem = deposits_.empty() ? Money() : deposits_[0].required;
-        walk(0, start);
+        const std::size_t sets = std::size_t{1} << n_;
+        state_.assign(sets, Walk{});
+        known_.assign(sets, false);
+        rest_.assign(sets, Money());
+        solved_.assign(sets, false);
+        state_[0].rem = deposits_.empty() ? Money() : deposits_[0].required;
+        known_[0] = true;
+
+        ArrangeOutcome out;
+        out.orders = GetFactorial(n_);
+        // The order as entered.
+        Walk w = state_[0];
+        for (int v = 0; v < n_; ++v)
+            w = apply(w, v);
+        out.entered = w.penalty + unpaid(w);
+        // The lowest total, and the lexicographically first order reaching it.
+        out.lowest = cheapestRest(0);
+        std::size_t set = 0;
+        for (int pos = 0; pos < n_; ++pos) {
+            for (int v = 0; v < n_; ++v) {
+                const std::size_t bit = std::size_t{1} << v;
+                if (set & bit)
+                    continue;
+                const Money pieces = step(set, v);  // before the set's rest: it places the set's walk
+                if (pieces + cheapestRest(set | bit) == cheapestRest(set)) {
+                    out.bestOrder.push_back(static_cast<std::int16_t>(v));
+                    set |= bit;
+                    break;
+                }
+            }
+        }
         if (progress_)
-            progress_->setPenaltiesValue(row_ - 1);
-        out_.orders = factorial_[static_cast<std::size_t>(n_)];
-        return out_;
+            progress_->setPenaltiesValue(out.orders - 1);
+        return out;
     }
 
 private:
@@ -106,13 +131,14 @@ private:
         Date due;
         bool severe;
     };
-    struct State {
+    // Where the walk of the deposits stands.
+    struct Walk {
         std::size_t dep = 0;  // deposit being paid
         Money rem;            // what is left of it
         Money penalty;        // penalty of the pieces paid so far
     };
 
-    State apply(State s, int v) const
+    Walk apply(Walk s, int v) const
     {
         Money left = taxPart_[static_cast<std::size_t>(v)];
         if (left <= Money())
@@ -131,74 +157,53 @@ private:
         return s;
     }
 
-    Money total(const State& s) const
+    // The penalty of what is still unpaid when the payments are used up.
+    Money unpaid(const Walk& s) const
     {
         if (s.dep >= deposits_.size())
-            return s.penalty;
-        return s.penalty + PRPiecePenalty(s.rem, unpaidRate_[s.dep]) + suffixUnpaid_[s.dep + 1];
+            return Money();
+        return PRPiecePenalty(s.rem, unpaidRate_[s.dep]) + suffixUnpaid_[s.dep + 1];
     }
 
-    bool nothingLeftToPay(const State& s) const
+    // The penalty of the pieces payment v pays when placed after the set.
+    Money step(std::size_t set, int v)
     {
-        if (s.dep >= deposits_.size())
-            return true;
-        for (int v = 0; v < n_; ++v)
-            if (!used_[static_cast<std::size_t>(v)] && taxPart_[static_cast<std::size_t>(v)] > Money())
-                return false;
-        return true;
+        const std::size_t next = set | (std::size_t{1} << v);
+        Walk from = state_[set];
+        from.penalty = Money();
+        const Walk to = apply(from, v);
+        if (!known_[next]) {
+            state_[next] = {to.dep, to.rem, Money()};
+            known_[next] = true;
+        }
+        return to.penalty;
     }
 
-    void leaf(Money t)
+    // The lowest penalty of the payments not in the set plus the unpaid rest.
+    Money cheapestRest(std::size_t set)
     {
-        if (row_ == 0) {
-            out_.entered = t;
-            out_.lowest = t;
-            out_.bestOrder = path_;
-        } else if (t < out_.lowest) {
-            out_.lowest = t;
-            out_.bestOrder = path_;
+        if (solved_[set])
+            return rest_[set];
+        const std::size_t all = (std::size_t{1} << n_) - 1;
+        Money best;
+        if (set == all) {
+            best = unpaid(state_[set]);
+        } else {
+            bool first = true;
+            for (int v = 0; v < n_; ++v) {
+                const std::size_t bit = std::size_t{1} << v;
+                if (set & bit)
+                    continue;
+                const Money pieces = step(set, v);  // before the set's rest: it places the set's walk
+                const Money total = pieces + cheapestRest(set | bit);
+                if (first || total < best)
+                    best = total;
+                first = false;
+            }
         }
-        advance(1);
-    }
-
-    void advance(std::int32_t rows)
-    {
-        const std::int32_t before = row_;
-        row_ += rows;
-        if (progress_ && before / kProgressStep != row_ / kProgressStep)
-            progress_->setPenaltiesValue(row_ - 1);
-    }
-
-    void walk(int depth, const State& s)
-    {
-        const std::int32_t subtree = factorial_[static_cast<std::size_t>(n_ - depth)];
-        if (row_ > 0 && s.penalty >= out_.lowest) {
-            advance(subtree);
-            return;
-        }
-        if (depth == n_) {
-            leaf(total(s));
-            return;
-        }
-        if (nothingLeftToPay(s)) {
-            // Every completion costs the same: the first one, the rest in
-            // ascending order, is the only one that can count.
-            int j = depth;
-            for (int v = 0; v < n_; ++v)
-                if (!used_[static_cast<std::size_t>(v)])
-                    path_[static_cast<std::size_t>(j++)] = static_cast<std::int16_t>(v);
-            leaf(total(s));
-            advance(subtree - 1);
-            return;
-        }
-        for (int v = 0; v < n_; ++v) {
-            if (used_[static_cast<std::size_t>(v)])
-                continue;
-            used_[static_cast<std::size_t>(v)] = true;
-            path_[static_cast<std::size_t>(depth)] = static_cast<std::int16_t>(v);
-            walk(depth + 1, apply(s, v));
-            used_[static_cast<std::size_t>(v)] = false;
-        }
+        solved_[set] = true;
+        rest_[set] = best;
+        return best;
     }
 
     const Case& c_;
@@ -209,11 +214,10 @@ private:
     std::vector<Money> suffixUnpaid_;
     std::vector<Money> taxPart_;
     std::vector<float> rate_;
-    std::vector<std::int32_t> factorial_;
-    std::vector<std::int16_t> path_;
-    std::vector<bool> used_;
-    std::int32_t row_ = 0;
-    ArrangeOutcome out_;
+    std::vector<Walk> state_;   // per set of placed payments
+    std::vector<bool> known_;
+    std::vector<Money> rest_;   // cheapest completion per set
+    std::vector<bool> solved_;
 };
 
 }  // namespace

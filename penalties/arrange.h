@@ -82,10 +82,11 @@ struct ArrangeOutcome {
     std::vector<std::int16_t> bestOrder;  // list index of the payment at each position
 };
 
-// The lowest-penalty order of the case's payments (1 to 9 of them), found by
-// a depth-first walk in lexicographic order that prices each payment once per
-// shared prefix and abandons a prefix whose penalty already reaches the best
-// total. Gives exactly the order of FindLowestPRPenOrderByTable.
+// The lowest-penalty order of the case's payments (1 to 9 of them), found
+// without pricing every order: what the payments still to be placed can cost
+// depends only on which payments were placed before them, so the cheapest
+// completion is worked out once per set of placed payments. Gives exactly the
+// order of FindLowestPRPenOrderByTable.
 ArrangeOutcome FindLowestPRPenOrder(const Case& c, ArrangeProgress* progress = nullptr);
 
 // The plain search: every row of the permutation table priced in full with
