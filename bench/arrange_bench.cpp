@@ -80,5 +80,3 @@ void BM_ArrangePlainTableNinePayments(benchmark::State& state)
 BENCHMARK(BM_ArrangePlainTableNinePayments)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();
