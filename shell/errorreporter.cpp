@@ -1,0 +1,90 @@
+#include "shell/errorreporter.h"
+
+#include "shell/filecommands.h"
+
+#include <fstream>
+#include <new>
+
+namespace rw {
+
+namespace {
+
+// The maker's repair tool, which looks for program files that are damaged or
+// replaced by other programs' versions.
+constexpr std::string_view kRepairAdvice =
+    "run Ratewright Repair (in the Tools folder of the Ratewright program group) to look for program "
+    "files that are damaged or in conflict with other programs.";
+
+void AppendLogLine(const Session& s, const std::string& line)
+{
+    std::ofstream log(s.paths.errorLog(), std::ios::app | std::ios::binary);
+    log << line << "\n";
+}
+
+}  // namespace
+
+std::string ErrorReportText(int number, std::string_view procedure)
+{
+    return "Error " + std::to_string(number) + ", " + ErrorDescription(number)
+        + ", encountered.  Location of error: " + std::string(procedure)
+        + ".  Do you want to save your data before the program ABORTS?";
+}
+
+std::string PossibleSolutionText(int number)
+{
+    if (number == kErrSubscript)
+        return "If this error took place in GetInterest(), " + std::string(kRepairAdvice) + "\n\n"
+            + "Sometimes error 9 occurs when a transaction date, " + "other than the due date, has the same date as "
+            + "the Start Date (Initial Inputs), or when a transaction date is " + "on the Stop Date (Initial Inputs).";
+    if (number == kErrInvalidFormat)
+        return "To look for the cause, " + std::string(kRepairAdvice) + "\n\n"
+            + "Sometimes reinstalling the program or getting a " + "replacement program solves the problem.";
+    return {};
+}
+
+void ReportError(ShellContext& ctx, const Fault& fault)
+{
+    ReportError(ctx, fault.number(), fault.procedure());
+}
+
+void ReportError(ShellContext& ctx, int number, std::string_view procedure)
+{
+    Session& s = ctx.session;
+    // Nothing may stop the report: a copy or a save that fails is passed over.
+    try {
+        WriteRecoveryCopy(s);
+    } catch (const std::exception&) {
+    }
+    const std::string text = ErrorReportText(number, procedure);
+    if (ctx.msgs.ask("WARNING!", text, MsgIcon::Exclamation)) {
+        try {
+            FileSaveAs(ctx);
+        } catch (const std::exception& e) {
+            ctx.msgs.show("WARNING!", std::string("The case could not be saved: ") + e.what(), MsgIcon::Exclamation);
+        }
+    }
+    try {
+        AppendLogLine(s, FormatMMDDYYYYDashed(ctx.clock.today()) + " -> " + text);
+    } catch (const std::exception&) {
+    }
+    if (const std::string hint = PossibleSolutionText(number); !hint.empty())
+        ctx.msgs.show("Possible Solution:", hint, MsgIcon::Information);
+    ctx.program.endProgram();
+}
+
+bool RunCommand(ShellContext& ctx, std::string_view name, const std::function<void()>& fn)
+{
+    try {
+        fn();
+        return true;
+    } catch (const Fault& f) {
+        ReportError(ctx, f);
+    } catch (const std::bad_alloc&) {
+        ReportError(ctx, kErrOutOfMemory, name);
+    } catch (const std::exception&) {
+        ReportError(ctx, kErrInvalidCall, name);
+    }
+    return false;
+}
+
+}  // namespace rw

@@ -1,0 +1,97 @@
+#pragma once
+// The program-wide state of one run: the case and its file, the loaded rate
+// table, the data folder, the release, the report choice, and what the main
+// window's menus and tool bar show. The window layer draws its menus from
+// MenuState after every command; the routines below keep it in step with the
+// case.
+
+#include "casedata/caserecord.h"
+#include "casedata/paths.h"
+#include "casedata/ratetable.h"
+#include "casedata/release.h"
+#include "reports/printmanager.h"
+#include "reports/printmaster.h"
+
+#include <string>
+
+namespace rw {
+
+// Check marks, enabled and visible states of the main window.
+struct MenuState {
+    // Inputs menu.
+    bool initialInputsEnabled = true;
+    bool initialInputsChecked = false;
+    bool paymentsChecked = false;
+    bool chargesChecked = false;
+    // Inputs - Penalties submenu (Extended Due Date carries no mark).
+    bool ftPayChecked = false;
+    bool ftFileChecked = false;
+    bool accuracyChecked = false;
+    bool payrollChecked = false;
+    // Options menu.
+    bool interestRatesChecked = false;
+    bool suspendChecked = false;
+    bool showToolBarChecked = true;
+    bool showToolTipsChecked = true;
+    // Output commands: File - Print and View - Reports, tool bar "Print" and "View".
+    bool printEnabled = false;
+    bool reportsEnabled = false;
+    bool printButtonVisible = false;
+    bool viewButtonVisible = false;
+    // File - Save and the tool bar's "Save"; File - Save As.
+    bool saveEnabled = false;
+    bool saveButtonVisible = false;
+    bool saveAsEnabled = true;
+    // The note line under the tool bar (lblNote).
+    std::string note;
+
+    friend bool operator==(const MenuState&, const MenuState&) = default;
+};
+
+inline constexpr std::string_view kUntitled = "UNTITLED.INT";
+inline constexpr std::string_view kNextStepNote = "Next Step: Click on the Inputs menu to enter other information";
+
+struct Session {
+    Case kase;
+    std::string gsFileName;
+    Flag gbSaved = kYes;  // -1: nothing unsaved
+    RateTable gRates;
+    std::string gsDataPath;
+    Paths paths;
+    ReleaseInfo release;
+    ReportChoice reportChoice;  // the reports chosen last, kept for the run
+    PrintState printState;      // the page manager's line count, kept for the run
+    MenuState menus;
+    std::string title;  // the window title as last refreshed
+
+    Session() { ClearInputs(kase); }
+};
+
+// Refreshes the input menus from the case: Initial Inputs enabled, Payments
+// and Other Charges checked when their lists hold entries, Suspend Interest
+// checked when a suspension date is given.
+void EnableInputs(Session& s);
+// The marks of the penalty items: Failure to Pay (either failure-to-pay flag),
+// Failure to File, Accuracy Related, Payroll (deposits entered).
+void SetPenaltyChecks(Session& s);
+// The marks of Options - Interest Rates (tax-motivated or a corporate rate)
+// and Options - Suspend Interest.
+void SetOptionChecks(Session& s);
+// Output commands on (menus enabled, buttons shown) or off.
+void EnableOutputs(Session& s, bool on);
+// File - Save and the "Save" button.
+void EnableSave(Session& s, bool on);
+
+// The window title: the release's description, " Ratewright - ", the file
+// name, and "*" while the case holds unsaved changes. An empty file name
+// becomes "Untitled.INT" first. Stores and returns the title.
+std::string RefreshTitle(Session& s);
+
+// Writes the case to the recovery copy (DEBUG.INT in the installation
+// folder). The saved state does not change. A failed write is a fault.
+void WriteRecoveryCopy(const Session& s);
+
+// True when path names the recovery copy.
+bool IsRecoveryCopy(const Session& s, const std::string& path);
+
+}  // namespace rw

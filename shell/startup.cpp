@@ -1,0 +1,88 @@
+#include "shell/startup.h"
+
+#include "casedata/fault.h"
+#include "casedata/ratetable.h"
+#include "shell/settings.h"
+
+namespace rw {
+
+namespace fs = std::filesystem;
+
+std::string WindowsVersion()
+{
+    return "2.6.1";
+}
+
+bool DataInInstallFolder(std::string_view version)
+{
+    return version <= std::string_view("2.6.0");
+}
+
+fs::path GetWin7AppDataPath(const Paths& paths, std::string_view name)
+{
+    const fs::path maker = paths.userDataRoot / "Brindlecote";
+    const fs::path folder = maker / name;
+    // The data root is the platform's own (it may not exist yet for a new
+    // account); the two levels below it are tested and created one by one.
+    for (const fs::path& level : {paths.userDataRoot, maker, folder}) {
+        std::error_code ec;
+        if (fs::is_directory(level, ec))
+            continue;
+        if (level == paths.userDataRoot)
+            fs::create_directories(level, ec);
+        else
+            fs::create_directory(level, ec);
+        if (ec || !fs::is_directory(level))
+            ThrowFault(kErrPathAccess, "GetWin7AppDataPath",
+                       "cannot create " + level.string() + (ec ? ": " + ec.message() : std::string()));
+    }
+    return folder;
+}
+
+fs::path DefaultDataFolder(std::string_view version, const Paths& paths)
+{
+    if (DataInInstallFolder(version))
+        return paths.installDir;
+    return GetWin7AppDataPath(paths, "Qrat");
+}
+
+void CopySampleCases(const Paths& paths, const fs::path& folder)
+{
+    for (std::string_view name : kSampleCases) {
+        const fs::path from = paths.installDir / name;
+        std::error_code ec;
+        if (!fs::is_regular_file(from, ec))
+            continue;
+        fs::copy_file(from, folder / name, fs::copy_options::overwrite_existing, ec);
+        if (ec)
+            ThrowFault(kErrPathAccess, "Main", "cannot copy " + from.string() + ": " + ec.message());
+    }
+}
+
+void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view platformVersion)
+{
+    s.gbSaved = kYes;
+    s.paths = paths;
+    const SettingsFile settings(paths.iniFile());
+
+    const fs::path defaultFolder = DefaultDataFolder(platformVersion, paths);
+    if (!DataInInstallFolder(platformVersion))
+        CopySampleCases(paths, defaultFolder);
+    s.gsDataPath = settings.read("Data Files", "Data File Path", defaultFolder.string());
+
+    ReadReleaseInfo(paths.releaseFile(), s.release);
+
+    // A missing federal table is told and start-up goes on with no rates.
+    OpenRates("US  ", paths, msgs, s.gRates);
+
+    s.gsFileName.clear();
+    RefreshTitle(s);  // names the empty file "Untitled.INT"
+    ClearInputs(s.kase);
+    s.gsFileName = std::string(kUntitled);
+
+    s.menus = MenuState{};
+    EnableSave(s, false);
+    EnableOutputs(s, false);
+}
+
+}  // namespace rw
