@@ -17,8 +17,9 @@ namespace rw {
 // program.
 void EnsureGuiApplication();
 
-// A printer writing the PDF file at path: Letter, portrait, half-inch
-// margins, 1200 dots per inch. The file is complete after endDoc().
+// A printer writing the PDF file at path: Letter, portrait, the report
+// margins of QtPrinter::SetReportPageLayout, 1200 dots per inch. The file
+// is complete after endDoc() (or when the printer is destroyed).
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path);
 
 // The page height and the line height of every font as the PDF printer

@@ -44,7 +44,7 @@ QFont QtPrinter::ReportFont(const QString& family, qreal pointSize)
 void QtPrinter::SetReportPageLayout(QPagedPaintDevice& device)
 {
     device.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
-                                     QMarginsF(0.5, 0.5, 0.5, 0.5), QPageLayout::Inch));
+                                     QMarginsF(0.5, 0.5, 0.2, 0.5), QPageLayout::Inch));
 }
 
 QtPrinter::QtPrinter(QPagedPaintDevice* device) : device_(device)

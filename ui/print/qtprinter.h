@@ -68,8 +68,10 @@ public:
     // Maps "Courier New" to Liberation Mono when the font database has no
     // "Courier New" of its own. Safe to call more than once.
     static void MapReportFonts();
-    // Letter, portrait, margins of half an inch on every side: the layout
-    // the reports are laid out for.
+    // Letter, portrait; half an inch at the top, left and bottom, 0.2 inch
+    // at the right: the widest lines (a detailed analysis row, 116 cells at
+    // 8 points; the accuracy-related explanation, 78 cells at 12 points)
+    // then end inside the printable area.
     static void SetReportPageLayout(QPagedPaintDevice& device);
 
 private:
