@@ -1,0 +1,156 @@
+// Printing every report of a payroll case with every penalty and 500
+// payments: the computation, the reports on the text back end, and the whole
+// print job into a PDF file (the figure that matters: under 2 seconds).
+
+#include "reports/printmaster.h"
+#include "reports/standardsources.h"
+#include "reports/textprinter.h"
+#include "ui/print/pdfoutput.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using rw::Date;
+using rw::Money;
+
+Date D(int y, int m, int d)
+{
+    return Date::fromCivil(y, m, d);
+}
+
+// Quarter rows 2010-2026 at 3 % to 8 %, compounding daily.
+rw::RateTable QuarterlyTable()
+{
+    rw::RateTable t;
+    int step = 0;
+    for (int y = 2010; y <= 2026; ++y) {
+        for (int q = 0; q < 4; ++q, ++step) {
+            rw::RateRow r;
+            r.dtFrom = D(y, 3 * q + 1, 1);
+            r.dtThru = (q == 3 ? D(y + 1, 1, 1) : D(y, 3 * q + 4, 1)) - 1;
+            r.fUPRate = static_cast<float>(3 + step % 6) / 100.0f;
+            r.fOPRate = r.fUPRate - 0.01f;
+            t.push_back(r);
+        }
+    }
+    return t;
+}
+
+// 500 payments of 50.00 on 20 days of 2016 (25 a day, so the result stays
+// within its 601 rows), three payroll deposits, one charge, every penalty.
+rw::Case BigCase()
+{
+    rw::Case c;
+    rw::ClearInputs(c);
+    rw::InitInputs& in = c.init;
+    in.sName = "Benchmark Manufacturing Co.";
+    in.s2ndLine = "Form 941, first quarter 2016";
+    in.sTaxAuth = "US  ";
+    in.dtDue = D(2016, 4, 30);
+    in.tlStart.dtDate = D(2016, 4, 30);
+    in.tlStart.cTax = Money::fromCents(3'000'000);
+    in.tlStop.dtDate = D(2017, 12, 31);
+    in.bPayroll = rw::kYes;
+    in.bAnyPenalties = rw::kYes;
+    in.bFtoFile = rw::kYes;
+    in.bFtoPay = rw::kYes;
+    in.b6651d1 = rw::kYes;
+    in.bAccRel = rw::kYes;
+    in.dtExtended = D(2016, 4, 30);
+    in.dtFiled = D(2016, 9, 15);
+    in.dtFtoFileAssess = D(2016, 10, 31);
+    in.dtFtoPayAssess = D(2016, 10, 31);
+    in.dt6651d1Start = D(2017, 3, 1);
+    in.cAmtOnReturn = Money::fromCents(3'000'000);
+    in.cAccRelAmt = Money::fromCents(500'000);
+    c.pmts.clear();
+    for (int i = 0; i < 500; ++i) {
+        rw::PaymentRec p;
+        p.sDesc = "Check " + std::to_string(10000 + i);
+        p.dtPmt = D(2016, 5, 2) + 7 * (i / 25);
+        p.cAmount = Money::fromCents(5000);
+        p.cToTax = Money::fromCents(4000);
+        p.cToPen = Money::fromCents(500);
+        p.cToInt = Money::fromCents(500);
+        p.sMethod = "T";
+        c.pmts.push_back(p);
+    }
+    in.nPmts = 500;
+    rw::ChargeRec ch;
+    ch.sDesc = "Excise addition";
+    ch.dtLiab = D(2016, 6, 20);
+    ch.dtIntStart = D(2016, 7, 1);
+    ch.cTotal = Money::fromCents(50'000);
+    ch.cToTax = Money::fromCents(30'000);
+    ch.cToPen = Money::fromCents(20'000);
+    c.charges = {ch};
+    in.nCharges = 1;
+    c.deposits.clear();
+    for (int m : {2, 3, 4}) {
+        rw::DepositRec d;
+        d.dtDepDue = D(2016, m, 15);
+        d.dtDepAssess = D(2016, 6, 30);
+        d.cRequired = Money::fromCents(40'000);
+        d.dtDelinqNotice = rw::NoDate;
+        d.dtJeopardy = rw::NoDate;
+        c.deposits.push_back(d);
+    }
+    in.nDeposits = 3;
+    return c;
+}
+
+class NoMessages : public rw::Messages {
+public:
+    void show(std::string_view, std::string_view, rw::MsgIcon) override {}
+    bool ask(std::string_view, std::string_view, rw::MsgIcon) override { return true; }
+};
+
+void BM_ComputeForReports(benchmark::State& state)
+{
+    const rw::Case c = BigCase();
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    for (auto _ : state) {
+        rw::CaseComputation comp = sources.compute(c);
+        benchmark::DoNotOptimize(comp.interest);
+        state.counters["rows"] = static_cast<double>(comp.rows.size());
+    }
+}
+BENCHMARK(BM_ComputeForReports)->Unit(benchmark::kMillisecond);
+
+void BM_PrintEveryReportToText(benchmark::State& state)
+{
+    const rw::Case c = BigCase();
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    NoMessages msgs;
+    for (auto _ : state) {
+        rw::TextPrinter printer;
+        rw::PrintState ps;
+        rw::PrintJob job{printer, ps, msgs, {}, {}};
+        rw::PrintReports(63, 1, c, job, sources);
+        state.counters["pages"] = static_cast<double>(printer.pages().size());
+    }
+}
+BENCHMARK(BM_PrintEveryReportToText)->Unit(benchmark::kMillisecond);
+
+void BM_PrintEveryReportToPdf(benchmark::State& state)
+{
+    const rw::Case c = BigCase();
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    const std::string path = (std::filesystem::temp_directory_path() / "rw-bench-reports.pdf").string();
+    NoMessages msgs;
+    for (auto _ : state) {
+        auto printer = rw::MakePdfPrinter(path);
+        rw::PrintState ps;
+        rw::PrintJob job{*printer, ps, msgs, {}, {}};
+        rw::PrintReports(63, 1, c, job, sources);
+        printer.reset();  // the file is written
+    }
+    std::filesystem::remove(path);
+}
+BENCHMARK(BM_PrintEveryReportToPdf)->Unit(benchmark::kMillisecond);
+
+}  // namespace
