@@ -1,8 +1,9 @@
 #include "ui/common/fields.h"
 
-#include <QAbstractButton>
 #include <QApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QWidget>
 
@@ -39,7 +40,7 @@ bool EnterAsTab::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
-            && key->modifiers() == Qt::NoModifier && !qobject_cast<QAbstractButton*>(watched)) {
+            && key->modifiers() == Qt::NoModifier && !qobject_cast<QPushButton*>(watched)) {
             if (auto* w = qobject_cast<QWidget*>(watched))
                 focusNextField(w->window());
             return true;
@@ -77,10 +78,17 @@ FocusWatcher::FocusWatcher(QWidget* watched) : QObject(watched)
 
 bool FocusWatcher::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusOut)
-        Q_EMIT focusLost();
-    else if (event->type() == QEvent::FocusIn)
-        Q_EMIT focusGained();
+    // Another window coming to the front (a message box, the user switching
+    // programs) or a popup opening does not mean the user left the field.
+    if (event->type() == QEvent::FocusOut || event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
+            if (event->type() == QEvent::FocusOut)
+                Q_EMIT focusLost();
+            else
+                Q_EMIT focusGained();
+        }
+    }
     return QObject::eventFilter(watched, event);
 }
 

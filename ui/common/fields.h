@@ -11,7 +11,8 @@ namespace rw::ui {
 
 // Installed on a dialog (and, through installOn, on all its children): the
 // Enter and Return keys move the focus to the next field, as Tab does, and are
-// swallowed. Push buttons keep Enter as a click.
+// swallowed. Push buttons keep Enter as a click; option buttons and check
+// boxes move on like any other field.
 class EnterAsTab : public QObject {
     Q_OBJECT
 public:
@@ -41,8 +42,9 @@ public:
     explicit MoneyField(QWidget* parent = nullptr);
 };
 
-// Emits focusLost() when the watched widget loses keyboard focus (the date
-// checks run when the user leaves a field).
+// Emits focusLost() when the user leaves the watched widget (the date checks
+// run when the user leaves a field). Focus that goes to another window or to a
+// popup and comes back is not a leaving.
 class FocusWatcher : public QObject {
     Q_OBJECT
 public:

@@ -1,0 +1,83 @@
+#pragma once
+// The interest option dialogs: "Optional Rates" (dlgOptRates), "Suspended
+// Interest Inputs" (dlgSusp) and "Extended Due Date" (dlgExtIP), widgets bound
+// to the forms of rw::OptRatesDialog, rw::SuspendDialog and
+// rw::ExtDueDateDialog.
+
+#include "casedata/extduedate.h"
+#include "engine/optrates.h"
+#include "engine/suspend.h"
+#include "ui/inputs/inputdialog.h"
+
+class QLabel;
+class QRadioButton;
+
+namespace rw::ui {
+
+class DateField;
+
+// "Optional Rates": the tax-motivated rate and the two large corporate rates
+// with their start dates.
+class OptRatesWindow : public InputDialog {
+    Q_OBJECT
+public:
+    OptRatesWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
+
+    // After OK: whether "&Interest Rates..." carries its check mark.
+    bool interestRatesChecked() const { return checked_; }
+
+private:
+    void readForm();
+    void showForm();
+
+    OptRatesDialog logic_;
+    OptRatesForm form_;
+    bool checked_ = false;
+
+    QRadioButton* taxMotYes_;
+    QRadioButton* taxMotNo_;
+    QRadioButton* corpUPYes_;
+    QRadioButton* corpUPNo_;
+    QLabel* corpUPLabel_;
+    DateField* corpUPStart_;
+    QRadioButton* corpOPYes_;
+    QRadioButton* corpOPNo_;
+    QLabel* corpOPLabel_;
+    DateField* corpOPStart_;
+};
+
+// "Suspended Interest Inputs": the day interest is suspended and the day it
+// restarts.
+class SuspendWindow : public InputDialog {
+    Q_OBJECT
+public:
+    SuspendWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
+
+    // After OK: whether the pair of dates was stored ("&Suspend Interest..."
+    // then carries its check mark; otherwise the mark stays as it was).
+    bool stored() const { return stored_; }
+
+private:
+    SuspendForm readForm() const;
+
+    SuspendDialog logic_;
+    bool stored_ = false;
+    DateField* suspend_;
+    DateField* restart_;
+};
+
+// "Extended Due Date": the date to which the return's due date was extended.
+// Opening it gives a case without one the due date at once.
+class ExtDueDateWindow : public InputDialog {
+    Q_OBJECT
+public:
+    ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
+
+private:
+    ExtDueDateForm readForm() const;
+
+    ExtDueDateDialog logic_;
+    DateField* extended_;
+};
+
+}  // namespace rw::ui
