@@ -9,6 +9,7 @@
 #include <ostream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace rw::cli {
 
@@ -24,9 +25,12 @@ std::string_view trimmed(std::string_view s)
 }
 
 // Nine significant digits tell every single-precision rate apart, so the
-// listing shows exactly what the table holds (0.075 reads 0.075000003).
+// listing shows exactly what the table holds (0.075 reads 0.075000003). A
+// refund rate the authority did not publish is held as a NaN.
 std::string rateText(float f)
 {
+    if (ratesrc::IsRateNotPublished(f))
+        return "not published";
     char b[32];
     std::snprintf(b, sizeof b, "%.9g", static_cast<double>(f));
     return b;
@@ -53,10 +57,21 @@ std::string readProblem(const RateTableReadResult& r)
     return {};
 }
 
-// tables: every authority in list order with its table's coverage.
+// A source rate as the table should hold it: an empty text is a rate that
+// was not published.
+bool sameRate(const std::string& sourceText, float tableRate)
+{
+    if (sourceText.empty())
+        return ratesrc::IsRateNotPublished(tableRate);
+    return ratesrc::ParseRateText(sourceText) == tableRate;
+}
+
+// tables: every authority in list order with its table's coverage, then the
+// periods of each table whose refund rate was not published.
 int listTables(CliEnv& env)
 {
     bool allPresent = true;
+    std::vector<std::pair<const Authority*, std::vector<std::string>>> unpublished;
     env.out << LeftAlign("Code", 6) << LeftAlign("Authority", 34) << LeftAlign("Table", 14)
             << LeftAlign("Present", 9) << LeftAlign("First", 12) << LeftAlign("Last", 12)
             << RightAlign("Rows", 5) << "\n";
@@ -65,11 +80,14 @@ int listTables(CliEnv& env)
         const bool present = r.status != RateTableReadResult::Status::NotFound;
         env.out << LeftAlign(a.code, 6) << LeftAlign(a.name, 34) << LeftAlign(a.file, 14)
                 << LeftAlign(present ? "yes" : "no", 9);
-        if (r.status == RateTableReadResult::Status::Ok)
+        if (r.status == RateTableReadResult::Status::Ok) {
             env.out << LeftAlign(FormatMMDDYYYY(r.rows.front().dtFrom), 12)
                     << LeftAlign(FormatMMDDYYYY(r.rows.back().dtThru), 12)
                     << RightAlign(std::to_string(r.rows.size()), 5) << "\n";
-        else if (present)
+            auto periods = ratesrc::UnpublishedRefundPeriods(r.rows);
+            if (!periods.empty())
+                unpublished.emplace_back(&a, std::move(periods));
+        } else if (present)
             env.out << "unreadable\n";
         else
             env.out << LeftAlign("-", 12) << LeftAlign("-", 12) << RightAlign("-", 5) << "\n";
@@ -78,6 +96,16 @@ int listTables(CliEnv& env)
             if (present)
                 env.err << "qratcalc-cli tables: " << env.paths.table(a.file).string() << " "
                         << readProblem(r) << "\n";
+        }
+    }
+    if (!unpublished.empty()) {
+        env.out << "\nRefund (overpayment) rate not published; an overpayment in these periods cannot be "
+                   "computed:\n";
+        for (const auto& [a, periods] : unpublished) {
+            std::string text;
+            for (const std::string& p : periods)
+                text += (text.empty() ? "" : ", ") + p;
+            env.out << LeftAlign(a->code, 6) << text << "\n";
         }
     }
     return allPresent ? kExitOk : kExitProblem;
@@ -121,14 +149,20 @@ int showTable(CliEnv& env, const Authority& a)
             if (s.method != method)
                 method += " (" + s.method + ")";
             source = s.source;
-            if (ratesrc::ParseRateText(s.underpayment) != row.fUPRate
-                || ratesrc::ParseRateText(s.overpayment) != row.fOPRate)
-                source += " (the source row gives " + s.underpayment + " / " + s.overpayment
+            if (!sameRate(s.underpayment, row.fUPRate) || !sameRate(s.overpayment, row.fOPRate))
+                source += " (the source row gives " + s.underpayment + " / "
+                    + (s.overpayment.empty() ? "not published" : s.overpayment)
                     + ": the table is out of date)";
         }
         env.out << LeftAlign(from, 12) << LeftAlign(thru, 12) << LeftAlign(rateText(row.fUPRate), 14)
                 << LeftAlign(rateText(row.fOPRate), 14) << LeftAlign(method, 16) << source << "\n";
     }
+    std::string unpublished;
+    for (const std::string& p : ratesrc::UnpublishedRefundPeriods(r.rows))
+        unpublished += (unpublished.empty() ? "" : ", ") + p;
+    if (!unpublished.empty())
+        env.out << "Refund (overpayment) rate not published for " << unpublished
+                << ": an overpayment in these periods cannot be computed.\n";
     return kExitOk;
 }
 

@@ -1,6 +1,6 @@
 // Reading and checking table sources: CSV records, dates, rates read straight
-// to single precision, per cent figures turned into fractions, and the
-// check's refusals.
+// to single precision, per cent figures turned into fractions, refund rates
+// that were not published, and the check's refusals.
 
 #include "casedata/ratetable.h"
 #include "support/tempdir.h"
@@ -8,9 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 namespace rs = rw::ratesrc;
@@ -231,16 +234,52 @@ TEST(TableCheck, RefusesARowWithoutSource)
     EXPECT_TRUE(mentions(b, 4, "no source"));
 }
 
-TEST(TableCheck, RefusesEmptyAndMalformedRates)
+TEST(TableCheck, RefusesAnEmptyUnderpaymentAndMalformedRates)
 {
     rwtest::TempDir dir;
     const auto b = buildFromFile(dir,
                                  "01/01/2017,12/31/2017,0.04,,S,overpayment not published\n"
                                  "01/01/2018,12/31/2018,,0.04,S,underpayment not published\n"
-                                 "01/01/2019,12/31/2019,4%,0.04,S,a\n");
-    EXPECT_TRUE(mentions(b, 2, "overpayment rate is empty"));
+                                 "01/01/2019,12/31/2019,4%,0.04,S,a\n"
+                                 "01/01/2020,12/31/2020,0.04,4%,S,b\n"
+                                 "01/01/2021,12/31/2021,,,S,neither published\n");
+    EXPECT_FALSE(b.ok());
+    EXPECT_TRUE(b.rows.empty());
+    // An empty overpayment rate is allowed: it was not published.
+    for (const auto& p : b.problems)
+        EXPECT_NE(p.line, 2) << p.text();
     EXPECT_TRUE(mentions(b, 3, "underpayment rate is empty"));
-    EXPECT_TRUE(mentions(b, 4, "not a plain decimal"));
+    EXPECT_TRUE(mentions(b, 4, "underpayment rate '4%' is not a plain decimal"));
+    EXPECT_TRUE(mentions(b, 5, "overpayment rate '4%' is not a plain decimal"));
+    EXPECT_TRUE(mentions(b, 6, "underpayment rate is empty"));
+    EXPECT_EQ(b.problems.size(), 4u);
+}
+
+TEST(TableCheck, AnEmptyOverpaymentRateIsHeldAsNotPublished)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir,
+                                 "01/01/1995,12/31/1995,0.12,,S,\"12 CSR 10-41.010; refund rate not found\"\n"
+                                 "01/01/1996,12/31/1996,0.09,0.02,S,both published\n");
+    ASSERT_TRUE(b.ok()) << b.problems.front().text();
+    ASSERT_EQ(b.rows.size(), 2u);
+    EXPECT_EQ(b.rows[0].fUPRate, 0.12f);
+    EXPECT_TRUE(std::isnan(b.rows[0].fOPRate));
+    EXPECT_TRUE(rs::IsRateNotPublished(b.rows[0].fOPRate));
+    EXPECT_EQ(b.rows[1].fUPRate, 0.09f);
+    EXPECT_EQ(b.rows[1].fOPRate, 0.02f);
+    EXPECT_FALSE(rs::IsRateNotPublished(b.rows[1].fOPRate));
+    EXPECT_FALSE(rs::IsRateNotPublished(0.0f));
+    // The mark is the quiet NaN, sign bit clear: 0x7FC00000.
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(b.rows[0].fOPRate), 0x7FC00000u);
+}
+
+TEST(TableCheck, RefusesARowMarkedAsAGap)
+{
+    rwtest::TempDir dir;
+    const auto b = buildFromFile(dir, "01/01/2017,12/31/2017,0.04,,S,GAP: not found\n");
+    EXPECT_TRUE(mentions(b, 2, "marked GAP:"));
+    EXPECT_EQ(b.problems.size(), 1u);
 }
 
 TEST(TableCheck, RefusesUnknownMethodsDatesHeaderAndEmptySource)
@@ -287,6 +326,38 @@ TEST(MkRateTable, WritesTheTableOfAGoodSource)
     EXPECT_EQ(r.rows[0].sCalcMethod, 'C');
     // Marker, count and one 29-byte row.
     EXPECT_EQ(std::filesystem::file_size(dir / "good.tbl"), 6u + 4u + 29u);
+}
+
+TEST(MkRateTable, WritesARefundRateNotPublishedAsAQuietNaN)
+{
+    rwtest::TempDir dir;
+    writeFile(dir / "mo.csv",
+              kHeader
+                  + "01/01/2019,03/31/2020,0.05,,S,12 CSR 10-41.010; refund rate not found\n"
+                    "04/01/2020,06/30/2020,0.05,0.02,S,12 CSR 10-41.010; refund rate 2 %\n");
+    ASSERT_EQ(runTool((dir / "mo.csv").string() + " " + (dir / "mo.tbl").string()), 0);
+    const auto r = rw::ReadRateTableFile(dir / "mo.tbl");
+    ASSERT_EQ(r.status, rw::RateTableReadResult::Status::Ok);
+    ASSERT_EQ(r.rows.size(), 2u);
+    EXPECT_EQ(r.rows[0].fUPRate, 0.05f);
+    EXPECT_TRUE(std::isnan(r.rows[0].fOPRate));
+    EXPECT_EQ(r.rows[1].fUPRate, 0.05f);
+    EXPECT_EQ(r.rows[1].fOPRate, 0.02f);
+
+    // The first row's overpayment rate lies 6 + 4 + 20 bytes into the file:
+    // 0x7FC00000, little-endian.
+    std::ifstream in(dir / "mo.tbl", std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    ASSERT_EQ(bytes.size(), 6u + 4u + 2u * 29u);
+    EXPECT_EQ(bytes.substr(30, 4), std::string("\x00\x00\xc0\x7f", 4));
+}
+
+TEST(MkRateTable, RefusesAnEmptyUnderpaymentRate)
+{
+    rwtest::TempDir dir;
+    writeFile(dir / "up.csv", kHeader + "01/01/2017,12/31/2017,,0.04,S,underpayment rate not found\n");
+    EXPECT_NE(runTool((dir / "up.csv").string() + " " + (dir / "up.tbl").string()), 0);
+    EXPECT_FALSE(std::filesystem::exists(dir / "up.tbl"));
 }
 
 TEST(MkRateTable, FailsAndLeavesNoTableForABadSource)

@@ -2,12 +2,16 @@
 // one table with their published sources, read from the installation folder
 // the build fills.
 
+#include "casedata/ratetable.h"
 #include "cli/cli.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -49,7 +53,9 @@ TEST(TablesCommand, ListsEveryAuthorityInListOrder)
     const CmdRun r = tables({});
     ASSERT_EQ(r.status, rw::cli::kExitOk) << r.err;
     const auto l = lines(r.out);
-    ASSERT_EQ(l.size(), 31u);  // a heading and 30 authorities
+    // A heading and 30 authorities, then a blank line, a heading and the
+    // seven tables with periods whose refund rate was not published.
+    ASSERT_EQ(l.size(), 31u + 2u + 7u);
     EXPECT_TRUE(l[1].starts_with("US    Federal ")) << l[1];
     EXPECT_NE(l[1].find("fed.tbl"), std::string::npos);
     EXPECT_NE(l[1].find("yes"), std::string::npos);
@@ -59,6 +65,29 @@ TEST(TablesCommand, ListsEveryAuthorityInListOrder)
     EXPECT_TRUE(l[5].starts_with("CARC  CA - Corp: Regular")) << l[5];
     EXPECT_NE(l[16].find("Ma1-up.tbl"), std::string::npos) << l[16];
     EXPECT_TRUE(l[30].starts_with("WV    West Virginia")) << l[30];
+    // mo1.csv: 31 rows from 01/01/1995 to 12/31/2025.
+    EXPECT_TRUE(l[20].starts_with("MO    Missouri ")) << l[20];
+    EXPECT_NE(l[20].find("01/01/1995  12/31/2025     31"), std::string::npos) << l[20];
+}
+
+TEST(TablesCommand, ListNamesThePeriodsWithoutARefundRate)
+{
+    const CmdRun r = tables({});
+    ASSERT_EQ(r.status, rw::cli::kExitOk) << r.err;
+    const auto l = lines(r.out);
+    ASSERT_EQ(l.size(), 40u);
+    EXPECT_EQ(l[31], "");
+    EXPECT_EQ(l[32],
+              "Refund (overpayment) rate not published; an overpayment in these periods cannot be computed:");
+    // The empty overpayment fields of the sources, neighbouring rows merged.
+    EXPECT_EQ(l[33], "HI    01/01/2010 to 12/31/2010");
+    EXPECT_EQ(l[34], "MO    01/01/1995 to 03/31/2020, 07/01/2021 to 09/30/2022, 04/01/2023 to 09/30/2023, "
+                     "01/01/2025 to 12/31/2025");
+    EXPECT_EQ(l[35], "NYSI  01/01/2002 to 03/31/2009");
+    EXPECT_EQ(l[36], "NYSC  01/01/2002 to 03/31/2009");
+    EXPECT_EQ(l[37], "RI    01/01/2012 to 12/31/2015, 01/01/2018 to 12/31/2019");
+    EXPECT_EQ(l[38], "SC    01/01/2010 to 09/30/2011, 07/01/2023 to 03/31/2026");
+    EXPECT_EQ(l[39], "WV    01/01/2022 to 12/31/2023");
 }
 
 TEST(TablesCommand, MissingTablesAreListedAsAbsent)
@@ -84,6 +113,63 @@ TEST(TablesCommand, RowsOfOneTableWithTheirSources)
     // 01/01/2026,12/31/2026,0.07,0.07,S: 0.07 is the single 0.0700000003.
     EXPECT_TRUE(l.back().starts_with("01/01/2026  12/31/2026  0.0700000003  0.0700000003  S ")) << l.back();
     EXPECT_NE(l.back().find("DERIVED: Fiscal Code 806/806.1"), std::string::npos);
+}
+
+TEST(TablesCommand, RefundRateNotPublishedIsShownAsSuch)
+{
+    const CmdRun r = tables({"MO"});
+    ASSERT_EQ(r.status, rw::cli::kExitOk) << r.err;
+    const auto l = lines(r.out);
+    // Title, column heading, 31 rows and the note.
+    ASSERT_EQ(l.size(), 2u + 31u + 1u);
+    EXPECT_EQ(l[0], "Missouri (MO, mo1.tbl): 31 rows from 01/01/1995 to 12/31/2025");
+    // 01/01/1995,12/31/1995,0.12,,S: 0.12 is held as the single 0.119999997.
+    EXPECT_TRUE(l[2].starts_with("01/01/1995  12/31/1995  0.119999997   not published S ")) << l[2];
+    EXPECT_NE(l[2].find("12 CSR 10-41.010"), std::string::npos) << l[2];
+    EXPECT_EQ(l[2].find("out of date"), std::string::npos) << l[2];
+    // 04/01/2020,06/30/2020,0.05,0.02,S: the singles 0.0500000007 and 0.0199999996.
+    EXPECT_TRUE(l[18].starts_with("04/01/2020  06/30/2020  0.0500000007  0.0199999996  S ")) << l[18];
+    EXPECT_EQ(l.back(),
+              "Refund (overpayment) rate not published for 01/01/1995 to 03/31/2020, "
+              "07/01/2021 to 09/30/2022, 04/01/2023 to 09/30/2023, 01/01/2025 to 12/31/2025: "
+              "an overpayment in these periods cannot be computed.");
+}
+
+TEST(TablesCommand, ATableThatDisagreesWithItsSourceAboutARefundRate)
+{
+    // A table holding a refund rate where its source says none was published,
+    // and the reverse, is out of date.
+    rwtest::TempDir dir;
+    rw::RateTable rows(2);
+    rows[0].dtFrom = rw::Date::fromCivil(2020, 1, 1);
+    rows[0].dtThru = rw::Date::fromCivil(2020, 12, 31);
+    rows[0].fUPRate = 0.05f;
+    rows[0].fOPRate = 0.02f;
+    rows[0].sCalcMethod = 'S';
+    rows[1] = rows[0];
+    rows[1].dtFrom = rw::Date::fromCivil(2021, 1, 1);
+    rows[1].dtThru = rw::Date::fromCivil(2021, 12, 31);
+    rows[1].fOPRate = std::numeric_limits<float>::quiet_NaN();
+    const std::vector<char> bytes = rw::EncodeRateTable(rows);
+    std::ofstream(dir / "pa1.tbl", std::ios::binary)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::filesystem::create_directories(dir / "rates-src");
+    std::ofstream(dir / "rates-src" / "pa1.csv", std::ios::binary)
+        << "from,thru,underpayment,overpayment,method,source\n"
+           "01/01/2020,12/31/2020,0.05,,S,a\n"
+           "01/01/2021,12/31/2021,0.05,0.02,S,b\n";
+    const CmdRun r = tables({"PA"}, dir.path());
+    ASSERT_EQ(r.status, rw::cli::kExitOk) << r.err;
+    const auto l = lines(r.out);
+    ASSERT_EQ(l.size(), 2u + 2u + 1u);
+    EXPECT_NE(l[2].find("a (the source row gives 0.05 / not published: the table is out of date)"),
+              std::string::npos)
+        << l[2];
+    EXPECT_TRUE(l[3].starts_with("01/01/2021  12/31/2021  0.0500000007  not published S ")) << l[3];
+    EXPECT_NE(l[3].find("b (the source row gives 0.05 / 0.02: the table is out of date)"), std::string::npos)
+        << l[3];
+    EXPECT_EQ(l[4], "Refund (overpayment) rate not published for 01/01/2021 to 12/31/2021: an overpayment in "
+                    "these periods cannot be computed.");
 }
 
 TEST(TablesCommand, CodeMayCarryItsBlanks)

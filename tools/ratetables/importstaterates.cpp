@@ -6,8 +6,9 @@
 //
 // RESEARCH_DIR holds fed.csv (already a table source: copied unchanged once it
 // passes the table check) and states/<CODE>.csv, one schedule per state code,
-// rates in per cent. Each state's table keeps the latest run of rows that give
-// both rates (see LatestUsableRun); the rates become fractions by moving the
+// rates in per cent. Each state's table keeps the latest run of sourced rows
+// that give the underpayment rate (see LatestUsableRun); a refund rate left
+// empty stays empty (not published). The rates become fractions by moving the
 // decimal point in the text. Nothing is written unless every source passes.
 
 #include "casedata/ratetable.h"
@@ -88,7 +89,13 @@ int main(int argc, char** argv)
         const std::size_t left = schedule.rows.size() - conv.rows.size();
         std::cout << code << "\t" << out.filename().string() << "\t" << conv.rows.front().from << "\t"
                   << conv.rows.back().thru << "\t" << rows(conv.rows.size()) << "\t" << left
-                  << " of the schedule's " << rows(schedule.rows.size()) << " left out\n";
+                  << " of the schedule's " << rows(schedule.rows.size()) << " left out";
+        std::string unpublished;
+        for (const std::string& p : rs::UnpublishedRefundPeriods(conv.rows))
+            unpublished += (unpublished.empty() ? "" : ", ") + p;
+        if (!unpublished.empty())
+            std::cout << "\trefund rate not published " << unpublished;
+        std::cout << "\n";
         outputs.push_back({out, text});
     }
     if (!ok) {

@@ -319,11 +319,8 @@ TableBuild BuildTable(const SourceFile& src)
         if (thru)
             row.dtThru = *thru;
 
-        auto rate = [&](const std::string& text, const char* what, float& out) {
-            if (text.empty()) {
-                problem(r, std::string(what) + " rate is empty");
-                return;
-            }
+        // A rate given in the source: a plain decimal within 0-50 %.
+        auto checkedRate = [&](const std::string& text, const char* what, float& out) {
             const auto f = ParseRateText(text);
             if (!f) {
                 problem(r,
@@ -338,8 +335,16 @@ TableBuild BuildTable(const SourceFile& src)
                             + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
             out = *f;
         };
-        rate(r.underpayment, "underpayment", row.fUPRate);
-        rate(r.overpayment, "overpayment", row.fOPRate);
+        // Every period needs its underpayment rate; a refund rate the
+        // authority did not publish is marked, not filled.
+        if (r.underpayment.empty())
+            problem(r, "underpayment rate is empty");
+        else
+            checkedRate(r.underpayment, "underpayment", row.fUPRate);
+        if (r.overpayment.empty())
+            row.fOPRate = kRateNotPublished;
+        else
+            checkedRate(r.overpayment, "overpayment", row.fOPRate);
 
         if (const auto m = TableMethod(r.method))
             row.sCalcMethod = *m;
@@ -347,6 +352,10 @@ TableBuild BuildTable(const SourceFile& src)
             problem(r, "method " + inQuotes(r.method) + " is not S, S-monthly or C");
         if (r.source.empty())
             problem(r, "the row has no source");
+        else if (r.source.starts_with(kGapMark))
+            problem(r,
+                    "the row is marked " + std::string(kGapMark)
+                        + " (no published rate): such a period cannot be part of a table");
         b.rows.push_back(row);
     }
     if (!b.ok())
@@ -356,7 +365,7 @@ TableBuild BuildTable(const SourceFile& src)
 
 bool IsUsableScheduleRow(const SourceRow& row)
 {
-    return !row.source.starts_with("GAP:") && !row.underpayment.empty() && !row.overpayment.empty();
+    return !row.source.starts_with(kGapMark) && !row.underpayment.empty();
 }
 
 KeptRun LatestUsableRun(const std::vector<SourceRow>& rows)
@@ -398,23 +407,72 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
 
     c.kept = LatestUsableRun(schedule.rows);
     if (c.kept.begin == c.kept.end)
-        c.problems.push_back({schedule.name, 0, "no row gives both rates"});
+        c.problems.push_back({schedule.name, 0, "no sourced row gives an underpayment rate"});
     for (std::size_t i = c.kept.begin; i < c.kept.end; ++i) {
         const SourceRow& r = schedule.rows[i];
         SourceRow out = r;
         const auto up = PercentToFraction(r.underpayment);
-        const auto op = PercentToFraction(r.overpayment);
         if (!up)
             problem(r, "underpayment " + inQuotes(r.underpayment) + " is not a per cent figure");
-        if (!op)
-            problem(r, "overpayment " + inQuotes(r.overpayment) + " is not a per cent figure");
         out.underpayment = up.value_or("");
-        out.overpayment = op.value_or("");
+        // An empty refund rate was not published and stays empty.
+        if (!r.overpayment.empty()) {
+            const auto op = PercentToFraction(r.overpayment);
+            if (!op)
+                problem(r, "overpayment " + inQuotes(r.overpayment) + " is not a per cent figure");
+            out.overpayment = op.value_or("");
+        }
         c.rows.push_back(std::move(out));
     }
     if (!c.problems.empty())
         c.rows.clear();
     return c;
+}
+
+namespace {
+
+// Stretches of consecutive rows that satisfy `pick`, as "first to last".
+template <typename Rows, typename Pick, typename FromOf, typename ThruOf>
+std::vector<std::string> stretches(const Rows& rows, Pick pick, FromOf fromOf, ThruOf thruOf)
+{
+    std::vector<std::string> out;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (!pick(rows[i]))
+            continue;
+        std::size_t j = i;
+        while (j + 1 < rows.size() && pick(rows[j + 1]))
+            ++j;
+        out.push_back(fromOf(rows[i]) + " to " + thruOf(rows[j]));
+        i = j;
+    }
+    return out;
+}
+
+std::string joined(const std::vector<std::string>& parts, std::string_view none)
+{
+    if (parts.empty())
+        return std::string(none);
+    std::string out;
+    for (const std::string& p : parts)
+        out += (out.empty() ? "" : ", ") + p;
+    return out;
+}
+
+}  // namespace
+
+std::vector<std::string> UnpublishedRefundPeriods(const std::vector<SourceRow>& rows)
+{
+    return stretches(
+        rows, [](const SourceRow& r) { return r.overpayment.empty(); },
+        [](const SourceRow& r) { return r.from; }, [](const SourceRow& r) { return r.thru; });
+}
+
+std::vector<std::string> UnpublishedRefundPeriods(const RateTable& rows)
+{
+    return stretches(
+        rows, [](const RateRow& r) { return IsRateNotPublished(r.fOPRate); },
+        [](const RateRow& r) { return FormatMMDDYYYY(r.dtFrom); },
+        [](const RateRow& r) { return FormatMMDDYYYY(r.dtThru); });
 }
 
 std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
@@ -425,9 +483,13 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
           "rate periods, how interest is computed, and where its rates were published. A calculation\n"
           "whose start or stop date lies outside a state's table is warned about when the Initial\n"
           "Inputs are accepted. Methods: S simple interest; S-monthly simple interest that the\n"
-          "authority charges by the month (the table charges it daily); C daily compounding.\n\n"
-          "| Authority | Code | Table file | First date | Last date | Rows | Method |\n"
-          "|---|---|---|---|---|---:|---|\n";
+          "authority charges by the month (the table charges it daily); C daily compounding.\n"
+          "\"Refund rate not published\" lists the periods for which the authority's overpayment\n"
+          "(refund) rate was not found: a calculation cannot compute interest on an overpayment in\n"
+          "them, and no rate is put in their place.\n\n"
+          "| Authority | Code | Table file | First date | Last date | Rows | Method "
+          "| Refund rate not published |\n"
+          "|---|---|---|---|---|---:|---|---|\n";
     auto methodsOf = [](const std::vector<SourceRow>& rows) {
         std::vector<std::string> seen;
         for (const SourceRow& r : rows)
@@ -443,10 +505,10 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
         const Authority& a = *t.authority;
         md << "| " << escapeMarkdown(a.name) << " | " << codeOf(a) << " | " << a.file << " | ";
         if (t.rows.empty())
-            md << "- | - | 0 | - |\n";
+            md << "- | - | 0 | - | - |\n";
         else
             md << t.rows.front().from << " | " << t.rows.back().thru << " | " << t.rows.size() << " | "
-               << methodsOf(t.rows) << " |\n";
+               << methodsOf(t.rows) << " | " << joined(UnpublishedRefundPeriods(t.rows), "-") << " |\n";
     }
 
     for (const AuthorityTable& t : tables) {
@@ -466,6 +528,15 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
                 ++j;
             md << "- " << span(t.rows[i], t.rows[j]) << ": " << methodName(t.rows[i].method) << "\n";
             i = j + 1;
+        }
+
+        const std::vector<std::string> unpublished = UnpublishedRefundPeriods(t.rows);
+        if (!unpublished.empty()) {
+            md << "\nRefund (overpayment) rate not published:\n\n";
+            for (const std::string& p : unpublished)
+                md << "- " << p << "\n";
+            md << "\nThe underpayment rate of these periods is published; interest on an overpayment\n"
+                  "in them cannot be computed with this table.\n";
         }
 
         // Each distinct source once, in the order first used, with the periods

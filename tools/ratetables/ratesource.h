@@ -8,7 +8,9 @@
 //     from,thru,underpayment,overpayment,method,source
 // with dates mm/dd/yyyy (both inclusive), annual rates as fractions (0.075 is
 // 7.5 %), method "S" (simple), "S-monthly" (simple, charged by the month) or
-// "C" (daily compounding), and the published source of the row.
+// "C" (daily compounding), and the published source of the row. An empty
+// overpayment field means that the authority's refund rate for the period was
+// not published (not found): the table marks it as such, never fills it in.
 //
 // A state schedule has the same columns with rates in per cent; a row whose
 // source begins "GAP:" is a period for which no published figure was found.
@@ -16,7 +18,9 @@
 #include "casedata/dates.h"
 #include "casedata/ratetable.h"
 
+#include <cmath>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +36,19 @@ inline constexpr std::string_view kScheduleHeader
 // table is 20 % (federal and Pennsylvania, 1982); a figure above 50 % is a
 // slipped decimal point, a per cent figure written where a fraction belongs.
 inline constexpr float kMaxRate = 0.5f;
+
+// The overpayment (refund) rate of a period for which the authority published
+// none: a quiet NaN in the table's fOPRate. Any interest computed with it is
+// NaN, so it can never pass for a figure; the engine refuses an overpayment
+// period that needs it.
+inline constexpr float kRateNotPublished = std::numeric_limits<float>::quiet_NaN();
+inline bool IsRateNotPublished(float rate)
+{
+    return std::isnan(rate);
+}
+
+// The mark a schedule row without any published figure carries in its source.
+inline constexpr std::string_view kGapMark = "GAP:";
 
 // Something wrong with a source, located by file and 1-based line (0: the file
 // as a whole).
@@ -102,22 +119,24 @@ struct TableBuild {
 
 // Checks a table source and builds its rows. Refused: no rows; a date that is
 // not mm/dd/yyyy; from after thru; a row that does not begin the day after the
-// previous row ends; an empty rate, one that is not a plain decimal, negative
-// or above kMaxRate; an unknown method; an empty source. Every problem is
-// reported, not only the first.
+// previous row ends; an empty underpayment rate; a rate that is not a plain
+// decimal, negative or above kMaxRate; an unknown method; an empty source or
+// one marked "GAP:". An empty overpayment rate is not published and becomes
+// kRateNotPublished. Every problem is reported, not only the first.
 TableBuild BuildTable(const SourceFile& src);
 
-// A schedule row the table can use: not a "GAP:" row, and both rates given.
-// A row that gives only one of the two rates is treated as a gap: the table
-// has no way to say "unknown", and any figure put in its place would be a
-// guess.
+// A schedule row the table can use: not a "GAP:" row, and its underpayment
+// rate given. Its overpayment (refund) rate may be missing: the table then
+// marks it as not published. A row without an underpayment rate cannot be
+// used: every period of a table needs one.
 bool IsUsableScheduleRow(const SourceRow& row);
 
 // The rows [begin, end) a table keeps from a schedule: the run of usable rows
-// that ends with the last usable row, reaching back to the nearest gap. Rows
-// before that gap are left out even when they are usable, so that the table
-// never spans a period without a published rate. begin == end when no row is
-// usable.
+// that ends with the last usable row, reaching back to the nearest row that
+// cannot be used (a "GAP:" row, or one without an underpayment rate). Rows
+// before it are left out even when they are usable, so that the table never
+// spans a period without a published underpayment rate. begin == end when no
+// row is usable.
 struct KeptRun {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -133,13 +152,19 @@ struct ScheduleConversion {
 
 // Converts a state schedule into a table source: checks that the schedule's
 // periods (gaps included) follow each other day by day, keeps the latest
-// usable run and turns its per cent figures into fractions. Methods and
-// source texts are kept as written.
+// usable run and turns its per cent figures into fractions. An overpayment
+// rate left empty stays empty (not published). Methods and source texts are
+// kept as written.
 ScheduleConversion ConvertSchedule(const SourceFile& schedule);
 
+// The stretches of a table's rows (consecutive rows merged) whose overpayment
+// rate was not published, as "mm/dd/yyyy to mm/dd/yyyy" texts, oldest first.
+std::vector<std::string> UnpublishedRefundPeriods(const std::vector<SourceRow>& rows);
+std::vector<std::string> UnpublishedRefundPeriods(const RateTable& rows);
+
 // The Markdown page that lists every authority's table with its coverage,
-// methods and published sources. `tables` holds one checked source per
-// authority, in list order.
+// methods, the periods without a published refund rate, and published
+// sources. `tables` holds one checked source per authority, in list order.
 struct AuthorityTable {
     const Authority* authority = nullptr;
     std::vector<SourceRow> rows;
