@@ -1,9 +1,10 @@
 #include "cli/cmd_report.h"
 
+#include "casedata/numtext.h"
+#include "cli/cmd_compute.h"
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
 #include "reports/textprinter.h"
-#include "casedata/numtext.h"
 
 #ifdef RW_HAVE_QTPRINT
 #include "ui/print/pdfoutput.h"
@@ -88,7 +89,7 @@ int CmdPrint(CliEnv& env)
 #endif
     Case c;
     RateTable rates;
-    if (int status = LoadCaseWithRates(env, "print", env.args[0], c, rates); status != kExitOk)
+    if (int status = LoadCaseAndTable(env, "print", env.args[0], c, rates); status != kExitOk)
         return status;
 
     std::unique_ptr<Printer> printer;

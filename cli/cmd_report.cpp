@@ -1,7 +1,7 @@
 #include "cli/cmd_report.h"
 
 #include "casedata/numtext.h"
-#include "cli/casejson.h"
+#include "cli/cmd_compute.h"
 #include "reports/grid.h"
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
@@ -85,22 +85,6 @@ bool StreamMessages::ask(std::string_view title, std::string_view text, MsgIcon 
     return true;
 }
 
-int LoadCaseWithRates(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates)
-{
-    std::string error;
-    if (!LoadCaseFile(path, c, error)) {
-        env.err << "qratcalc-cli " << command << ": " << error << "\n";
-        return kExitBadInput;
-    }
-    StreamMessages msgs(env.err);
-    const std::string code = c.init.sTaxAuth.isUnset() ? std::string("US  ") : c.init.sTaxAuth.str();
-    if (!OpenRates(code, env.paths, msgs, rates)) {
-        env.err << "qratcalc-cli " << command << ": the rate table of the case's authority could not be loaded\n";
-        return kExitProblem;
-    }
-    return kExitOk;
-}
-
 void WriteFault(CliEnv& env, const Fault& f)
 {
     nlohmann::json j;
@@ -131,7 +115,7 @@ int CmdReport(CliEnv& env)
     }
     Case c;
     RateTable rates;
-    if (int status = LoadCaseWithRates(env, "report", env.args[0], c, rates); status != kExitOk)
+    if (int status = LoadCaseAndTable(env, "report", env.args[0], c, rates); status != kExitOk)
         return status;
     std::vector<ReportWindow> windows;
     try {

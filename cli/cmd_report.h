@@ -1,12 +1,10 @@
 #pragma once
 // What the report and print commands share: the report list of --reports,
-// loading a case with its authority's rate table, message boxes written to
-// the error stream, and faults written as JSON.
+// message boxes written to the error stream, and faults written as JSON.
+// (Cases and their rate tables are loaded with LoadCaseAndTable.)
 
-#include "casedata/caserecord.h"
 #include "casedata/fault.h"
 #include "casedata/messages.h"
-#include "casedata/ratetable.h"
 #include "cli/cli.h"
 
 #include <cstdint>
@@ -31,12 +29,6 @@ public:
 private:
     std::ostream& os_;
 };
-
-// Reads the case (case file or JSON) and loads its authority's table.
-// Problems are written to env.err after "qratcalc-cli <command>: ";
-// returns kExitOk, or the status to exit with.
-int LoadCaseWithRates(CliEnv& env, std::string_view command, const std::string& path, Case& c,
-                      RateTable& rates);
 
 // {"fault": {"procedure": ..., "number": ..., "detail": ...}} on env.out.
 void WriteFault(CliEnv& env, const Fault& f);
