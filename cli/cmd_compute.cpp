@@ -3,6 +3,7 @@
 #include "casedata/numtext.h"
 #include "cli/casejson.h"
 #include "cli/cmd_report.h"
+#include "reports/summary.h"
 
 #include <cmath>
 #include <cstdio>
@@ -79,6 +80,15 @@ Json timelineJson(const CaseComputation& k)
     return points;
 }
 
+// The summary lines shown, in order, the last one "Total".
+Json summaryJson(const CaseComputation& k)
+{
+    Json lines = Json::array();
+    for (const SummaryLine& l : SummaryLines(k.timeline, k.kase.init, k.interest))
+        lines.push_back(Json{{"label", Latin1ToUtf8(l.label)}, {"amount", moneyJson(l.amount)}});
+    return lines;
+}
+
 // The keys of the object, in output order; a further part of the
 // computation is one more line here.
 struct Section {
@@ -87,6 +97,7 @@ struct Section {
 };
 const Section kSections[] = {
     {"interest", [](const CaseComputation& k) { return moneyJson(k.interest); }},
+    {"summary", summaryJson},
     {"rows", rowsJson},
     {"timeline", timelineJson},
 };

@@ -23,11 +23,12 @@ int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& p
 // for. Faults propagate as rw::Fault.
 CaseComputation ComputeForCli(const Case& c, const RateTable& rates);
 
-// The computation as one JSON object: "interest" (the total), "rows" (the
-// result rows), "timeline" (the sorted points). Money is exact text with four
-// decimals; dates are "mm/dd/yyyy", or the day number outside 1800-2200;
-// rates and factors are numbers that read back bit for bit; fixed texts keep
-// their padding and NULs.
+// The computation as one JSON object: "interest" (the total), "summary"
+// (the summary lines shown, {"label", "amount"}, the last one "Total"),
+// "rows" (the result rows), "timeline" (the sorted points). Money is exact
+// text with four decimals; dates are "mm/dd/yyyy", or the day number outside
+// 1800-2200; rates and factors are numbers that read back bit for bit; fixed
+// texts keep their padding and NULs.
 nlohmann::ordered_json ComputationJson(const CaseComputation& k);
 
 }  // namespace rw::cli
