@@ -1,5 +1,7 @@
 #include "engine/ratesel.h"
 
+#include <cmath>
+
 #include "engine/procedure.h"
 
 #include <algorithm>
@@ -128,6 +130,14 @@ float GetRevisedStateRate(ResultPeriod& row, const RateRow& tableRow)
         if (row.cTaxPen + row.cAccruedInt > Money()) {
             label(row, "Undrpmt Rate");
         } else {
+            // A state table keeps a period whose refund rate was never
+            // published (stored as NaN); an overpayment in it cannot be
+            // computed, and no rate is made up for it.
+            if (std::isnan(tableRow.fOPRate))
+                ThrowFault(kErrInvalidCall, "GetRevisedStateRate",
+                           "the state's rate table has no published overpayment rate for the period "
+                               + FormatMMDDYYYY(tableRow.dtFrom) + " to " + FormatMMDDYYYY(tableRow.dtThru)
+                               + ", so interest on an overpayment in that period cannot be computed");
             rate = tableRow.fOPRate;
             label(row, "Overpmt Rate");
         }

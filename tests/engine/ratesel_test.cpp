@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <random>
 
 using namespace enginetest;
@@ -175,6 +177,28 @@ INSTANTIATE_TEST_SUITE_P(Rates, StateRevision,
                                            StateCase{"0", 0.09f, 0.0625f, "Overpmt Rate"},
                                            StateCase{"-10", 0.09f, 0.0625f, "Overpmt Rate"},
                                            StateCase{"-10", 0.0001f, 0.0001f, nullptr}));
+
+TEST(Rates, AnOverpaymentInAPeriodWithoutAPublishedRefundRateIsRefused)
+{
+    // The row holds the underpayment rate; its refund rate was never published.
+    const rw::RateRow tableRow = Row(D(2010, 1, 1), D(2010, 12, 31), 0.09f, std::numeric_limits<float>::quiet_NaN());
+    ResultPeriod under;
+    under.fRate = 0.09f;
+    under.cTaxPen = M("100");
+    EXPECT_EQ(rw::GetRevisedStateRate(under, tableRow), 0.09f);
+
+    ResultPeriod over;
+    over.fRate = 0.09f;
+    over.cTaxPen = M("0");  // a zero balance takes the overpayment branch too
+    try {
+        rw::GetRevisedStateRate(over, tableRow);
+        FAIL() << "no fault";
+    } catch (const rw::Fault& f) {
+        EXPECT_EQ(f.number(), rw::kErrInvalidCall);
+        EXPECT_EQ(f.procedure(), "GetRevisedStateRate");
+        EXPECT_NE(f.detail().find("01/01/2010 to 12/31/2010"), std::string::npos);
+    }
+}
 
 // ---- Table rows, method and the whole-row rate ---------------------------------------
 
