@@ -11,6 +11,7 @@
 #endif
 
 #include <charconv>
+#include <fstream>
 #include <memory>
 #include <ostream>
 
@@ -101,6 +102,10 @@ int CmdPrint(CliEnv& env)
     }
 #ifdef RW_HAVE_QTPRINT
     else {
+        if (!std::ofstream(*pdf, std::ios::binary)) {
+            env.err << "qratcalc-cli print: cannot write " << *pdf << "\n";
+            return kExitProblem;
+        }
         printer = MakePdfPrinter(*pdf);
     }
 #endif

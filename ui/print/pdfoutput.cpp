@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QPdfWriter>
 
+#include <cstdio>
+
 namespace rw {
 
 namespace {
@@ -42,8 +44,16 @@ void EnsureGuiApplication()
     static int argc = 1;
     static char name[] = "qratcalc-cli";
     static char* argv[] = {name, nullptr};
+    // The platform's start-up notes (a missing runtime folder and the like)
+    // mean nothing to a program without windows.
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext&, const QString& msg) {
+            if (type == QtFatalMsg)
+                std::fputs(qPrintable(msg), stderr);
+        });
     static QGuiApplication* app = new QGuiApplication(argc, argv);
     (void)app;
+    qInstallMessageHandler(previous);
 }
 
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path)

@@ -8,6 +8,8 @@
 #include <QPageLayout>
 #include <QPageSize>
 
+#include "casedata/fault.h"
+
 #include <algorithm>
 
 namespace rw {
@@ -54,8 +56,23 @@ QtPrinter::QtPrinter(QPagedPaintDevice* device) : device_(device)
 
 QtPrinter::~QtPrinter()
 {
-    if (!ended_)
+    try {
         endDoc();
+    } catch (const Fault&) {
+        // The device could not be opened; there is nothing to finish.
+    }
+}
+
+void QtPrinter::openPainter()
+{
+    painter_ = std::make_unique<QPainter>();
+    if (!painter_->begin(device_)) {
+        painter_.reset();
+        failed_ = true;
+        ThrowFault(kErrDeviceIO, "Printer", "the printer or the output file cannot be opened");
+    }
+    painter_->setFont(font_);
+    painter_->setPen(Qt::black);
 }
 
 void QtPrinter::setFont(std::string_view name, float size)
@@ -88,10 +105,10 @@ void QtPrinter::beginLine()
 {
     if (lineOpen_)
         return;
+    if (failed_)
+        ThrowFault(kErrDeviceIO, "Printer", "the printer or the output file cannot be opened");
     if (!painter_) {
-        painter_ = std::make_unique<QPainter>(device_);
-        painter_->setFont(font_);
-        painter_->setPen(Qt::black);
+        openPainter();
         anyPage_ = true;
         pagePending_ = false;
         y_ = 0;
@@ -164,12 +181,12 @@ void QtPrinter::newPage()
 
 void QtPrinter::endDoc()
 {
-    if (ended_)
+    if (ended_ || failed_)
         return;
     if (lineOpen_)
         endLine();
     if (!painter_)
-        painter_ = std::make_unique<QPainter>(device_);
+        openPainter();  // nothing printed: one blank page
     painter_->end();
     painter_.reset();
     ended_ = true;

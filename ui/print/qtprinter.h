@@ -15,7 +15,8 @@
 //
 // One QtPrinter prints one document: it begins painting with the first line
 // and ends with endDoc() (or when destroyed). A document with nothing printed
-// still ends as one blank page, as a PDF cannot have none.
+// still ends as one blank page, as a PDF cannot have none. A device that
+// cannot be opened (a file that cannot be written) is a fault, error 57.
 
 #include "reports/printer.h"
 
@@ -75,6 +76,7 @@ public:
     static void SetReportPageLayout(QPagedPaintDevice& device);
 
 private:
+    void openPainter();
     void beginLine();
     qreal columnWidth() const;
 
@@ -91,6 +93,7 @@ private:
     int pageNo_ = 1;
     int pagesPainted_ = 0;
     bool ended_ = false;
+    bool failed_ = false;  // the device could not be opened
     std::function<bool()> setupHandler_;
 };
 
