@@ -1,0 +1,52 @@
+// The desktop program: the About box, start-up, then the main window until
+// the user ends the program.
+
+#include "casedata/paths.h"
+#include "casedata/release.h"
+#include "shell/session.h"
+#include "shell/startup.h"
+#include "ui/common/fields.h"
+#include "ui/common/qtmessages.h"
+#include "ui/main/aboutbox.h"
+#include "ui/main/desktop.h"
+#include "ui/main/mainwindow.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Ratewright"));
+    QApplication::setOrganizationName(QStringLiteral("Brindlecote"));
+    // The program ends through its exit procedure, never because its last
+    // window was closed.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const rw::Paths paths = rw::Paths::FromEnvironment();
+    rw::ui::QtDesktop desktop;
+
+    // The About box first, with the release the tables were delivered with.
+    {
+        rw::ReleaseInfo release;
+        rw::ReadReleaseInfo(paths.releaseFile(), release);
+        rw::ui::AboutBox about(release, desktop);
+        about.exec();
+    }
+
+    rw::Session session;
+    rw::ui::QtMessages msgs;
+    rw::ui::QtFileDialogs files;
+    rw::ui::DesktopProgramControl program;
+    rw::ui::MainWindow window(session, rw::ui::MainWindowServices{msgs, files, program, desktop});
+    msgs.setParent(&window);
+    files.setParent(&window);
+    program.setMainWindow(&window);
+
+    if (!window.startUp(paths, rw::WindowsVersion()) || program.ended())
+        return 0;
+    window.show();
+    rw::ui::Center(&window);
+    if (program.ended())
+        return 0;
+    return QApplication::exec();
+}

@@ -1,0 +1,546 @@
+#include "ui/main/mainwindow.h"
+
+#include "casedata/numtext.h"
+#include "shell/errorreporter.h"
+#include "shell/filecommands.h"
+#include "shell/mainwindow.h"
+#include "shell/startup.h"
+#include "ui/common/commandcontext.h"
+#include "ui/common/fields.h"
+#include "ui/common/texts.h"
+#include "ui/inputs/initialinputswindow.h"
+#include "ui/inputs/optionwindows.h"
+#include "ui/main/aboutbox.h"
+#include "ui/main/desktop.h"
+#include "ui/main/updatealert.h"
+
+#if RW_HAVE_UI_LISTS
+#include "ui/lists/commands.h"
+#endif
+#if RW_HAVE_UI_PENALTIES
+#include "ui/penalties/commands.h"
+#endif
+#if RW_HAVE_UI_REPORTS
+#include "ui/reports/commands.h"
+#endif
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <filesystem>
+
+namespace rw::ui {
+
+namespace {
+
+// The commands whose windows are built in libraries of their own; a build
+// without one of them answers the command with this note instead.
+[[maybe_unused]] void notBuilt(Messages& msgs, std::string_view what)
+{
+    msgs.show("Ratewright", std::string(what) + " is not part of this build of the program.", MsgIcon::Information);
+}
+
+#if RW_HAVE_UI_REPORTS
+// A report window's own "Print" button runs outside any command: its fault
+// goes to the error reporter all the same.
+ReportHooks reportHooksFor(MainWindow* w)
+{
+    ReportHooks hooks;
+    hooks.reportFault = [w](const Fault& f) {
+        if (w->programEnded())
+            return;
+        ShellContext ctx = w->shellContext();
+        ReportError(ctx, f);
+    };
+    return hooks;
+}
+#endif
+
+}  // namespace
+
+MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* parent)
+    : QMainWindow(parent), session_(session), services_(services)
+{
+    endWatch_.inner = &services_.program;
+    if (!services_.clock)
+        services_.clock = &systemClock_;
+
+    setObjectName(QStringLiteral("frmMain"));
+    setContextMenuPolicy(Qt::PreventContextMenu);
+
+    auto* central = new QWidget(this);
+    auto* heading = new QLabel(QStringLiteral("Ratewright"), central);
+    heading->setObjectName(QStringLiteral("lblProduct"));
+    QFont big = heading->font();
+    big.setPointSizeF(big.pointSizeF() * 1.6);
+    big.setBold(true);
+    heading->setFont(big);
+    auto* purpose = new QLabel(
+        QStringLiteral("Interest, and the penalties that carry interest, on a tax liability between two dates"), central);
+    purpose->setObjectName(QStringLiteral("lblPurpose"));
+    purpose->setWordWrap(true);
+    note_ = new QLabel(central);
+    note_->setObjectName(QStringLiteral("lblNote"));
+    note_->setWordWrap(true);
+    QFont noteFont = note_->font();
+    noteFont.setBold(true);
+    note_->setFont(noteFont);
+    note_->setMinimumHeight(note_->fontMetrics().height() * 2 + 4);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->addWidget(heading);
+    layout->addWidget(purpose);
+    layout->addStretch();
+    layout->addWidget(note_);
+    setCentralWidget(central);
+
+    buildMenus();
+    buildToolBar();
+
+    resize(fontMetrics().horizontalAdvance(QString(80, QLatin1Char('n'))), fontMetrics().height() * 16);
+    refresh();
+}
+
+MainWindow::~MainWindow() = default;
+
+ShellContext MainWindow::shellContext()
+{
+    return ShellContext{session_, services_.msgs, services_.files, *this, endWatch_, *services_.clock};
+}
+
+// ---- Menus and tool bar ------------------------------------------------------
+
+QAction* MainWindow::menuAction(QMenu* menu, const char* name, const QString& caption, std::function<void()> command,
+                                bool checkable)
+{
+    auto* action = menu->addAction(caption);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setCheckable(checkable);
+    // The check mark follows the case, not the click: the command's end
+    // redraws it from the session.
+    connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
+        if (!programEnded())
+            command();
+        refresh();
+    });
+    actions_.emplace(name, action);
+    return action;
+}
+
+void MainWindow::buildMenus()
+{
+    QMenuBar* bar = menuBar();
+    const auto topMenu = [&](const char* name, const QString& caption, bool clearsNote) {
+        QMenu* menu = bar->addMenu(caption);
+        menu->setObjectName(QString::fromLatin1(name));
+        if (clearsNote)
+            connect(menu, &QMenu::aboutToShow, this, [this] {
+                TopMenuOpened(session_);
+                refresh();
+            });
+        return menu;
+    };
+
+    QMenu* file = topMenu("mnuFile", QStringLiteral("&File"), true);
+    menuAction(file, "mnuFileNew", QStringLiteral("&New..."),
+               [this] { run("mnuFileNew_Click", [this] { auto ctx = shellContext(); FileNew(ctx); }); });
+    menuAction(file, "mnuFileOpen", QStringLiteral("&Open..."),
+               [this] { run("mnuFileOpen_Click", [this] { auto ctx = shellContext(); FileOpen(ctx); }); });
+    menuAction(file, "mnuFileSave", QStringLiteral("&Save"),
+               [this] { run("mnuFileSave_Click", [this] { auto ctx = shellContext(); FileSave(ctx); }); });
+    menuAction(file, "mnuFileSaveAs", QStringLiteral("Save &As..."),
+               [this] { run("mnuFileSaveAs_Click", [this] { auto ctx = shellContext(); FileSaveAs(ctx); }); });
+    file->addSeparator();
+    menuAction(file, "mnuFilePrint", QStringLiteral("&Print..."), [this] { printCommand(); });
+    file->addSeparator();
+    menuAction(file, "mnuFileExit", QStringLiteral("E&xit"), [this] { close(); });
+
+    QMenu* view = topMenu("mnuView", QStringLiteral("&View"), true);
+    menuAction(view, "mnuViewReports", QStringLiteral("&Reports..."), [this] { reportsCommand(); });
+
+    QMenu* inputs = topMenu("mnuInputs", QStringLiteral("&Inputs"), true);
+    menuAction(
+        inputs, "mnuInputsInitial", QStringLiteral("&Initial Inputs..."),
+        [this] { run("mnuInputsInitial_Click", [this] { showInitialInputs(session_); }); }, true);
+    QMenu* penalties = inputs->addMenu(QStringLiteral("&Penalties..."));
+    penalties->setObjectName(QStringLiteral("mnuInputsPenalties"));
+    menuAction(
+        penalties, "mnuPenFTPay", QStringLiteral("Failure to &Pay"),
+        [this] {
+            run("mnuPenFTPay_Click", [this] {
+#if RW_HAVE_UI_PENALTIES
+                CommandContext ctx = commandContext();
+                session_.menus.ftPayChecked = RunFailureToPayCommand(ctx);
+#else
+                notBuilt(services_.msgs, "Failure to Pay");
+#endif
+            });
+        },
+        true);
+    menuAction(
+        penalties, "mnuPenFTFile", QStringLiteral("&Failure to File"),
+        [this] {
+            run("mnuPenFTFile_Click", [this] {
+#if RW_HAVE_UI_PENALTIES
+                CommandContext ctx = commandContext();
+                session_.menus.ftFileChecked = RunFailureToFileCommand(ctx);
+#else
+                notBuilt(services_.msgs, "Failure to File");
+#endif
+            });
+        },
+        true);
+    menuAction(penalties, "mnuPenAccuracy", QStringLiteral("&Accuracy Related"), [this] { accuracyRelatedCommand(); },
+               true);
+    menuAction(penalties, "mnuPenPR", QStringLiteral("Payro&ll"), [this] { payrollCommand(); }, true);
+    menuAction(penalties, "mnuPenExtended", QStringLiteral("&Extended Due Date"), [this] { extendedDueDateCommand(); });
+    menuAction(inputs, "mnuInputsPayments", QStringLiteral("P&ayments..."), [this] { paymentsCommand(); }, true);
+    menuAction(
+        inputs, "mnuInputsCharges", QStringLiteral("&Other Charges..."),
+        [this] {
+            run("mnuInputsCharges_Click", [this] {
+#if RW_HAVE_UI_LISTS
+                CommandContext ctx = commandContext();
+                session_.menus.chargesChecked = RunOtherChargesCommand(ctx);
+#else
+                notBuilt(services_.msgs, "Other Charges");
+#endif
+            });
+        },
+        true);
+
+    QMenu* options = topMenu("mnuOptions", QStringLiteral("&Options"), true);
+    menuAction(options, "mnuOptionsInterest", QStringLiteral("&Interest Rates..."), [this] { optionalRatesCommand(); },
+               true);
+    menuAction(options, "mnuOptionsSuspend", QStringLiteral("&Suspend Interest..."), [this] { suspendCommand(); },
+               true);
+    options->addSeparator();
+    menuAction(
+        options, "mnuShowToolBar", QStringLiteral("Show Tool &Bar"),
+        [this] { session_.menus.showToolBarChecked = !session_.menus.showToolBarChecked; }, true);
+    menuAction(
+        options, "mnuShowToolTips", QStringLiteral("Show Tool &Tips"),
+        [this] { session_.menus.showToolTipsChecked = !session_.menus.showToolTipsChecked; }, true);
+
+    QMenu* help = topMenu("mnuHelp", QStringLiteral("&Help"), false);
+    menuAction(help, "mnuHelpContents", QStringLiteral("&Contents..."),
+               [this] { run("mnuHelpContents_Click", [this] { helpContents(); }); });
+    menuAction(help, "mnuHelpOnHelp", QStringLiteral("&Help on Help..."),
+               [this] { run("mnuHelpOnHelp_Click", [this] { HelpOnHelp(services_.msgs); }); });
+    help->addSeparator();
+    menuAction(help, "mnuHelpAbout", QStringLiteral("&About..."),
+               [this] { run("mnuHelpAbout_Click", [this] { aboutCommand(); }); });
+}
+
+QAction* MainWindow::toolAction(const char* key, const QIcon& icon, const QString& tip)
+{
+    auto* action = toolBar_->addAction(icon, QString::fromLatin1(key));
+    action->setObjectName(QStringLiteral("tlb") + QString::fromLatin1(key));
+    action->setData(QString::fromLatin1(key));
+    action->setToolTip(tip);
+    const std::string k = key;
+    connect(action, &QAction::triggered, this, [this, k] { toolbarKey(k); });
+    keys_.emplace(key, action);
+    return action;
+}
+
+void MainWindow::buildToolBar()
+{
+    toolBar_ = addToolBar(QStringLiteral("Tool Bar"));
+    toolBar_->setObjectName(QStringLiteral("tlbMain"));
+    toolBar_->setMovable(false);
+    toolBar_->setFloatable(false);
+    toolBar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    toolBar_->toggleViewAction()->setEnabled(false);
+    toolBar_->installEventFilter(this);
+    QStyle* st = style();
+    toolAction("New", st->standardIcon(QStyle::SP_FileIcon), QStringLiteral("New case"));
+    toolAction("Open", st->standardIcon(QStyle::SP_DialogOpenButton), QStringLiteral("Open a case"));
+    toolAction("Save", st->standardIcon(QStyle::SP_DialogSaveButton), QStringLiteral("Save the case"));
+    toolBar_->addSeparator();
+    toolAction("View", st->standardIcon(QStyle::SP_FileDialogContentsView), QStringLiteral("View reports"));
+    toolAction("Print", QIcon::fromTheme(QStringLiteral("document-print"), st->standardIcon(QStyle::SP_FileDialogDetailedView)),
+               QStringLiteral("Print reports"));
+    toolBar_->addSeparator();
+    toolAction("Help", st->standardIcon(QStyle::SP_DialogHelpButton), QStringLiteral("Help contents"));
+    toolAction("Exit", st->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("Exit the program"));
+    // The tool bar's buttons are found by their key.
+    const auto buttons = toolBar_->actions();
+    for (QAction* a : buttons)
+        if (QWidget* w = toolBar_->widgetForAction(a); w && a->data().isValid())
+            w->setObjectName(QStringLiteral("btn") + a->data().toString());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // "Show Tool Tips" off: the tool bar's buttons show no tips.
+    if (event->type() == QEvent::ToolTip && !session_.menus.showToolTipsChecked
+        && (watched == toolBar_ || (watched->isWidgetType() && toolBar_->isAncestorOf(static_cast<QWidget*>(watched)))))
+        return true;
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::toolbarKey(std::string_view key)
+{
+    if (programEnded())
+        return;
+    switch (ToolbarCommand(key, services_.msgs)) {
+    case MainCommand::New: actions_.at("mnuFileNew")->trigger(); return;
+    case MainCommand::Open: actions_.at("mnuFileOpen")->trigger(); return;
+    case MainCommand::Save: actions_.at("mnuFileSave")->trigger(); return;
+    case MainCommand::Print: printCommand(); break;
+    case MainCommand::View: reportsCommand(); break;
+    case MainCommand::Help: run("tlbMain_ButtonClick", [this] { helpContents(); }); break;
+    case MainCommand::Exit: close(); return;
+    case MainCommand::Unknown: break;
+    }
+    refresh();
+}
+
+void MainWindow::refresh()
+{
+    const MenuState& m = session_.menus;
+    const auto set = [this](const char* name, bool enabled, std::optional<bool> checked) {
+        QAction* a = actions_.at(name);
+        a->setEnabled(enabled);
+        if (checked)
+            a->setChecked(*checked);
+    };
+    set("mnuFileSave", m.saveEnabled, std::nullopt);
+    set("mnuFileSaveAs", m.saveAsEnabled, std::nullopt);
+    set("mnuFilePrint", m.printEnabled, std::nullopt);
+    set("mnuViewReports", m.reportsEnabled, std::nullopt);
+    set("mnuInputsInitial", m.initialInputsEnabled, m.initialInputsChecked);
+    set("mnuInputsPayments", true, m.paymentsChecked);
+    set("mnuInputsCharges", true, m.chargesChecked);
+    set("mnuPenFTPay", true, m.ftPayChecked);
+    set("mnuPenFTFile", true, m.ftFileChecked);
+    set("mnuPenAccuracy", true, m.accuracyChecked);
+    set("mnuPenPR", true, m.payrollChecked);
+    set("mnuOptionsInterest", true, m.interestRatesChecked);
+    set("mnuOptionsSuspend", true, m.suspendChecked);
+    set("mnuShowToolBar", true, m.showToolBarChecked);
+    set("mnuShowToolTips", true, m.showToolTipsChecked);
+    keys_.at("Save")->setVisible(m.saveButtonVisible);
+    keys_.at("Print")->setVisible(m.printButtonVisible);
+    keys_.at("View")->setVisible(m.viewButtonVisible);
+    toolBar_->setVisible(m.showToolBarChecked);
+    note_->setText(fromCore(m.note));
+    setWindowTitle(fromCore(session_.title));
+}
+
+// ---- Command boundary ----------------------------------------------------------
+
+void MainWindow::run(std::string_view name, const std::function<void()>& command)
+{
+    if (programEnded())
+        return;
+    ShellContext ctx = shellContext();
+    RunCommand(ctx, name, command);
+    if (!programEnded())
+        refresh();
+}
+
+bool MainWindow::startUp(const Paths& paths, std::string_view platformVersion)
+{
+    session_.paths = paths;
+    ShellContext ctx = shellContext();
+    const std::string version(platformVersion);
+    const bool ok = RunCommand(ctx, "Main", [&] { Startup(session_, paths, services_.msgs, version); });
+    if (ok && !programEnded())
+        refresh();
+    return ok && !programEnded();
+}
+
+CommandContext MainWindow::commandContext()
+{
+    return CommandContext{
+        this,
+        session_.kase,
+        session_.gRates,
+        session_.paths,
+        services_.msgs,
+        session_.reportChoice,
+        session_.printState,
+        [this](std::string_view note) {
+            session_.menus.note = std::string(note);
+            note_->setText(fromCore(note));
+            note_->repaint();
+        },
+        [this] { helpContents(); },
+        [this] { WriteRecoveryCopy(session_); },
+        [this] { openExtendedDueDate(); },
+    };
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (closing_ || programEnded()) {
+        event->accept();
+        return;
+    }
+    // The closing question and the exit procedure end the program; closing
+    // cannot be cancelled from here.
+    event->ignore();
+    closing_ = true;
+    run("Form_Unload", [this] {
+        ShellContext ctx = shellContext();
+        CloseMainWindow(ctx);
+    });
+}
+
+// ---- Dialogs of the shell --------------------------------------------------------
+
+void MainWindow::showInitialInputs(Session& session)
+{
+    InitialInputsWindow dlg(session.kase, session.gRates, session.paths, services_.msgs,
+                            RateCurrencyServices{session.release, *this, endWatch_}, this);
+    dlg.run();
+    ShellContext ctx = shellContext();
+    switch (dlg.outcome()) {
+    case InitialInputsWindow::Outcome::Stored: InitialInputsAccepted(ctx); break;
+    case InitialInputsWindow::Outcome::SaveAndExit: InitialInputsSaveAndExit(ctx); break;
+    case InitialInputsWindow::Outcome::Cancelled:
+    case InitialInputsWindow::Outcome::ProgramEnded: break;
+    }
+}
+
+void MainWindow::showModal(const RateAlert& alert)
+{
+    QWidget* over = QApplication::activeModalWidget();
+    UpdateAlertWindow dlg(alert, services_.desktop, over ? over : this);
+    dlg.exec();
+}
+
+// ---- Commands ------------------------------------------------------------------------
+
+void MainWindow::paymentsCommand()
+{
+    run("mnuInputsPayments_Click", [this] {
+        BeforePayments(session_, services_.msgs);
+#if RW_HAVE_UI_LISTS
+        CommandContext ctx = commandContext();
+        session_.menus.paymentsChecked = RunPaymentsCommand(ctx);
+#else
+        notBuilt(services_.msgs, "Payments");
+#endif
+    });
+}
+
+void MainWindow::payrollCommand()
+{
+    run("mnuPenPR_Click", [this] {
+        if (!BeforePayroll(session_, services_.msgs))
+            return;
+#if RW_HAVE_UI_LISTS
+        CommandContext ctx = commandContext();
+        session_.menus.payrollChecked = RunPayrollCommand(ctx);
+#else
+        notBuilt(services_.msgs, "Payroll");
+#endif
+    });
+}
+
+void MainWindow::accuracyRelatedCommand()
+{
+    run("mnuPenAccuracy_Click", [this] {
+#if RW_HAVE_UI_PENALTIES
+        // The command goes on to the Extended Due Date dialog itself when the
+        // penalty is on.
+        CommandContext ctx = commandContext();
+        session_.menus.accuracyChecked = RunAccuracyRelatedCommand(ctx);
+#else
+        notBuilt(services_.msgs, "Accuracy Related");
+#endif
+    });
+}
+
+void MainWindow::optionalRatesCommand()
+{
+    run("mnuOptionsInterest_Click", [this] {
+        OptRatesWindow dlg(session_.kase, services_.msgs, this);
+        if (!dlg.run())
+            return;
+        session_.menus.interestRatesChecked = dlg.interestRatesChecked();
+        WriteRecoveryCopy(session_);
+    });
+}
+
+void MainWindow::suspendCommand()
+{
+    run("mnuOptionsSuspend_Click", [this] {
+        SuspendWindow dlg(session_.kase, services_.msgs, this);
+        if (!dlg.run())
+            return;
+        if (dlg.stored())
+            session_.menus.suspendChecked = true;
+        WriteRecoveryCopy(session_);
+    });
+}
+
+void MainWindow::extendedDueDateCommand()
+{
+    run("mnuPenExtended_Click", [this] { openExtendedDueDate(); });
+}
+
+void MainWindow::openExtendedDueDate()
+{
+    ExtDueDateWindow dlg(session_.kase, services_.msgs, QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this);
+    if (dlg.run())
+        WriteRecoveryCopy(session_);
+}
+
+void MainWindow::helpContents()
+{
+    const std::filesystem::path file = session_.paths.helpFile();
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(file, ec)) {
+        services_.msgs.show("Help", "The help file " + Utf8ToLatin1(file.string()) + " was not found.",
+                            MsgIcon::Exclamation);
+        return;
+    }
+    if (!services_.desktop.openDocument(file, session_.paths.installDir))
+        services_.msgs.show("Help",
+                            "The help file " + Utf8ToLatin1(file.string())
+                                + " could not be opened.  A viewer for PDF files is needed to read it.",
+                            MsgIcon::Exclamation);
+}
+
+void MainWindow::aboutCommand()
+{
+    AboutBox about(session_.release, services_.desktop, this);
+    about.exec();
+}
+
+void MainWindow::reportsCommand()
+{
+    run("mnuViewReports_Click", [this] {
+#if RW_HAVE_UI_REPORTS
+        CommandContext ctx = commandContext();
+        RunReportDisplayCommand(ctx, reportHooksFor(this));
+#else
+        notBuilt(services_.msgs, "View - Reports");
+#endif
+    });
+}
+
+void MainWindow::printCommand()
+{
+    run("mnuFilePrint_Click", [this] {
+#if RW_HAVE_UI_REPORTS
+        CommandContext ctx = commandContext();
+        RunPrintCommand(ctx, reportHooksFor(this));
+#else
+        notBuilt(services_.msgs, "File - Print");
+#endif
+    });
+}
+
+}  // namespace rw::ui

@@ -1,0 +1,120 @@
+#pragma once
+// The main window (frmMain): the menus, the tool bar, the note line and the
+// title, drawn from the session's MenuState after every command. Every
+// command runs inside the shell's command boundary, so that a fault goes to
+// the error reporter. The window opens the dialogs of the file commands (the
+// shell's ModalDialogs) and the rate currency alert (RateAlertWindow).
+
+#include "shell/ratealert.h"
+#include "shell/services.h"
+#include "shell/session.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QToolBar;
+
+namespace rw::ui {
+
+class Desktop;
+struct CommandContext;
+
+// What the main window works with besides the session. Tests put scripted
+// versions of each in place.
+struct MainWindowServices {
+    Messages& msgs;
+    FileDialogs& files;
+    ProgramControl& program;
+    Desktop& desktop;
+    const Clock* clock = nullptr;  // the computer's calendar when not given
+};
+
+class MainWindow : public QMainWindow, private ModalDialogs, private RateAlertWindow {
+    Q_OBJECT
+public:
+    MainWindow(Session& session, MainWindowServices services, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // Start-up inside the command boundary: settings, data folder and
+    // samples, release, federal table, empty case; then the menus. False when
+    // start-up met a fault (the error reporter has ended the program).
+    bool startUp(const Paths& paths, std::string_view platformVersion);
+
+    // The tool bar key's command ("New", "Open", "Save", "View", "Print",
+    // "Help", "Exit"; any other key is answered with a warning).
+    void toolbarKey(std::string_view key);
+
+    // Draws menus, tool bar, note line and title from the session.
+    void refresh();
+
+    // The shell's context for a command.
+    ShellContext shellContext();
+
+    // True once the program has been ended (the error reporter, the exit
+    // procedure or the rate currency alert); no command runs after it.
+    bool programEnded() const { return endWatch_.ended; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // ModalDialogs
+    void showInitialInputs(Session& session) override;
+    // RateAlertWindow
+    void showModal(const RateAlert& alert) override;
+
+    void buildMenus();
+    void buildToolBar();
+    QAction* menuAction(QMenu* menu, const char* name, const QString& caption, std::function<void()> command,
+                        bool checkable = false);
+    QAction* toolAction(const char* key, const QIcon& icon, const QString& tip);
+    // Runs a command inside the command boundary, then redraws.
+    void run(std::string_view name, const std::function<void()>& command);
+    // The context handed to the dialogs of the lists, penalties and reports.
+    CommandContext commandContext();
+
+    void paymentsCommand();
+    void payrollCommand();
+    void accuracyRelatedCommand();
+    void optionalRatesCommand();
+    void suspendCommand();
+    void extendedDueDateCommand();
+    void openExtendedDueDate();
+    void helpContents();
+    void aboutCommand();
+    void reportsCommand();
+    void printCommand();
+
+    // Passes the end of the program on and remembers it.
+    struct EndWatch : ProgramControl {
+        ProgramControl* inner = nullptr;
+        bool ended = false;
+        void hideMainWindow() override { inner->hideMainWindow(); }
+        void endProgram() override
+        {
+            ended = true;
+            inner->endProgram();
+        }
+    };
+
+    Session& session_;
+    MainWindowServices services_;
+    SystemClock systemClock_;
+    EndWatch endWatch_;
+    bool closing_ = false;
+
+    QLabel* note_ = nullptr;
+    QToolBar* toolBar_ = nullptr;
+    std::map<std::string, QAction*, std::less<>> actions_;  // by object name
+    std::map<std::string, QAction*, std::less<>> keys_;     // tool bar, by key
+};
+
+}  // namespace rw::ui
