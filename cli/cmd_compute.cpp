@@ -89,6 +89,38 @@ Json summaryJson(const CaseComputation& k)
     return lines;
 }
 
+// The failure-to-file and -pay month rows that carry an amount.
+Json ftoRowsJson(const CaseComputation& k)
+{
+    Json rows = Json::array();
+    for (const FtoRow& r : k.ftoRows)
+        rows.push_back(Json{{"dtComp", dateJson(r.dtComp)},
+                            {"cNetTax", moneyJson(r.cNetTax)},
+                            {"fFtpRate", rateJson(r.fFtpRate)},
+                            {"cFtp", moneyJson(r.cFtp)},
+                            {"cGrossFtf", moneyJson(r.cGrossFtf)},
+                            {"cNetFtf", moneyJson(r.cNetFtf)}});
+    return rows;
+}
+
+// The payroll deposit penalty table, one piece of a deposit per element.
+Json payrollTableJson(const CaseComputation& k)
+{
+    Json rows = Json::array();
+    for (const PRPenTblElement& e : k.prTable)
+        rows.push_back(Json{{"dtDepDue", dateJson(e.dtDepDue)},
+                            {"cBegBal", moneyJson(e.cBegBal)},
+                            {"cPaid", moneyJson(e.cPaid)},
+                            {"dtPaid", dateJson(e.dtPaid)},
+                            {"nDaysLate", e.nDaysLate},
+                            {"cEndBal", moneyJson(e.cEndBal)},
+                            {"fRate", rateJson(e.fRate)},
+                            {"cBase", moneyJson(e.cBase)},
+                            {"cPenalty", moneyJson(e.cPenalty)},
+                            {"bSevere", e.bSevere}});
+    return rows;
+}
+
 // The keys of the object, in output order; a further part of the
 // computation is one more line here.
 struct Section {
@@ -100,6 +132,8 @@ const Section kSections[] = {
     {"summary", summaryJson},
     {"rows", rowsJson},
     {"timeline", timelineJson},
+    {"ftoRows", ftoRowsJson},
+    {"payrollTable", payrollTableJson},
 };
 
 }  // namespace

@@ -25,7 +25,9 @@ CaseComputation ComputeForCli(const Case& c, const RateTable& rates);
 
 // The computation as one JSON object: "interest" (the total), "summary"
 // (the summary lines shown, {"label", "amount"}, the last one "Total"),
-// "rows" (the result rows), "timeline" (the sorted points). Money is exact
+// "rows" (the result rows), "timeline" (the sorted points), "ftoRows" (the
+// failure-to-file and -pay months that carry an amount), "payrollTable" (the
+// payroll deposit penalty pieces). Money is exact
 // text with four decimals; dates are "mm/dd/yyyy", or the day number outside
 // 1800-2200; rates and factors are numbers that read back bit for bit; fixed
 // texts keep their padding and NULs.
