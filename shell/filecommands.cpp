@@ -83,11 +83,11 @@ void FileOpen(ShellContext& ctx)
     case CaseReadResult::Status::Ok:
         break;
     case CaseReadResult::Status::Damaged:
-        ctx.program.endProgram();
-        return;
     case CaseReadResult::Status::NotFound:
     case CaseReadResult::Status::BadMarker:
-        return;  // told; the case, its file name and the menus stay
+        // Told; the case in memory, its file name and the menus stay, so
+        // nothing the user has not saved is lost to a damaged file.
+        return;
     }
     s.kase = std::move(read);
     s.gsFileName = name;

@@ -24,7 +24,7 @@ void FileNew(ShellContext& ctx);
 // A rate table file (name ending in "TBL") is not opened: the user is told
 // that rate tables follow the authority chosen in Initial Inputs, and nothing
 // else changes. A missing file or one of another kind is told and leaves the
-// session as it was; a damaged file is told and ends the program.
+// session as it was; a damaged file is told, and the case in memory stays too.
 void FileOpen(ShellContext& ctx);
 
 // Save: writes the case to its own file (Save As while the case has none).

@@ -136,7 +136,7 @@ TEST_F(FileCommands, AMissingFileOrAnotherKindOfFileLeavesTheSessionAsItWas)
     EXPECT_EQ(program.ends, 0);
 }
 
-TEST_F(FileCommands, ADamagedFileIsToldAndEndsTheProgram)
+TEST_F(FileCommands, ADamagedFileIsToldAndTheCaseInMemoryStays)
 {
     OpenSample();
     const std::vector<char> before = rw::EncodeCase(session.kase);
@@ -148,7 +148,7 @@ TEST_F(FileCommands, ADamagedFileIsToldAndEndsTheProgram)
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].text, "Retrieve (Open) Error: Input past end of file");
     EXPECT_FALSE(msgs.shown[0].question);
-    EXPECT_EQ(program.ends, 1);
+    EXPECT_EQ(program.ends, 0);
     EXPECT_EQ(rw::EncodeCase(session.kase), before);
 }
 
