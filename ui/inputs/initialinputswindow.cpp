@@ -122,11 +122,11 @@ InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths&
     grid->addWidget(fieldLabel(QStringLiteral("Rate Table:"), authority_, this), row, 0);
     grid->addWidget(authority_, row++, 1, 1, 2);
     grid->addWidget(fieldLabel(QStringLiteral("Due Date of Return:"), due_, this), row, 0);
-    grid->addWidget(due_, row++, 1);
+    grid->addWidget(due_, row++, 1, Qt::AlignLeft);
     grid->addWidget(fieldLabel(QStringLiteral("Start Calculation:"), start_, this), row, 0);
-    grid->addWidget(start_, row++, 1);
+    grid->addWidget(start_, row++, 1, Qt::AlignLeft);
     grid->addWidget(fieldLabel(QStringLiteral("End Calculation:"), stop_, this), row, 0);
-    grid->addWidget(stop_, row++, 1);
+    grid->addWidget(stop_, row++, 1, Qt::AlignLeft);
     grid->setColumnStretch(3, 1);
 
     auto* balanceGrid = new QGridLayout;

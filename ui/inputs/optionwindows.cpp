@@ -12,6 +12,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace rw::ui {
 
 namespace {
@@ -118,6 +120,11 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : Input
         row->addStretch();
         corpOP.body->addLayout(row);
     }
+
+    // The two start date fields line up.
+    const int labelWidth = std::max(corpUPLabel_->sizeHint().width(), corpOPLabel_->sizeHint().width());
+    corpUPLabel_->setMinimumWidth(labelWidth);
+    corpOPLabel_->setMinimumWidth(labelWidth);
 
     QPushButton* ok = nullptr;
     QDialogButtonBox* buttons = okCancel(this, ok);

@@ -269,7 +269,7 @@ void MainWindow::buildToolBar()
     toolAction("Print", QIcon::fromTheme(QStringLiteral("document-print"), st->standardIcon(QStyle::SP_FileDialogDetailedView)),
                QStringLiteral("Print reports"));
     toolBar_->addSeparator();
-    toolAction("Help", st->standardIcon(QStyle::SP_DialogHelpButton), QStringLiteral("Help contents"));
+    toolAction("Help", st->standardIcon(QStyle::SP_MessageBoxQuestion), QStringLiteral("Help contents"));
     toolAction("Exit", st->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("Exit the program"));
     // The tool bar's buttons are found by their key.
     const auto buttons = toolBar_->actions();

@@ -195,6 +195,9 @@ inline void SaveShot(QWidget* w, const char* name)
     if (!dir || !*dir)
         return;
     std::filesystem::create_directories(dir);
+    // Pending layout requests first (a tool bar's buttons shown a moment ago).
+    for (int i = 0; i < 3; ++i)
+        QApplication::processEvents();
     w->grab().save(QString::fromLocal8Bit(dir) + QLatin1Char('/') + QString::fromLatin1(name) + QStringLiteral(".png"));
 }
 
