@@ -1,0 +1,224 @@
+#include "ui/lists/chargewindows.h"
+
+#include "ui/common/fields.h"
+#include "ui/common/texts.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpacerItem>
+#include <QVBoxLayout>
+
+namespace rw::ui {
+
+// ---- Addition To Tax -------------------------------------------------------------
+
+ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, QWidget* parent)
+    : GuardedDialog(parent), logic_(logic), form_(form)
+{
+    setObjectName(QStringLiteral("dlgChrgInd"));
+    setWindowTitle(QStringLiteral("Addition To Tax"));
+
+    desc_ = new QLineEdit(this);
+    desc_->setObjectName(QStringLiteral("CStxtDesc"));
+    desc_->setMaxLength(16);
+    desc_->setMinimumWidth(desc_->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMMMMMMMMMM")) + 12);
+    liability_ = new DateField(this);
+    liability_->setObjectName(QStringLiteral("CSdtLiab"));
+    interestStart_ = new DateField(this);
+    interestStart_->setObjectName(QStringLiteral("CSdtIntStart"));
+    total_ = new MoneyField(this);
+    total_->setObjectName(QStringLiteral("CScurChrg"));
+    tax_ = new MoneyField(this);
+    tax_->setObjectName(QStringLiteral("CScurTax"));
+    penalties_ = new MoneyField(this);
+    penalties_->setObjectName(QStringLiteral("CScurPen"));
+    balance_ = new QLabel(this);
+    balance_->setObjectName(QStringLiteral("CSLblBalance"));
+
+    auto* fields = new QFormLayout;
+    fields->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    fields->addRow(QStringLiteral("Description of Charge:"), desc_);
+    fields->addRow(QStringLiteral("Date of Liability:"), liability_);
+    fields->addRow(QStringLiteral("Date Interest Runs on Charge:"), interestStart_);
+    fields->addRow(QStringLiteral("Total Charge:"), total_);
+
+    auto* heading = new QLabel(QStringLiteral("Indicate How Charge Was Allocated --"), this);
+    fields->addItem(new QSpacerItem(0, 6));
+    fields->addRow(heading);
+    fields->addRow(QStringLiteral("Applied As Tax:"), tax_);
+    fields->addRow(QStringLiteral("Applied As Penalties:"), penalties_);
+    fields->addRow(QString(), balance_);
+
+    auto* buttons = new QDialogButtonBox(this);
+    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("btnOK"));
+    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("btnCancel"));
+
+    auto* top = new QVBoxLayout(this);
+    top->addLayout(fields);
+    top->addSpacing(6);
+    top->addWidget(buttons);
+
+    setTabOrder(desc_, liability_);
+    setTabOrder(liability_, interestStart_);
+    setTabOrder(interestStart_, total_);
+    setTabOrder(total_, tax_);
+    setTabOrder(tax_, penalties_);
+    setTabOrder(penalties_, ok);
+    setTabOrder(ok, cancel);
+
+    for (QLineEdit* e : {static_cast<QLineEdit*>(total_), static_cast<QLineEdit*>(tax_),
+                         static_cast<QLineEdit*>(penalties_)})
+        connect(e, &QLineEdit::textEdited, this, [this] {
+            guard([this] {
+                readForm();
+                ChargeDialog::calcUnallocCharge(form_);
+                showForm();
+            });
+        });
+    auto* liabilityFocus = new FieldFocus(liability_);
+    connect(liabilityFocus, &FieldFocus::left, this, [this] {
+        guard([this] {
+            readForm();
+            logic_.liabilityLeft(form_);
+        });
+    });
+    connect(ok, &QPushButton::clicked, this, [this] {
+        guard([this] {
+            readForm();
+            if (logic_.okAllowed(form_))
+                accept();
+        });
+    });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    showForm();
+    finishSetup();
+    desc_->setFocus(Qt::OtherFocusReason);
+}
+
+void ChargeInfoWindow::readForm()
+{
+    form_.description = FieldText(desc_);
+    form_.liabilityDate = FieldText(liability_);
+    form_.interestDate = FieldText(interestStart_);
+    form_.total = FieldText(total_);
+    form_.toTax = FieldText(tax_);
+    form_.toPenalties = FieldText(penalties_);
+}
+
+void ChargeInfoWindow::showForm()
+{
+    ShowText(desc_, form_.description);
+    ShowText(liability_, form_.liabilityDate);
+    ShowText(interestStart_, form_.interestDate);
+    ShowText(total_, form_.total);
+    ShowText(tax_, form_.toTax);
+    ShowText(penalties_, form_.toPenalties);
+    ShowLabel(balance_, form_.unallocatedLabel, QStringLiteral("Unallocated:"));
+}
+
+// ---- Other Charges ------------------------------------------------------------------
+
+ChargesWindow::ChargesWindow(CommandContext& ctx)
+    : GuardedDialog(ctx.parent), chargeLogic_(ctx.kase, ctx.msgs)
+{
+    setObjectName(QStringLiteral("dlgChrgAll"));
+    setWindowTitle(QStringLiteral("Other Charges"));
+
+    logic_ = std::make_unique<ChargesDialog>(ctx.kase, ctx.msgs, [this](ChargeForm& f) {
+        ChargeInfoWindow dlg(chargeLogic_, f, this);
+        return dlg.run();
+    });
+
+    list_ = new QListWidget(this);
+    list_->setObjectName(QStringLiteral("lstChrg"));
+    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")) + 40);
+    list_->setMinimumHeight(list_->fontMetrics().height() * 10);
+    auto* listLabel = new QLabel(QStringLiteral("Date of Liability  && Desc.:"), this);
+    listLabel->setBuddy(list_);
+
+    auto* add = new QPushButton(QStringLiteral("&Add"), this);
+    add->setObjectName(QStringLiteral("btnAdd"));
+    edit_ = new QPushButton(QStringLiteral("&Edit"), this);
+    edit_->setObjectName(QStringLiteral("btnEdit"));
+    delete_ = new QPushButton(QStringLiteral("&Delete"), this);
+    delete_->setObjectName(QStringLiteral("btnDelete"));
+    auto* close = new QPushButton(QStringLiteral("&Close"), this);
+    close->setObjectName(QStringLiteral("btnClose"));
+    for (QPushButton* b : {add, edit_, delete_, close})
+        b->setAutoDefault(false);
+
+    auto* commands = new QVBoxLayout;
+    for (QPushButton* b : {add, edit_, delete_})
+        commands->addWidget(b);
+    commands->addStretch(1);
+    commands->addWidget(close);
+
+    auto* listColumn = new QVBoxLayout;
+    listColumn->addWidget(listLabel);
+    listColumn->addWidget(list_, 1);
+
+    auto* top = new QHBoxLayout(this);
+    top->addLayout(listColumn, 1);
+    top->addLayout(commands);
+
+    connect(add, &QPushButton::clicked, this, [this] {
+        guard([this] {
+            logic_->add(form_);
+            showList();
+        });
+    });
+    connect(edit_, &QPushButton::clicked, this, [this] {
+        guard([this] {
+            logic_->edit(form_, selectedLine());
+            showList();
+        });
+    });
+    connect(delete_, &QPushButton::clicked, this, [this] {
+        guard([this] {
+            logic_->remove(form_, selectedLine());
+            showList();
+        });
+    });
+    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+
+    guard([this] { form_ = logic_->open(); });
+    showList();
+    finishSetup();
+    list_->setFocus(Qt::OtherFocusReason);
+}
+
+ChargesWindow::~ChargesWindow() = default;
+
+void ChargesWindow::showList()
+{
+    list_->clear();
+    for (const std::string& line : form_.lines)
+        list_->addItem(DisplayText(line));
+    edit_->setEnabled(form_.editEnabled);
+    delete_->setEnabled(form_.deleteEnabled);
+}
+
+int ChargesWindow::selectedLine() const
+{
+    const auto selected = list_->selectedItems();
+    return selected.isEmpty() ? -1 : list_->row(selected.first());
+}
+
+void ChargesWindow::reject()
+{
+    // Closing the list by its close box or Escape is Close.
+    if (faulted())
+        QDialog::reject();
+    else
+        accept();
+}
+
+}  // namespace rw::ui

@@ -1,0 +1,113 @@
+#pragma once
+// What the input dialogs and report windows of the lists, penalties and
+// reports share: a dialog base that keeps a fault thrown by one of its event
+// handlers for the command that opened it, field focus events that ignore the
+// window losing or regaining activation, Enter moving on from check boxes and
+// option buttons, a Yes/No choice, and the writing of form texts into fields.
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QObject>
+
+#include <exception>
+#include <string>
+#include <utility>
+
+class QLabel;
+class QLineEdit;
+class QRadioButton;
+class QWidget;
+
+namespace rw::ui {
+
+// A modal dialog whose event handlers run through guard(): a fault (any
+// exception) thrown by the logic closes the dialog and is thrown again by
+// run() once exec() has returned, so that it travels to the command boundary
+// outside the event loop.
+class GuardedDialog : public QDialog {
+    Q_OBJECT
+public:
+    explicit GuardedDialog(QWidget* parent = nullptr);
+
+    // exec(); true when accepted. Throws the fault an event handler met.
+    bool run();
+
+    template <typename F>
+    void guard(F&& body)
+    {
+        if (fault_)
+            return;
+        try {
+            std::forward<F>(body)();
+        } catch (...) {
+            fault_ = std::current_exception();
+            QDialog::done(QDialog::Rejected);
+        }
+    }
+
+    bool faulted() const { return static_cast<bool>(fault_); }
+
+protected:
+    // Installs Enter as Tab on every field (check boxes and option buttons
+    // included) and centres the dialog; called once the widgets exist.
+    void finishSetup();
+
+private:
+    std::exception_ptr fault_;
+};
+
+// Emits entered() and left() when the user moves the keyboard focus into or
+// out of the watched field. The focus leaving or returning because another
+// window (a message box, a nested dialog) was activated does not count: the
+// user has not left the field.
+class FieldFocus : public QObject {
+    Q_OBJECT
+public:
+    explicit FieldFocus(QWidget* watched);
+
+Q_SIGNALS:
+    void entered();
+    void left();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+// Installs on every check box and option button under root: Enter moves the
+// focus to the next field instead of pressing the dialog's default button.
+void EnterMovesOnFromChoices(QWidget* root);
+// Moves the focus along the window's tab chain to the next field that takes it.
+void FocusNextField(QWidget* from);
+
+// A framed two-way choice "&Yes" / "&No" under a caption.
+class YesNoChoice : public QGroupBox {
+    Q_OBJECT
+public:
+    YesNoChoice(const QString& caption, QWidget* parent = nullptr);
+
+    bool isYes() const;
+    // Sets the choice without emitting changed().
+    void setYes(bool yes);
+    QRadioButton* yesButton() const { return yes_; }
+    QRadioButton* noButton() const { return no_; }
+
+Q_SIGNALS:
+    // The user changed the choice.
+    void changed(bool yes);
+
+private:
+    QRadioButton* yes_;
+    QRadioButton* no_;
+};
+
+// Writes a core (Latin-1) text into a field unless it already shows it, so
+// that the cursor of the field being typed in stays where it is.
+void ShowText(QLineEdit* field, const std::string& latin1);
+// The field's text as core text.
+std::string FieldText(const QLineEdit* field);
+// A label showing a core text, or its caption while the text is empty.
+void ShowLabel(QLabel* label, const std::string& latin1, const QString& caption = {});
+// Sets the text of a core fixed text with its NUL characters as blanks.
+QString DisplayText(const std::string& latin1);
+
+}  // namespace rw::ui
