@@ -3,8 +3,10 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 scripts/build.sh
-if [ -x build/qrat/qratcalc ]; then
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || [ "${QT_QPA_PLATFORM:-}" != "" ]; then
   exec build/qrat/qratcalc "$@"
 fi
-# Until the desktop program is built, show the detailed analysis of the example case.
-exec build/qrat/qratcalc-cli detail data/cases/example.json
+echo "No display to show the program's windows on (DISPLAY is not set)." >&2
+echo "Start it under a virtual X server with:  xvfb-run -a build/qrat/qratcalc" >&2
+echo "Meanwhile, the summary of the sample income-tax case, from the command-line tool:" >&2
+exec build/qrat/qratcalc-cli report --reports summary build/qrat/DEMO_INC.INT
