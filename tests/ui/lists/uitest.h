@@ -41,6 +41,19 @@ inline char* toString(const Date& d)
 }
 }  // namespace rw
 
+// Readable failures of QCOMPARE on the texts of the message boxes.
+namespace QTest {
+template <>
+inline char* toString(const std::vector<std::string>& texts)
+{
+    std::string all = "{";
+    for (const std::string& t : texts)
+        all += "\n  \"" + t + "\"";
+    all += texts.empty() ? "}" : "\n}";
+    return qstrdup(all.c_str());
+}
+}  // namespace QTest
+
 namespace uitest {
 
 using rw::Date;
@@ -187,6 +200,12 @@ private:
                 steps_.pop_front();
                 arm();
                 step.action(w);
+                if (QTest::currentTestFailed()) {
+                    // A check of the step failed: close whatever is open so
+                    // that the test ends instead of waiting for the user.
+                    steps_.clear();
+                    closeModalDialogs();
+                }
                 return;
             }
             if (started->elapsed() > timeoutMs) {
@@ -194,17 +213,25 @@ private:
                 failures << QStringLiteral("no modal dialog \"%1\" came up (the active one: \"%2\")")
                                 .arg(steps_.front().title, w ? w->windowTitle() : QStringLiteral("none"));
                 steps_.clear();
-                // Close whatever is open so that the test does not hang.
-                while (QWidget* m = QApplication::activeModalWidget()) {
-                    if (auto* d = qobject_cast<QDialog*>(m))
-                        d->done(QDialog::Rejected);
-                    else
-                        m->close();
-                    QCoreApplication::processEvents();
-                }
+                closeModalDialogs();
             }
         });
         timer->start(5);
+    }
+
+    // Closes every modal dialog so that the test does not hang.
+    static void closeModalDialogs()
+    {
+        for (int guard = 0; guard < 20; ++guard) {
+            QWidget* m = QApplication::activeModalWidget();
+            if (!m)
+                break;
+            if (auto* d = qobject_cast<QDialog*>(m))
+                d->done(QDialog::Rejected);
+            else
+                m->close();
+            QCoreApplication::processEvents();
+        }
     }
 
     std::deque<Step> steps_;
