@@ -187,6 +187,13 @@ ArrangeProgressPanel::~ArrangeProgressPanel() = default;
 
 void ArrangeProgressPanel::setVisible(bool visible)
 {
+    if (visible) {
+        variations_->clear();
+        permutations_->setRange(0, 1);
+        permutations_->setValue(0);
+        penalties_->setRange(0, 1);
+        penalties_->setValue(0);
+    }
     panel_->setVisible(visible);
     catchUp(true);
 }

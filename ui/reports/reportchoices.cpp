@@ -84,6 +84,7 @@ ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget*
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    setMinimumWidth(320);
     finishSetup();
     list_->setFocus(Qt::OtherFocusReason);
 }

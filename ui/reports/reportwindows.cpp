@@ -12,7 +12,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
@@ -21,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <memory>
 
 namespace rw::ui {
 
@@ -64,6 +64,7 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
     table->setSelectionMode(QAbstractItemView::ContiguousSelection);
     table->setWordWrap(false);
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(QFontMetrics(table->font()).height() + 8);
     table->setTabKeyNavigation(false);
 
     QHeaderView* header = table->horizontalHeader();
@@ -131,7 +132,9 @@ ReportWindowBase::ReportWindowBase(const CommandContext& ctx, const ReportHooks&
 {
     setObjectName(fromCore(report.name));
     setWindowTitle(fromCore(report.caption));
-    setAttribute(Qt::WA_DeleteOnClose);
+    // A window beside the main window deletes itself when closed; a modal one
+    // belongs to the command that runs it.
+    setAttribute(Qt::WA_DeleteOnClose, !report.modal);
     setModal(report.modal);
     setSizeGripEnabled(true);
 }
@@ -229,7 +232,7 @@ GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks&
             }
     }
     const QRect area = availableArea(this);
-    const int shownRows = std::clamp(table_->rowCount(), 6, 24);
+    const int shownRows = std::clamp(table_->rowCount(), 6, 30);
     const int h = std::min(table_->horizontalHeader()->height() + shownRows * table_->verticalHeader()->defaultSectionSize()
                                + 2 * table_->frameWidth() + table_->horizontalScrollBar()->sizeHint().height(),
                            area.height() - 160);
@@ -344,9 +347,9 @@ QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks, c
     }
     if (report.modal) {
         // Centred; blocks the main window until closed.
-        QPointer<ReportWindowBase> guardPtr(w);
+        const std::unique_ptr<ReportWindowBase> owner(w);
         w->run();
-        return guardPtr.get();
+        return nullptr;
     }
     // The windows that stay open are laid like cards, each a little lower
     // and to the right of the one before.

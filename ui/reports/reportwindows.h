@@ -77,9 +77,9 @@ public:
     InputGridDialog(const GridData& grid, QWidget* parent);
 };
 
-// Opens the window of one report (modal or not as the report says); the
-// window deletes itself when closed. Returns it (null once a modal window has
-// been closed).
+// Opens the window of one report. A window beside the main window deletes
+// itself when closed and is returned; a modal one is run and deleted here
+// (null is returned).
 QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& data,
                           int cascade);
 

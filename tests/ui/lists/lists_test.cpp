@@ -4,6 +4,7 @@
 
 #include "uitest.h"
 
+#include "casedata/fault.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 #include "ui/common/fields.h"
@@ -98,6 +99,7 @@ private Q_SLOTS:
     void depositNoticeDatesHintsAndSevereQuestion();
     void payrollPaymentsArrangedForLowestPenalty();
     void oneComputationToPaymentDateIsQuick();
+    void faultInsideTheDialogsReachesTheCaller();
 };
 
 // Owed on 12/20/2016 (worked out period by period, each period's interest
@@ -495,7 +497,19 @@ void ListsTest::payrollPaymentsArrangedForLowestPenalty()
         QCOMPARE(lineOf(dlg, "lstPmt", 1), QStringLiteral("01/15/2016 Payment B       "));
         arrange->click();
         shoot(dlg, QStringLiteral("payments-payroll"));
+        // A look at the search's labels and bars while they show.
+        QTimer watch;
+        bool seen = false;
+        QObject::connect(&watch, &QTimer::timeout, [dlg, &seen] {
+            if (!seen && child<QWidget>(dlg, "pnlArrange")->isVisible()
+                && !child<QLabel>(dlg, "lblVariations")->text().isEmpty()) {
+                seen = true;
+                shoot(dlg, QStringLiteral("payments-arranging"));
+            }
+        });
+        watch.start(0);
         click(dlg, "btnClose");
+        watch.stop();
         QCOMPARE(child<QLabel>(dlg, "lblVariations")->text(), QStringLiteral("Variations to Consider: 6"));
         QVERIFY(!child<QWidget>(dlg, "pnlArrange")->isVisible());
     });
@@ -565,6 +579,34 @@ void ListsTest::oneComputationToPaymentDateIsQuick()
     qInfo("one computation to the payment date with 200 payments: %.2f ms at most", slowest);
     QVERIFY2(slowest < 50.0, "a computation to the payment date is too slow for typing");
     QVERIFY(msgs.shown.empty());
+}
+
+// A payment dated beyond the rate table makes the computation to its date
+// fail (error 9 of the rate lookup): the dialogs close and the fault leaves
+// the command for the main window's error reporter.
+void ListsTest::faultInsideTheDialogsReachesTheCaller()
+{
+    rw::RateTable table = SimpleTable(0.0365f);
+    table[0].dtThru = D(12, 31, 2015);
+    Fixture f(FederalCase(D(4, 15, 2015), D(4, 15, 2015), D(12, 31, 2015), "10000"), table);
+    ModalDriver drive;
+    drive.when(QStringLiteral("Payments"), [](QWidget* dlg) { click(dlg, "btnAdd"); });
+    drive.when(QStringLiteral("Payment Information"), [](QWidget* dlg) {
+        QTest::keyClicks(child<QLineEdit>(dlg, "CSdtPmt"), QStringLiteral("3/1/2016"));
+        QTest::keyClicks(child<QLineEdit>(dlg, "CScurPmt"), QStringLiteral("5"));
+    });
+    bool thrown = false;
+    try {
+        rw::ui::RunPaymentsCommand(f.ctx);
+    } catch (const rw::Fault& fault) {
+        thrown = true;
+        QCOMPARE(fault.number(), rw::kErrSubscript);
+    }
+    QVERIFY(thrown);
+    QVERIFY2(drive.finished(), qPrintable(drive.failures.join(u'\n')));
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(f.kase.init.nPmts, std::int16_t(0));
+    QCOMPARE(f.recoveryCopies, 0);
 }
 
 QTEST_MAIN(ListsTest)

@@ -17,6 +17,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QTest>
@@ -267,6 +268,18 @@ inline void shoot(QWidget* w, const QString& name)
     QDir().mkpath(QString::fromLocal8Bit(folder));
     QCoreApplication::processEvents();
     w->grab().save(QString::fromLocal8Bit(folder) + QStringLiteral("/") + name + QStringLiteral(".png"));
+}
+
+// Keeps a copy of a file (a printed PDF) in the screenshot folder.
+inline void keepFile(const QString& path, const QString& name)
+{
+    const QByteArray folder = qgetenv("RW_UI_SHOTS");
+    if (folder.isEmpty())
+        return;
+    QDir().mkpath(QString::fromLocal8Bit(folder));
+    const QString target = QString::fromLocal8Bit(folder) + QStringLiteral("/") + name;
+    QFile::remove(target);
+    QFile::copy(path, target);
 }
 
 inline std::vector<std::string> messageTexts(const rwtest::RecordingMessages& m)

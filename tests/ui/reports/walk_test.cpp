@@ -476,6 +476,7 @@ void WalkTest::enterCaseThenShowAndPrintEveryReport()
     QCOMPARE(f.choice.mask, 62);
     QCOMPARE(f.notes, std::vector<std::string>(progress.begin() + 1, progress.end()));
     QVERIFY(QFileInfo::exists(pdf));
+    keepFile(pdf, QStringLiteral("walk.pdf"));
     if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
         QSKIP("pdftotext is not installed: the printed text is not read back");
     const QString printed = pdfText(pdf);
