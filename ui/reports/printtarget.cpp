@@ -67,16 +67,22 @@ PrintTarget::PrintTarget(QPrinter& printer, const ReportHooks& hooks, QWidget* p
 
 bool PrintTarget::printerAvailable() const
 {
-    return printer_.outputFormat() == QPrinter::NativeFormat && !printer_.printerName().isEmpty()
-           && !QPrinterInfo::availablePrinters().isEmpty();
+    // A printer of the system, or the printer's own output to a file when its
+    // set-up offers one.
+    if (printer_.outputFormat() == QPrinter::PdfFormat)
+        return !printer_.outputFileName().isEmpty();
+    return !printer_.printerName().isEmpty() && printer_.isValid() && !QPrinterInfo::availablePrinters().isEmpty();
 }
 
 QString PrintTarget::describe() const
 {
     if (!pdfFile_.isEmpty())
         return QStringLiteral("PDF file: ") + QFileInfo(pdfFile_).fileName();
-    if (printerAvailable())
+    if (printerAvailable()) {
+        if (printer_.outputFormat() == QPrinter::PdfFormat)
+            return QStringLiteral("PDF file: ") + QFileInfo(printer_.outputFileName()).fileName();
         return QStringLiteral("Printer: ") + printer_.printerName();
+    }
     return QStringLiteral("No printer installed: the reports go to a PDF file.");
 }
 

@@ -573,7 +573,9 @@ void ListsTest::oneComputationToPaymentDateIsQuick()
         rw::USPenalties penalties;
         rw::TLPoint totals;
         timer.start();
-        rw::IntToDate("12/1/2016", c, rates, &penalties, totals, msgs);
+        const Money interest = rw::IntToDate("12/1/2016", c, rates, &penalties, totals, msgs);
+        QVERIFY(interest > Money());
+        QCOMPARE(totals.cTax, M("50000"));  // 250,000.00 less 200 payments of 1,000.00
         slowest = std::max(slowest, static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
     qInfo("one computation to the payment date with 200 payments: %.2f ms at most", slowest);

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QPushButton>
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void enterCaseThenShowAndPrintEveryReport();
     void payrollDepositPenaltyWindow();
     void printWithoutPrinterAsksForPdfFile();
+    void printThroughThePrinterSetUp();
 };
 
 void WalkTest::cleanup()
@@ -580,6 +582,43 @@ void WalkTest::printWithoutPrinterAsksForPdfFile()
     QCOMPARE(asked, 1);
     QVERIFY(QFileInfo(pdf).size() > 0);
     QCOMPARE(f.notes, (std::vector<std::string>{"Printing Summary...", "Printing Done"}));
+}
+
+// The printer's own set-up decides where the job goes: here the printer is
+// set to write its output to a file, and the reports are painted on that
+// printer rather than on a PDF writer of the program's own.
+void WalkTest::printThroughThePrinterSetUp()
+{
+    Fixture f(FederalCase(D(4, 15, 2016), D(4, 15, 2016), D(12, 31, 2016), "10000"));
+    f.choice.mask = 3;  // inputs and summary
+    const QString out = QString::fromStdString((f.dir / "printer.pdf").string());
+    rw::ui::ReportHooks hooks;
+    hooks.printerSetup = [out](QPrinter& printer, QWidget*) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(out);
+        return true;
+    };
+    hooks.choosePdfFile = [](QWidget*) {
+        QTest::qFail("no PDF file should be asked for", __FILE__, __LINE__);
+        return QString();
+    };
+    ModalDriver drive;
+    drive.when(QStringLiteral("Report Choices"), [](QWidget* dlg) {
+        click(dlg, "btnPrnSetup");
+        QCOMPARE(child<QLabel>(dlg, "lblPrintTo")->text(), QStringLiteral("PDF file: printer.pdf"));
+        click(dlg, "btnOK");
+    });
+    rw::ui::RunPrintCommand(f.ctx, hooks);
+    QVERIFY2(drive.finished(), qPrintable(drive.failures.join(u'\n')));
+    QVERIFY(QFileInfo(out).size() > 0);
+    QCOMPARE(f.notes, (std::vector<std::string>{"Printing Inputs...", "Printing Summary...", "Printing Done"}));
+    keepFile(out, QStringLiteral("printer.pdf"));
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext is not installed: the printed text is not read back");
+    const QString printed = pdfText(out);
+    QVERIFY(printed.contains(QStringLiteral("Taxpayer: Harbor Tool & Die, Inc.")));
+    QVERIFY(printed.contains(QRegularExpression(QStringLiteral("Unpaid tax +10,000\\.00"))));
+    QVERIFY(printed.contains(QStringLiteral("Page 2")));
 }
 
 QTEST_MAIN(WalkTest)
