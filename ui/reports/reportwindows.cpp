@@ -107,7 +107,14 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
         if (QTableWidgetItem* h = table->horizontalHeaderItem(c))
             h->setTextAlignment(Qt::AlignCenter | Qt::Alignment(Qt::TextWordWrap));
     }
-    header->setFixedHeight(hfm.lineSpacing() * headingLines + 12);
+    // Tall enough for the longest heading as it wraps in its column.
+    int headingHeight = hfm.lineSpacing() * headingLines;
+    for (int c = 0; c < columns && c < headings.size(); ++c) {
+        const QRect r = hfm.boundingRect(QRect(0, 0, table->columnWidth(c) - 10, 1000),
+                                         Qt::AlignCenter | Qt::TextWordWrap, headings[c]);
+        headingHeight = std::max(headingHeight, r.height());
+    }
+    header->setFixedHeight(headingHeight + 12);
 
     for (int r = 0; r < rows; ++r) {
         const auto& cells = grid.cells[static_cast<std::size_t>(r) + 1];

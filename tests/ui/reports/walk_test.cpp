@@ -522,10 +522,11 @@ void WalkTest::payrollDepositPenaltyWindow()
     }
     c.init.nPmts = 3;
     Fixture f(std::move(c));
-    f.choice.mask = 32;
+    f.choice.mask = 33;  // payroll deposit penalties and inputs
 
     ModalDriver drive;
     drive.when(QStringLiteral("Report Choices"), [](QWidget* dlg) {
+        QCOMPARE(child<QListWidget>(dlg, "chkReport")->item(0)->checkState(), Qt::Checked);
         QCOMPARE(child<QListWidget>(dlg, "chkReport")->item(5)->checkState(), Qt::Checked);
         click(dlg, "btnCancel");  // Cancel keeps the choice made before
     });
@@ -555,6 +556,27 @@ void WalkTest::payrollDepositPenaltyWindow()
     QCOMPARE(text[15], QString(66, QChar(u' ')) + QStringLiteral("Total ") + amt("500.00"));
     shoot(w, QStringLiteral("payroll-deposit-penalty"));
     w->close();
+
+    QWidget* inputs = openWindow("frmDispIP");
+    QVERIFY(inputs);
+    QVERIFY(child<QPushButton>(inputs, "btnDep")->isEnabled());
+    QVERIFY(!child<QPushButton>(inputs, "btnCharges")->isEnabled());
+    ModalDriver grid;
+    grid.when(QStringLiteral("Payroll Deposit Inputs"), [](QWidget* dlg) {
+        auto* t = child<QTableWidget>(dlg, "vsGrdDispIP");
+        QCOMPARE(t->rowCount(), 2);
+        QCOMPARE(heading(t, 0), QStringLiteral("LIABILITY DATE"));
+        QCOMPARE(heading(t, 1), QStringLiteral("PENALTY ASSESSMENT DATE"));
+        QCOMPARE(heading(t, 2), QStringLiteral("AMOUNT"));
+        QCOMPARE(cell(t, 0, 0), QStringLiteral("01/15/2016"));
+        QCOMPARE(cell(t, 0, 1), QStringLiteral("06/30/2016"));
+        QCOMPARE(cell(t, 0, 2), QStringLiteral("10,000.00"));
+        QCOMPARE(cell(t, 1, 2), QStringLiteral("5,000.00"));
+        shoot(dlg, QStringLiteral("payroll-deposit-inputs"));
+        click(dlg, "btnClose");
+    });
+    child<QPushButton>(inputs, "btnDep")->click();
+    QVERIFY2(grid.finished(), qPrintable(grid.failures.join(u'\n')));
 }
 
 // With no printer installed, printing goes to a PDF file, asked for at OK.
