@@ -32,6 +32,11 @@ PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates, Messages& ms
 
 OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
 {
+    // The allocation follows every keystroke; a date not yet typed (or not a
+    // date) owes nothing and is not warned about here: the date field warns
+    // when it is left, and OK checks it again.
+    if (!ParseUserDate(dateText))
+        return {};
     USPenalties penalties;
     TLPoint totals;
     const Money interest = IntToDate(dateText, case_, rates_, &penalties, totals, msgs_);
@@ -45,6 +50,7 @@ Money PaymentDialog::calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const
     const Money userInterest = MoneyFieldOrZero(form.toInterest);
     if (mode == PmtAllocMode::Refresh) {
         if (form.irsMethod) {
+            form.maxInterestLabel.clear();  // the IRS method sets the interest part itself
             const PaymentAllocation a = AllocateByIrsMethod(amount, owed);
             form.toInterest = FormatMoneyField(a.interest);
             form.toPenalties = FormatMoneyField(a.penalties);

@@ -198,6 +198,34 @@ TEST_F(Payments, NothingOwedOnThePaymentDateGivesNoCeiling)
     EXPECT_EQ(f.unallocatedLabel, "Unallocated: 0.00");
 }
 
+TEST_F(Payments, TypingTheAmountBeforeADateAllocatesQuietlyAndTheCeilingGoesWithTheIrsMethod)
+{
+    const rw::PaymentDialog& pd = dlg.paymentDialog();
+    PaymentForm f;
+    f.irsMethod = true;
+    // Every keystroke of the amount refreshes the allocation; with no date yet
+    // nothing is owed and nothing is warned about (the date field warns).
+    for (const char* typed : {"1", "12", "120", "1200"}) {
+        f.amount = typed;
+        pd.amountChanged(f);
+    }
+    EXPECT_TRUE(msgs.shown.empty());
+    EXPECT_EQ(f.toTax, "1,200.00");
+    EXPECT_EQ(f.unallocatedLabel, "Unallocated: 0.00");
+
+    // The ceiling shown for the user's own allocation goes when the IRS method
+    // comes back: 500.00 x 7.00 / 707.00 -> 4.95 on 6/27/2016.
+    f.date = "6/27/2016";
+    f.amount = "500.00";
+    f.irsMethod = false;
+    pd.irsMethodClicked(f);
+    EXPECT_EQ(f.maxInterestLabel, "Max. Interest: 4.95");
+    f.irsMethod = true;
+    pd.irsMethodClicked(f);
+    EXPECT_TRUE(f.maxInterestLabel.empty());
+    EXPECT_TRUE(msgs.shown.empty());
+}
+
 TEST_F(Payments, AllocationOffByOneCentIsRefused)
 {
     rw::PaymentsForm list = dlg.open();

@@ -19,17 +19,25 @@ QMessageBox::Icon toIcon(MsgIcon icon)
     }
     return QMessageBox::NoIcon;
 }
+// A box belongs to the dialog the user is working in, so that it stands
+// above it; with no dialog open, to the main window.
+QWidget* owner(QWidget* fallback)
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    return fallback;
+}
 }  // namespace
 
 void QtMessages::show(std::string_view title, std::string_view text, MsgIcon icon)
 {
-    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text), QMessageBox::Ok, parent_);
+    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text), QMessageBox::Ok, owner(parent_));
     box.exec();
 }
 
 bool QtMessages::ask(std::string_view title, std::string_view text, MsgIcon icon)
 {
-    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text), QMessageBox::Yes | QMessageBox::No, parent_);
+    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text), QMessageBox::Yes | QMessageBox::No, owner(parent_));
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
 }
