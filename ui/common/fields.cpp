@@ -4,27 +4,36 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QWidget>
 
 namespace rw::ui {
 
-namespace {
-// Moves the focus along the window's tab chain to the next field that takes it.
-void focusNextField(QWidget* top)
+void FocusNextField(QWidget* from)
 {
-    QWidget* focus = QApplication::focusWidget();
-    if (!focus || !(focus == top || top->isAncestorOf(focus)))
-        return;
-    for (QWidget* next = focus->nextInFocusChain(); next && next != focus; next = next->nextInFocusChain()) {
+    QWidget* top = from->window();
+    for (QWidget* next = from->nextInFocusChain(); next && next != from; next = next->nextInFocusChain()) {
         if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && next->isVisibleTo(top)
             && top->isAncestorOf(next)) {
+            // As with Tab, the focus leaves a group of option buttons for the
+            // next field rather than going to another button of the group.
+            auto* radio = qobject_cast<QRadioButton*>(next);
+            auto* fromRadio = qobject_cast<QRadioButton*>(from);
+            if (radio && fromRadio) {
+                const bool sameGroup = radio->group()
+                                           ? radio->group() == fromRadio->group()
+                                           : (!fromRadio->group() && radio->autoExclusive()
+                                              && fromRadio->autoExclusive()
+                                              && radio->parentWidget() == fromRadio->parentWidget());
+                if (sameGroup)
+                    continue;
+            }
             next->setFocus(Qt::TabFocusReason);
             return;
         }
     }
 }
-}  // namespace
 
 void EnterAsTab::installOn(QWidget* root)
 {
@@ -41,8 +50,12 @@ bool EnterAsTab::eventFilter(QObject* watched, QEvent* event)
         auto* key = static_cast<QKeyEvent*>(event);
         if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)
             && key->modifiers() == Qt::NoModifier && !qobject_cast<QPushButton*>(watched)) {
-            if (auto* w = qobject_cast<QWidget*>(watched))
-                focusNextField(w->window());
+            if (auto* w = qobject_cast<QWidget*>(watched)) {
+                QWidget* top = w->window();
+                QWidget* focus = QApplication::focusWidget();
+                if (focus && (focus == top || top->isAncestorOf(focus)))
+                    FocusNextField(focus);
+            }
             return true;
         }
     }

@@ -23,6 +23,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
+// Moves the focus along the window's tab chain to the next field that takes
+// it, as Tab does (leaving a group of option buttons as a whole).
+void FocusNextField(QWidget* from);
+
 // Places a window in the middle of the screen.
 void Center(QWidget* w);
 

@@ -82,8 +82,8 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
                 showForm();
             });
         });
-    auto* liabilityFocus = new FieldFocus(liability_);
-    connect(liabilityFocus, &FieldFocus::left, this, [this] {
+    auto* liabilityFocus = new FocusWatcher(liability_);
+    connect(liabilityFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             logic_.liabilityLeft(form_);

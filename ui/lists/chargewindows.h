@@ -4,7 +4,7 @@
 
 #include "payments/charges.h"
 #include "ui/common/commandcontext.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 
 #include <memory>
 

@@ -5,7 +5,7 @@
 
 #include "penalties/depositdialogs.h"
 #include "ui/common/commandcontext.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 
 #include <memory>
 

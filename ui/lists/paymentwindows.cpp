@@ -96,9 +96,9 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
 
     // The IRS method: a click, or the focus entering or leaving the check box.
     connect(irs_, &QCheckBox::clicked, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
-    auto* irsFocus = new FieldFocus(irs_);
-    connect(irsFocus, &FieldFocus::entered, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
-    connect(irsFocus, &FieldFocus::left, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
+    auto* irsFocus = new FocusWatcher(irs_);
+    connect(irsFocus, &FocusWatcher::focusGained, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
+    connect(irsFocus, &FocusWatcher::focusLost, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
     // Amounts as they are typed.
     connect(interest_, &QLineEdit::textEdited, this, [this] { react([this] { logic_.interestChanged(form_); }); });
     for (QLineEdit* e : {static_cast<QLineEdit*>(amount_), static_cast<QLineEdit*>(tax_),
@@ -106,8 +106,8 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
         connect(e, &QLineEdit::textEdited, this, [this] { react([this] { logic_.amountChanged(form_); }); });
     // A new payment date is checked against the calculation period once the
     // user leaves the field with a date different from the one last checked.
-    auto* dateFocus = new FieldFocus(date_);
-    connect(dateFocus, &FieldFocus::left, this, [this] {
+    auto* dateFocus = new FocusWatcher(date_);
+    connect(dateFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             if (form_.date == checkedDate_)

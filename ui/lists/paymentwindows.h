@@ -6,7 +6,7 @@
 #include "payments/payments.h"
 #include "penalties/arrange.h"
 #include "ui/common/commandcontext.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 
 #include <memory>
 

@@ -86,15 +86,15 @@ FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent) : GuardedDia
             showForm();
         });
     });
-    auto* assessFocus = new FieldFocus(assess_);
-    connect(assessFocus, &FieldFocus::left, this, [this] {
+    auto* assessFocus = new FocusWatcher(assess_);
+    connect(assessFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             logic_.assessLeft(form_);
         });
     });
-    auto* filedFocus = new FieldFocus(filed_);
-    connect(filedFocus, &FieldFocus::left, this, [this] {
+    auto* filedFocus = new FocusWatcher(filed_);
+    connect(filedFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             logic_.filedLeft(form_);
@@ -197,15 +197,15 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent) : GuardedDialog
             showForm();
         });
     });
-    auto* assessFocus = new FieldFocus(assess_);
-    connect(assessFocus, &FieldFocus::left, this, [this] {
+    auto* assessFocus = new FocusWatcher(assess_);
+    connect(assessFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             logic_.assessLeft(form_);
         });
     });
-    auto* startFocus = new FieldFocus(start_);
-    connect(startFocus, &FieldFocus::left, this, [this] {
+    auto* startFocus = new FocusWatcher(start_);
+    connect(startFocus, &FocusWatcher::focusLost, this, [this] {
         guard([this] {
             readForm();
             logic_.increasedStartLeft(form_);
@@ -359,8 +359,8 @@ AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent) : GuardedDialog
 
 void AccRelWindow::hintOnFocus(QWidget* w, AccRelField field)
 {
-    auto* focus = new FieldFocus(w);
-    connect(focus, &FieldFocus::entered, this, [this, field] {
+    auto* focus = new FocusWatcher(w);
+    connect(focus, &FocusWatcher::focusGained, this, [this, field] {
         guard([this, field] {
             readForm();
             AccRelDialog::focusEntered(form_, field);

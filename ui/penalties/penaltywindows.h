@@ -6,7 +6,7 @@
 #include "penalties/accreldialog.h"
 #include "penalties/ftodialogs.h"
 #include "ui/common/commandcontext.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 
 class QLabel;
 class QLineEdit;

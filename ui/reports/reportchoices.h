@@ -3,7 +3,7 @@
 // the desktop, which shows it modally.
 
 #include "reports/printmaster.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 
 class QLabel;
 class QListWidget;

@@ -7,7 +7,7 @@
 #include "reports/grid.h"
 #include "reports/printmaster.h"
 #include "ui/common/commandcontext.h"
-#include "ui/lists/dialogkit.h"
+#include "ui/common/dialogkit.h"
 #include "ui/reports/commands.h"
 
 class QLayout;

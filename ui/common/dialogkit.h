@@ -1,9 +1,7 @@
 #pragma once
-// What the input dialogs and report windows of the lists, penalties and
-// reports share: a dialog base that keeps a fault thrown by one of its event
-// handlers for the command that opened it, field focus events that ignore the
-// window losing or regaining activation, Enter moving on from check boxes and
-// option buttons, a Yes/No choice, and the writing of form texts into fields.
+// What the input dialogs and report windows share: a dialog base that keeps a
+// fault thrown by one of its event handlers for the command that opened it, a
+// Yes/No choice, and the writing of form texts into fields.
 
 #include <QDialog>
 #include <QGroupBox>
@@ -49,35 +47,13 @@ public:
 
 protected:
     // Installs Enter as Tab on every field (check boxes and option buttons
-    // included) and centres the dialog; called once the widgets exist.
+    // included), gives the dialog the size its layout asks for and centres it;
+    // called once the widgets exist.
     void finishSetup();
 
 private:
     std::exception_ptr fault_;
 };
-
-// Emits entered() and left() when the user moves the keyboard focus into or
-// out of the watched field. The focus leaving or returning because another
-// window (a message box, a nested dialog) was activated does not count: the
-// user has not left the field.
-class FieldFocus : public QObject {
-    Q_OBJECT
-public:
-    explicit FieldFocus(QWidget* watched);
-
-Q_SIGNALS:
-    void entered();
-    void left();
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-};
-
-// Installs on every check box and option button under root: Enter moves the
-// focus to the next field instead of pressing the dialog's default button.
-void EnterMovesOnFromChoices(QWidget* root);
-// Moves the focus along the window's tab chain to the next field that takes it.
-void FocusNextField(QWidget* from);
 
 // A framed two-way choice "&Yes" / "&No" under a caption.
 class YesNoChoice : public QGroupBox {

@@ -6,28 +6,6 @@
 
 namespace rw::ui {
 
-InputDialog::InputDialog(QWidget* parent) : QDialog(parent)
-{
-    setModal(true);
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-}
-
-bool InputDialog::run()
-{
-    const int result = fault_ ? QDialog::Rejected : exec();
-    if (fault_)
-        std::rethrow_exception(fault_);
-    return result == QDialog::Accepted;
-}
-
-void InputDialog::finishSetup()
-{
-    EnterAsTab::installOn(this);
-    adjustSize();
-    setFixedSize(sizeHint());
-    Center(this);
-}
-
 ChangeWatcher::ChangeWatcher(QLineEdit* field) : QObject(field), field_(field), onEntry_(field->text())
 {
     auto* focus = new FocusWatcher(field);
