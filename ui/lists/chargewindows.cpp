@@ -127,7 +127,9 @@ void ChargeInfoWindow::showForm()
 // ---- Other Charges ------------------------------------------------------------------
 
 ChargesWindow::ChargesWindow(CommandContext& ctx)
-    : GuardedDialog(ctx.parent), chargeLogic_(ctx.kase, ctx.msgs)
+    : ListDialog(ctx.parent, QStringLiteral("lstChrg"), QStringLiteral("Date of Liability  && Desc.:"),
+                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")),
+      chargeLogic_(ctx.kase, ctx.msgs)
 {
     setObjectName(QStringLiteral("dlgChrgAll"));
     setWindowTitle(QStringLiteral("Other Charges"));
@@ -137,57 +139,13 @@ ChargesWindow::ChargesWindow(CommandContext& ctx)
         return dlg.run();
     });
 
-    list_ = new QListWidget(this);
-    list_->setObjectName(QStringLiteral("lstChrg"));
-    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")) + 40);
-    list_->setMinimumHeight(list_->fontMetrics().height() * 10);
-    auto* listLabel = new QLabel(QStringLiteral("Date of Liability  && Desc.:"), this);
-    listLabel->setBuddy(list_);
-
-    auto* add = new QPushButton(QStringLiteral("&Add"), this);
-    add->setObjectName(QStringLiteral("btnAdd"));
-    edit_ = new QPushButton(QStringLiteral("&Edit"), this);
-    edit_->setObjectName(QStringLiteral("btnEdit"));
-    delete_ = new QPushButton(QStringLiteral("&Delete"), this);
-    delete_->setObjectName(QStringLiteral("btnDelete"));
-    auto* close = new QPushButton(QStringLiteral("&Close"), this);
-    close->setObjectName(QStringLiteral("btnClose"));
-    for (QPushButton* b : {add, edit_, delete_, close})
-        b->setAutoDefault(false);
-
-    auto* commands = new QVBoxLayout;
-    for (QPushButton* b : {add, edit_, delete_})
-        commands->addWidget(b);
-    commands->addStretch(1);
-    commands->addWidget(close);
-
-    auto* listColumn = new QVBoxLayout;
-    listColumn->addWidget(listLabel);
-    listColumn->addWidget(list_, 1);
-
-    auto* top = new QHBoxLayout(this);
-    top->addLayout(listColumn, 1);
-    top->addLayout(commands);
-
-    connect(add, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->add(form_);
-            showList();
-        });
-    });
-    connect(edit_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->edit(form_, selectedLine());
-            showList();
-        });
-    });
-    connect(delete_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->remove(form_, selectedLine());
-            showList();
-        });
-    });
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    auto* top = new QVBoxLayout(this);
+    top->addLayout(listArea());
+    connectCommands({[this] { logic_->add(form_); },
+                     [this](int line) { logic_->edit(form_, line); },
+                     [this](int line) { logic_->remove(form_, line); },
+                     nullptr,
+                     [this] { showList(); }});
 
     guard([this] { form_ = logic_->open(); });
     showList();
@@ -199,26 +157,7 @@ ChargesWindow::~ChargesWindow() = default;
 
 void ChargesWindow::showList()
 {
-    list_->clear();
-    for (const std::string& line : form_.lines)
-        list_->addItem(DisplayText(line));
-    edit_->setEnabled(form_.editEnabled);
-    delete_->setEnabled(form_.deleteEnabled);
-}
-
-int ChargesWindow::selectedLine() const
-{
-    const auto selected = list_->selectedItems();
-    return selected.isEmpty() ? -1 : list_->row(selected.first());
-}
-
-void ChargesWindow::reject()
-{
-    // Closing the list by its close box or Escape is Close.
-    if (faulted())
-        QDialog::reject();
-    else
-        accept();
+    showLines(form_.lines, form_.editEnabled, form_.deleteEnabled);
 }
 
 }  // namespace rw::ui

@@ -5,6 +5,7 @@
 #include "payments/charges.h"
 #include "ui/common/commandcontext.h"
 #include "ui/common/dialogkit.h"
+#include "ui/lists/listdialog.h"
 
 #include <memory>
 
@@ -40,24 +41,18 @@ private:
 };
 
 // "Other Charges" (dlgChrgAll).
-class ChargesWindow : public GuardedDialog {
+class ChargesWindow : public ListDialog {
     Q_OBJECT
 public:
     explicit ChargesWindow(CommandContext& ctx);
     ~ChargesWindow() override;
 
-    void reject() override;  // the close box and Escape close the list as Close does
-
 private:
     void showList();
-    int selectedLine() const;
 
     ChargeDialog chargeLogic_;
     std::unique_ptr<ChargesDialog> logic_;
     ChargesForm form_;
-    QListWidget* list_;
-    QPushButton* edit_;
-    QPushButton* delete_;
 };
 
 }  // namespace rw::ui

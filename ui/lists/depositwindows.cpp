@@ -155,7 +155,10 @@ void DepositInfoWindow::showForm()
 // ---- Payroll Tax Deposit Penalties ------------------------------------------------------
 
 DepositsWindow::DepositsWindow(CommandContext& ctx)
-    : GuardedDialog(ctx.parent), ctx_(ctx), depositLogic_(ctx.kase, ctx.msgs)
+    : ListDialog(ctx.parent, QStringLiteral("lstDep"), QStringLiteral("Deposit Due Date:"),
+                 QStringLiteral("00/00/00000000")),
+      ctx_(ctx),
+      depositLogic_(ctx.kase, ctx.msgs)
 {
     setObjectName(QStringLiteral("dlgInpDepPen"));
     setWindowTitle(QStringLiteral("Payroll Tax Deposit Penalties"));
@@ -171,60 +174,16 @@ DepositsWindow::DepositsWindow(CommandContext& ctx)
                 ctx_.openHelp();
         });
 
-    list_ = new QListWidget(this);
-    list_->setObjectName(QStringLiteral("lstDep"));
-    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000000")) + 40);
-    list_->setMinimumHeight(list_->fontMetrics().height() * 10);
-    auto* listLabel = new QLabel(QStringLiteral("Deposit Due Date:"), this);
-    listLabel->setBuddy(list_);
-
     auto* tutorial = new QPushButton(QStringLiteral("&Tutorial"), this);
     tutorial->setObjectName(QStringLiteral("btnTutorial"));
-    auto* add = new QPushButton(QStringLiteral("&Add"), this);
-    add->setObjectName(QStringLiteral("btnAdd"));
-    edit_ = new QPushButton(QStringLiteral("&Edit"), this);
-    edit_->setObjectName(QStringLiteral("btnEdit"));
-    delete_ = new QPushButton(QStringLiteral("&Delete"), this);
-    delete_->setObjectName(QStringLiteral("btnDelete"));
-    auto* close = new QPushButton(QStringLiteral("&Close"), this);
-    close->setObjectName(QStringLiteral("btnClose"));
-    for (QPushButton* b : {tutorial, add, edit_, delete_, close})
-        b->setAutoDefault(false);
-
-    auto* commands = new QVBoxLayout;
-    for (QPushButton* b : {tutorial, add, edit_, delete_})
-        commands->addWidget(b);
-    commands->addStretch(1);
-    commands->addWidget(close);
-
-    auto* listColumn = new QVBoxLayout;
-    listColumn->addWidget(listLabel);
-    listColumn->addWidget(list_, 1);
-
-    auto* top = new QHBoxLayout(this);
-    top->addLayout(listColumn, 1);
-    top->addLayout(commands);
-
+    auto* top = new QVBoxLayout(this);
+    top->addLayout(listArea({tutorial}));
     connect(tutorial, &QPushButton::clicked, this, [this] { guard([this] { logic_->tutorial(); }); });
-    connect(add, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->add(form_);
-            showList();
-        });
-    });
-    connect(edit_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->edit(form_, selectedLine());
-            showList();
-        });
-    });
-    connect(delete_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->remove(form_, selectedLine());
-            showList();
-        });
-    });
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    connectCommands({[this] { logic_->add(form_); },
+                     [this](int line) { logic_->edit(form_, line); },
+                     [this](int line) { logic_->remove(form_, line); },
+                     nullptr,
+                     [this] { showList(); }});
 
     guard([this] { form_ = logic_->open(); });
     showList();
@@ -236,25 +195,7 @@ DepositsWindow::~DepositsWindow() = default;
 
 void DepositsWindow::showList()
 {
-    list_->clear();
-    for (const std::string& line : form_.lines)
-        list_->addItem(DisplayText(line));
-    edit_->setEnabled(form_.editEnabled);
-    delete_->setEnabled(form_.deleteEnabled);
-}
-
-int DepositsWindow::selectedLine() const
-{
-    const auto selected = list_->selectedItems();
-    return selected.isEmpty() ? -1 : list_->row(selected.first());
-}
-
-void DepositsWindow::reject()
-{
-    if (faulted())
-        QDialog::reject();
-    else
-        accept();
+    showLines(form_.lines, form_.editEnabled, form_.deleteEnabled);
 }
 
 }  // namespace rw::ui

@@ -6,6 +6,7 @@
 #include "penalties/depositdialogs.h"
 #include "ui/common/commandcontext.h"
 #include "ui/common/dialogkit.h"
+#include "ui/lists/listdialog.h"
 
 #include <memory>
 
@@ -43,25 +44,19 @@ private:
 };
 
 // "Payroll Tax Deposit Penalties" (dlgInpDepPen).
-class DepositsWindow : public GuardedDialog {
+class DepositsWindow : public ListDialog {
     Q_OBJECT
 public:
     explicit DepositsWindow(CommandContext& ctx);
     ~DepositsWindow() override;
 
-    void reject() override;  // the close box and Escape close the list as Close does
-
 private:
     void showList();
-    int selectedLine() const;
 
     CommandContext& ctx_;
     DepositDialog depositLogic_;
     std::unique_ptr<DepositListDialog> logic_;
     DepositListForm form_;
-    QListWidget* list_;
-    QPushButton* edit_;
-    QPushButton* delete_;
 };
 
 }  // namespace rw::ui

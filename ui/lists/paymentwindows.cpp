@@ -244,7 +244,10 @@ void ArrangeProgressPanel::catchUp(bool force)
 
 // ---- Payments ------------------------------------------------------------------------
 
-PaymentsWindow::PaymentsWindow(CommandContext& ctx) : GuardedDialog(ctx.parent), ctx_(ctx)
+PaymentsWindow::PaymentsWindow(CommandContext& ctx)
+    : ListDialog(ctx.parent, QStringLiteral("lstPmt"), QStringLiteral("Date of Payment  && Desc.:"),
+                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")),
+      ctx_(ctx)
 {
     setObjectName(QStringLiteral("dlgPmts"));
     setWindowTitle(QStringLiteral("Payments"));
@@ -259,24 +262,6 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx) : GuardedDialog(ctx.parent),
             if (ctx_.openHelp)
                 ctx_.openHelp();
         });
-
-    list_ = new QListWidget(this);
-    list_->setObjectName(QStringLiteral("lstPmt"));
-    list_->setMinimumWidth(list_->fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")) + 40);
-    list_->setMinimumHeight(list_->fontMetrics().height() * 10);
-    auto* listLabel = new QLabel(QStringLiteral("Date of Payment  && Desc.:"), this);
-    listLabel->setBuddy(list_);
-
-    auto* add = new QPushButton(QStringLiteral("&Add"), this);
-    add->setObjectName(QStringLiteral("btnAdd"));
-    edit_ = new QPushButton(QStringLiteral("&Edit"), this);
-    edit_->setObjectName(QStringLiteral("btnEdit"));
-    delete_ = new QPushButton(QStringLiteral("&Delete"), this);
-    delete_->setObjectName(QStringLiteral("btnDelete"));
-    auto* close = new QPushButton(QStringLiteral("&Close"), this);
-    close->setObjectName(QStringLiteral("btnClose"));
-    for (QPushButton* b : {add, edit_, delete_, close})
-        b->setAutoDefault(false);
 
     autoArrange_ = new QCheckBox(QStringLiteral("Auto Arrange Payments to Minimize Payroll Penalties"), this);
     autoArrange_->setObjectName(QStringLiteral("chkMinPRPenalty"));
@@ -307,22 +292,8 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx) : GuardedDialog(ctx.parent),
     progressPanel_->hide();
     progress_ = std::make_unique<ArrangeProgressPanel>(progressPanel_, variations_, permutations_, penalties_);
 
-    auto* commands = new QVBoxLayout;
-    for (QPushButton* b : {add, edit_, delete_})
-        commands->addWidget(b);
-    commands->addStretch(1);
-    commands->addWidget(close);
-
-    auto* listColumn = new QVBoxLayout;
-    listColumn->addWidget(listLabel);
-    listColumn->addWidget(list_, 1);
-
-    auto* upper = new QHBoxLayout;
-    upper->addLayout(listColumn, 1);
-    upper->addLayout(commands);
-
     auto* top = new QVBoxLayout(this);
-    top->addLayout(upper, 1);
+    top->addLayout(listArea(), 1);
     top->addWidget(autoArrange_);
     auto* hintRow = new QHBoxLayout;
     hintRow->addWidget(hint_);
@@ -330,26 +301,15 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx) : GuardedDialog(ctx.parent),
     top->addLayout(hintRow);
     top->addWidget(progressPanel_);
 
-    connect(add, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->add(form_);
-            showList();
-        });
-    });
-    connect(edit_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->edit(form_, selectedLine());
-            showList();
-        });
-    });
-    connect(delete_, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            logic_->remove(form_, selectedLine());
-            showList();
-        });
-    });
+    connectCommands({[this] { logic_->add(form_); },
+                     [this](int line) { logic_->edit(form_, line); },
+                     [this](int line) { logic_->remove(form_, line); },
+                     [this] {
+                         form_.autoArrange = form_.payrollControlsVisible && autoArrange_->isChecked();
+                         logic_->close(form_, progress_.get());
+                     },
+                     [this] { showList(); }});
     connect(hint_, &QPushButton::clicked, this, [this] { guard([this] { logic_->payrollHint(); }); });
-    connect(close, &QPushButton::clicked, this, [this] { guard([this] { closeClicked(); }); });
 
     guard([this] { form_ = logic_->open(); });
     showList();
@@ -361,40 +321,10 @@ PaymentsWindow::~PaymentsWindow() = default;
 
 void PaymentsWindow::showList()
 {
-    list_->clear();
-    for (const std::string& line : form_.lines)
-        list_->addItem(DisplayText(line));
-    edit_->setEnabled(form_.editEnabled);
-    delete_->setEnabled(form_.deleteEnabled);
+    showLines(form_.lines, form_.editEnabled, form_.deleteEnabled);
     autoArrange_->setVisible(form_.payrollControlsVisible);
     hint_->setVisible(form_.payrollControlsVisible);
     autoArrange_->setChecked(form_.autoArrange);
-}
-
-int PaymentsWindow::selectedLine() const
-{
-    const auto selected = list_->selectedItems();
-    return selected.isEmpty() ? -1 : list_->row(selected.first());
-}
-
-void PaymentsWindow::closeClicked()
-{
-    if (closing_)
-        return;
-    closing_ = true;
-    form_.autoArrange = form_.payrollControlsVisible && autoArrange_->isChecked();
-    logic_->close(form_, progress_.get());
-    showList();
-    accept();
-}
-
-void PaymentsWindow::reject()
-{
-    if (faulted()) {
-        QDialog::reject();
-        return;
-    }
-    guard([this] { closeClicked(); });
 }
 
 }  // namespace rw::ui

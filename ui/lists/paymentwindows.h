@@ -7,6 +7,7 @@
 #include "penalties/arrange.h"
 #include "ui/common/commandcontext.h"
 #include "ui/common/dialogkit.h"
+#include "ui/lists/listdialog.h"
 
 #include <memory>
 
@@ -84,25 +85,18 @@ private:
     std::unique_ptr<QElapsedTimer> sinceRepaint_;
 };
 
-class PaymentsWindow : public GuardedDialog {
+class PaymentsWindow : public ListDialog {
     Q_OBJECT
 public:
     explicit PaymentsWindow(CommandContext& ctx);
     ~PaymentsWindow() override;
 
-    void reject() override;  // the close box and Escape close the list as Close does
-
 private:
     void showList();
-    int selectedLine() const;
-    void closeClicked();
 
     CommandContext& ctx_;
     std::unique_ptr<PaymentsDialog> logic_;
     PaymentsForm form_;
-    QListWidget* list_;
-    QPushButton* edit_;
-    QPushButton* delete_;
     QCheckBox* autoArrange_;
     QPushButton* hint_;
     QWidget* progressPanel_;
@@ -110,7 +104,6 @@ private:
     QProgressBar* permutations_;
     QProgressBar* penalties_;
     std::unique_ptr<ArrangeProgressPanel> progress_;
-    bool closing_ = false;
 };
 
 }  // namespace rw::ui
