@@ -31,6 +31,18 @@ bool GuardedDialog::run()
     return accepted;
 }
 
+void GuardedDialog::whenLeft(QWidget* field, std::function<void()> reaction)
+{
+    auto* focus = new FocusWatcher(field);
+    connect(focus, &FocusWatcher::focusLost, this, [this, reaction = std::move(reaction)] { guard(reaction); });
+}
+
+void GuardedDialog::whenEntered(QWidget* field, std::function<void()> reaction)
+{
+    auto* focus = new FocusWatcher(field);
+    connect(focus, &FocusWatcher::focusGained, this, [this, reaction = std::move(reaction)] { guard(reaction); });
+}
+
 void GuardedDialog::finishSetup()
 {
     EnterAsTab::installOn(this);

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <exception>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -44,6 +45,11 @@ public:
     }
 
     bool faulted() const { return static_cast<bool>(fault_); }
+
+    // Runs reaction, guarded, each time the user leaves (or enters) field; a
+    // window coming to the front is neither.
+    void whenLeft(QWidget* field, std::function<void()> reaction);
+    void whenEntered(QWidget* field, std::function<void()> reaction);
 
 protected:
     // Installs Enter as Tab on every field (check boxes and option buttons

@@ -82,12 +82,9 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
                 showForm();
             });
         });
-    auto* liabilityFocus = new FocusWatcher(liability_);
-    connect(liabilityFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            logic_.liabilityLeft(form_);
-        });
+    whenLeft(liability_, [this] {
+        readForm();
+        logic_.liabilityLeft(form_);
     });
     connect(ok, &QPushButton::clicked, this, [this] {
         guard([this] {

@@ -111,20 +111,15 @@ DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& fo
 
 void DepositInfoWindow::watch(QWidget* field, DepositField which)
 {
-    auto* focus = new FocusWatcher(field);
-    connect(focus, &FocusWatcher::focusGained, this, [this, which] {
-        guard([this, which] {
-            readForm();
-            DepositDialog::focusEntered(form_, which);
-            showForm();
-        });
+    whenEntered(field, [this, which] {
+        readForm();
+        DepositDialog::focusEntered(form_, which);
+        showForm();
     });
-    connect(focus, &FocusWatcher::focusLost, this, [this, which] {
-        guard([this, which] {
-            readForm();
-            logic_.focusLeft(form_, which);
-            showForm();
-        });
+    whenLeft(field, [this, which] {
+        readForm();
+        logic_.focusLeft(form_, which);
+        showForm();
     });
 }
 

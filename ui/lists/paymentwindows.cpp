@@ -106,15 +106,12 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
         connect(e, &QLineEdit::textEdited, this, [this] { react([this] { logic_.amountChanged(form_); }); });
     // A new payment date is checked against the calculation period once the
     // user leaves the field with a date different from the one last checked.
-    auto* dateFocus = new FocusWatcher(date_);
-    connect(dateFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            if (form_.date == checkedDate_)
-                return;
-            checkedDate_ = form_.date;
-            logic_.dateChanged(form_);
-        });
+    whenLeft(date_, [this] {
+        readForm();
+        if (form_.date == checkedDate_)
+            return;
+        checkedDate_ = form_.date;
+        logic_.dateChanged(form_);
     });
     connect(ok, &QPushButton::clicked, this, [this] { guard([this] { okClicked(); }); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

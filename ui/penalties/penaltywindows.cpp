@@ -86,19 +86,13 @@ FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent) : GuardedDia
             showForm();
         });
     });
-    auto* assessFocus = new FocusWatcher(assess_);
-    connect(assessFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            logic_.assessLeft(form_);
-        });
+    whenLeft(assess_, [this] {
+        readForm();
+        logic_.assessLeft(form_);
     });
-    auto* filedFocus = new FocusWatcher(filed_);
-    connect(filedFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            logic_.filedLeft(form_);
-        });
+    whenLeft(filed_, [this] {
+        readForm();
+        logic_.filedLeft(form_);
     });
     connect(ok, &QPushButton::clicked, this, [this] {
         guard([this] {
@@ -197,19 +191,13 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent) : GuardedDialog
             showForm();
         });
     });
-    auto* assessFocus = new FocusWatcher(assess_);
-    connect(assessFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            logic_.assessLeft(form_);
-        });
+    whenLeft(assess_, [this] {
+        readForm();
+        logic_.assessLeft(form_);
     });
-    auto* startFocus = new FocusWatcher(start_);
-    connect(startFocus, &FocusWatcher::focusLost, this, [this] {
-        guard([this] {
-            readForm();
-            logic_.increasedStartLeft(form_);
-        });
+    whenLeft(start_, [this] {
+        readForm();
+        logic_.increasedStartLeft(form_);
     });
     connect(ok, &QPushButton::clicked, this, [this] {
         guard([this] {
@@ -359,13 +347,10 @@ AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent) : GuardedDialog
 
 void AccRelWindow::hintOnFocus(QWidget* w, AccRelField field)
 {
-    auto* focus = new FocusWatcher(w);
-    connect(focus, &FocusWatcher::focusGained, this, [this, field] {
-        guard([this, field] {
-            readForm();
-            AccRelDialog::focusEntered(form_, field);
-            showForm();
-        });
+    whenEntered(w, [this, field] {
+        readForm();
+        AccRelDialog::focusEntered(form_, field);
+        showForm();
     });
 }
 
