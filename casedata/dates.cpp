@@ -1,5 +1,7 @@
 #include "casedata/dates.h"
 
+#include "casedata/numtext.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -38,14 +40,6 @@ bool parseInt(std::string_view s, int& out)
     return r.ec == std::errc() && r.ptr == s.data() + s.size();
 }
 
-std::string_view trim(std::string_view t)
-{
-    while (!t.empty() && (t.front() == ' ' || t.front() == '\t'))
-        t.remove_prefix(1);
-    while (!t.empty() && (t.back() == ' ' || t.back() == '\t'))
-        t.remove_suffix(1);
-    return t;
-}
 }  // namespace
 
 CivilDate Date::civil() const
@@ -113,7 +107,7 @@ std::string FormatYYYYMMDD(Date d)
 
 std::optional<Date> ParseUserDate(std::string_view text)
 {
-    text = trim(text);
+    text = TrimBlanks(text);
     const auto s1 = text.find('/');
     if (s1 == std::string_view::npos)
         return std::nullopt;
@@ -137,7 +131,7 @@ std::optional<Date> ParseUserDate(std::string_view text)
 
 std::optional<Date> ParseDateOrDayNumber(std::string_view text)
 {
-    text = trim(text);
+    text = TrimBlanks(text);
     if (text.find('/') != std::string_view::npos)
         return ParseUserDate(text);
     bool neg = false;

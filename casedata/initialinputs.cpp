@@ -1,23 +1,11 @@
 #include "casedata/initialinputs.h"
 
 #include "casedata/datechecks.h"
+#include "casedata/numtext.h"
 
 #include <charconv>
 
 namespace rw {
-
-namespace {
-
-std::string trimmed(const std::string& s)
-{
-    const auto b = s.find_first_not_of(" \t");
-    if (b == std::string::npos)
-        return {};
-    const auto e = s.find_last_not_of(" \t");
-    return s.substr(b, e - b + 1);
-}
-
-}  // namespace
 
 InitialInputsDialog::InitialInputsDialog(Case& c, RateTable& rates, const Paths& paths, Messages& msgs)
     : case_(c), rates_(rates), paths_(paths), msgs_(msgs)
@@ -67,7 +55,7 @@ void InitialInputsDialog::payrollClicked(const InitialInputsForm& form) const
 {
     if (!form.payroll)
         return;
-    const std::string text = trimmed(form.initialBalance);
+    const std::string text = std::string(TrimBlanks(form.initialBalance));
     if (text.empty())
         return;
     const auto amount = ParseMoneyField(text);
@@ -87,7 +75,7 @@ InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm&
     }
     std::int16_t stopDays = 0;
     if (form.overpayment) {
-        const std::string t = trimmed(form.stopDays);
+        const std::string t = std::string(TrimBlanks(form.stopDays));
         int n = 0;
         const auto r = std::from_chars(t.data(), t.data() + t.size(), n);
         if (t.empty())

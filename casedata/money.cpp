@@ -77,11 +77,7 @@ Money Money::fromDouble(double d)
 
 std::optional<Money> Money::parse(std::string_view text)
 {
-    // Trim surrounding blanks.
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
+    text = TrimBlanks(text);
     bool negative = false;
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
         negative = text.front() == '-';
@@ -255,10 +251,7 @@ std::string FormatMoneyField(Money amount)
 
 std::optional<Money> ParseMoneyField(std::string_view text)
 {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
+    text = TrimBlanks(text);
     if (text.empty())
         return Money();
     std::string t(text);

@@ -180,6 +180,15 @@ std::string Utf8ToLatin1(std::string_view utf8)
     return out;
 }
 
+std::string_view TrimBlanks(std::string_view text)
+{
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+        text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+        text.remove_suffix(1);
+    return text;
+}
+
 std::string TrimRight(std::string_view text)
 {
     std::size_t n = text.size();

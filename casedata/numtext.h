@@ -40,6 +40,9 @@ std::string Latin1ToUtf8(std::string_view latin1);
 // Characters beyond Latin-1 (and malformed sequences) become '?'.
 std::string Utf8ToLatin1(std::string_view utf8);
 
+// The text without the blanks and tabs around it.
+std::string_view TrimBlanks(std::string_view text);
+
 // Removes trailing blanks (and NULs) from a fixed-width text.
 std::string TrimRight(std::string_view text);
 

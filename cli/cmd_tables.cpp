@@ -15,15 +15,6 @@ namespace rw::cli {
 
 namespace {
 
-std::string_view trimmed(std::string_view s)
-{
-    while (!s.empty() && s.front() == ' ')
-        s.remove_prefix(1);
-    while (!s.empty() && s.back() == ' ')
-        s.remove_suffix(1);
-    return s;
-}
-
 // Nine significant digits tell every single-precision rate apart, so the
 // listing shows exactly what the table holds (0.075 reads 0.075000003). A
 // refund rate the authority did not publish is held as a NaN.
@@ -131,7 +122,7 @@ int showTable(CliEnv& env, const Authority& a)
     for (const ratesrc::SourceRow& s : src.rows)
         byPeriod[{s.from, s.thru}] = &s;
 
-    env.out << a.name << " (" << trimmed(a.code) << ", " << a.file << "): " << r.rows.size()
+    env.out << a.name << " (" << TrimBlanks(a.code) << ", " << a.file << "): " << r.rows.size()
             << (r.rows.size() == 1 ? " row" : " rows") << " from " << FormatMMDDYYYY(r.rows.front().dtFrom)
             << " to " << FormatMMDDYYYY(r.rows.back().dtThru) << "\n";
     env.out << LeftAlign("From", 12) << LeftAlign("Thru", 12) << LeftAlign("Underpayment", 14)
@@ -180,14 +171,14 @@ int CmdTables(CliEnv& env)
     if (env.args.empty())
         return listTables(env);
 
-    const std::string_view wanted = trimmed(env.args[0]);
+    const std::string_view wanted = TrimBlanks(env.args[0]);
     for (const Authority& a : Authorities())
-        if (!wanted.empty() && trimmed(a.code) == wanted)
+        if (!wanted.empty() && TrimBlanks(a.code) == wanted)
             return showTable(env, a);
 
     std::string codes;
     for (const Authority& a : Authorities())
-        codes += (codes.empty() ? "" : ", ") + std::string(trimmed(a.code));
+        codes += (codes.empty() ? "" : ", ") + std::string(TrimBlanks(a.code));
     env.err << "qratcalc-cli tables: unknown authority code '" << env.args[0] << "' (the codes are " << codes
             << ")\n";
     return kExitBadInput;

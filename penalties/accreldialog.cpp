@@ -18,19 +18,10 @@ std::string rateText(float rate)
     return FormatRateDotHash0(static_cast<double>(rate));
 }
 
-std::string trimmed(const std::string& s)
-{
-    const auto b = s.find_first_not_of(" \t");
-    if (b == std::string::npos)
-        return {};
-    const auto e = s.find_last_not_of(" \t");
-    return s.substr(b, e - b + 1);
-}
-
 // The decimal text straight to the nearest single.
 std::optional<float> parseRate(const std::string& text)
 {
-    const std::string t = trimmed(text);
+    const std::string t = std::string(TrimBlanks(text));
     float f = 0.0f;
     const auto r = std::from_chars(t.data(), t.data() + t.size(), f);
     if (t.empty() || r.ec != std::errc() || r.ptr != t.data() + t.size())

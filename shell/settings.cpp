@@ -2,6 +2,7 @@
 
 #include "casedata/binio.h"
 #include "casedata/fault.h"
+#include "casedata/numtext.h"
 
 #include <optional>
 #include <vector>
@@ -38,15 +39,6 @@ std::vector<Line> splitLines(const std::vector<char>& bytes)
     return lines;
 }
 
-std::string_view trim(std::string_view s)
-{
-    while (!s.empty() && (s.front() == ' ' || s.front() == '\t'))
-        s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t'))
-        s.remove_suffix(1);
-    return s;
-}
-
 bool sameName(std::string_view a, std::string_view b)
 {
     if (a.size() != b.size())
@@ -66,13 +58,13 @@ bool sameName(std::string_view a, std::string_view b)
 // "[Name]" -> Name; nullopt for any other line.
 std::optional<std::string_view> sectionName(std::string_view line)
 {
-    line = trim(line);
+    line = TrimBlanks(line);
     if (line.size() < 2 || line.front() != '[')
         return std::nullopt;
     const auto close = line.find(']');
     if (close == std::string_view::npos)
         return std::nullopt;
-    return trim(line.substr(1, close - 1));
+    return TrimBlanks(line.substr(1, close - 1));
 }
 
 struct KeyValue {
@@ -81,13 +73,13 @@ struct KeyValue {
 
 std::optional<KeyValue> keyValue(std::string_view line)
 {
-    const std::string_view t = trim(line);
+    const std::string_view t = TrimBlanks(line);
     if (t.empty() || t.front() == ';' || t.front() == '[')
         return std::nullopt;
     const auto eq = line.find('=');
     if (eq == std::string_view::npos)
         return std::nullopt;
-    return KeyValue{trim(line.substr(0, eq)), trim(line.substr(eq + 1))};
+    return KeyValue{TrimBlanks(line.substr(0, eq)), TrimBlanks(line.substr(eq + 1))};
 }
 
 // Where a section's lines are: the header's index and one past its last line.
@@ -164,7 +156,7 @@ void SettingsFile::write(std::string_view section, std::string_view key, std::st
         if (!replaced) {
             // After the section's last non-blank line.
             std::size_t at = span->end;
-            while (at > span->header + 1 && trim(lines[at - 1].text).empty())
+            while (at > span->header + 1 && TrimBlanks(lines[at - 1].text).empty())
                 --at;
             if (lines[at - 1].ending.empty())
                 lines[at - 1].ending = nl;

@@ -44,6 +44,11 @@ TEST(NumText, CountsAndAlignment)
     EXPECT_EQ(rw::LeftAlign("abc", 5), "abc  ");
     EXPECT_EQ(rw::RightAlign("abcdef", 4), "abcd");
     EXPECT_EQ(rw::TrimRight(std::string_view("ab  \0\0", 6)), "ab");
+    // Blanks and tabs around an entry go; blanks inside it stay.
+    EXPECT_EQ(rw::TrimBlanks(" \t4/15/2016 \t"), "4/15/2016");
+    EXPECT_EQ(rw::TrimBlanks("PA  "), "PA");
+    EXPECT_EQ(rw::TrimBlanks("a b"), "a b");
+    EXPECT_EQ(rw::TrimBlanks(" \t "), "");
 }
 
 }  // namespace

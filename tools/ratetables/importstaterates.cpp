@@ -12,6 +12,7 @@
 // decimal point in the text. Nothing is written unless every source passes.
 
 #include "casedata/ratetable.h"
+#include "casedata/numtext.h"
 #include "tools/ratetables/outfile.h"
 #include "tools/ratetables/ratesource.h"
 
@@ -19,17 +20,6 @@
 #include <iostream>
 #include <string>
 #include <vector>
-
-namespace {
-
-std::string trimmed(std::string_view code)
-{
-    while (!code.empty() && code.back() == ' ')
-        code.remove_suffix(1);
-    return std::string(code);
-}
-
-}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -55,7 +45,7 @@ int main(int argc, char** argv)
     };
 
     for (const rw::Authority& a : rw::Authorities()) {
-        const std::string code = trimmed(a.code);
+        const std::string code = rw::TrimRight(a.code);
         const std::filesystem::path out = outDir / rs::SourceFileName(a.file);
         if (code == "US") {
             const std::filesystem::path in = research / "fed.csv";

@@ -1,5 +1,7 @@
 #include "tools/ratetables/ratesource.h"
 
+#include "casedata/numtext.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -9,15 +11,6 @@
 namespace rw::ratesrc {
 
 namespace {
-
-std::string_view trim(std::string_view t)
-{
-    while (!t.empty() && (t.front() == ' ' || t.front() == '\t'))
-        t.remove_prefix(1);
-    while (!t.empty() && (t.back() == ' ' || t.back() == '\t'))
-        t.remove_suffix(1);
-    return t;
-}
 
 bool allDigits(std::string_view s)
 {
@@ -167,7 +160,7 @@ SourceFile ParseSource(std::string_view text, std::string_view name, std::string
         ++lineNo;
         if (!line.empty() && line.back() == '\r')
             line.remove_suffix(1);
-        if (trim(line).empty())
+        if (TrimBlanks(line).empty())
             continue;
         if (!headerSeen) {
             headerSeen = true;
@@ -186,9 +179,9 @@ SourceFile ParseSource(std::string_view text, std::string_view name, std::string
             continue;
         }
         const auto& f = *fields;
-        src.rows.push_back(SourceRow{lineNo, std::string(trim(f[0])), std::string(trim(f[1])),
-                                     std::string(trim(f[2])), std::string(trim(f[3])),
-                                     std::string(trim(f[4])), std::string(trim(f[5]))});
+        src.rows.push_back(SourceRow{lineNo, std::string(TrimBlanks(f[0])), std::string(TrimBlanks(f[1])),
+                                     std::string(TrimBlanks(f[2])), std::string(TrimBlanks(f[3])),
+                                     std::string(TrimBlanks(f[4])), std::string(TrimBlanks(f[5]))});
     }
     if (!headerSeen)
         src.problems.push_back({src.name, 0, "the file is empty"});
@@ -500,7 +493,7 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
             out += (out.empty() ? "" : ", ") + m;
         return out;
     };
-    auto codeOf = [](const Authority& a) { return std::string(trim(a.code)); };
+    auto codeOf = [](const Authority& a) { return std::string(TrimBlanks(a.code)); };
     for (const AuthorityTable& t : tables) {
         const Authority& a = *t.authority;
         md << "| " << escapeMarkdown(a.name) << " | " << codeOf(a) << " | " << a.file << " | ";
