@@ -1,6 +1,7 @@
 #include "reports/printmaster.h"
 
 #include "casedata/fault.h"
+#include "penalties/payroll.h"
 #include "reports/accrelreport.h"
 #include "reports/detail.h"
 #include "reports/ftoreport.h"
@@ -37,11 +38,13 @@ CaseComputation computeFor(const Case& c, const ReportSources& sources)
     return sources.compute(c);
 }
 
-std::vector<PRPenTblElement> payrollTableFor(const CaseComputation& comp, const ReportSources& sources)
+// The payroll analysis builds its table afresh from the deposits and the
+// payments in list order, whether or not the time line took payroll points.
+std::vector<PRPenTblElement> payrollTableFor(const CaseComputation& comp)
 {
-    if (sources.payrollTable)
-        return sources.payrollTable(comp.kase);
-    return comp.prTable;
+    std::vector<PRPenTblElement> table;
+    CalcUSPRPen(comp.kase, comp.kase.payments(), table);
+    return table;
 }
 
 bool ftoRequested(const InitInputs& in)
@@ -109,7 +112,7 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
             }
             if (chosen(choice, kRptPayroll) && comp->kase.init.nDeposits > 0) {
                 status(kPrintingPayroll);
-                ReportPRPen(comp->kase.init, payrollTableFor(*comp, sources), 1, &pm);
+                ReportPRPen(comp->kase.init, payrollTableFor(*comp), 1, &pm);
             }
             if (job.repaint)
                 job.repaint();
@@ -140,7 +143,7 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c, cons
             w.kind = ReportWindowKind::PayrollPenalty;
             w.name = "frmRptPRDepPen";
             w.caption = "Payroll Deposit Penalty";
-            w.text = ReportPRPen(comp->kase.init, payrollTableFor(*comp, sources), 0, nullptr);
+            w.text = ReportPRPen(comp->kase.init, payrollTableFor(*comp), 0, nullptr);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptAccRel) && IsYes(comp->kase.init.bAccRel)) {

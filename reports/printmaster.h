@@ -83,9 +83,6 @@ public:
 struct ReportSources {
     // Computes a copy of the case with every penalty it asks for.
     std::function<CaseComputation(const Case&)> compute;
-    // The payroll penalty table of a case's deposits paid by its payments in
-    // list order. When not set, the table of the computation is used.
-    std::function<std::vector<PRPenTblElement>(const Case&)> payrollTable;
 };
 
 // ---- Print command -------------------------------------------------------------

@@ -172,6 +172,38 @@ TEST(PrintMaster, FailureToPayBlockWithoutTheIncreasedRateLine)
               0);
 }
 
+TEST(ReportDisplay, PayrollAnalysisIsBuiltFromTheDepositsEvenWithPenaltiesOff)
+{
+    // Deposits entered but the penalty flag off: the time line took no payroll
+    // points, so the computation holds no payroll table. The analysis builds
+    // its own: 1,000.00 due 1/15/2016, paid 1/25/2016, 10 days late at 5 % = 50.00.
+    CaseComputation comp;
+    ClearInputs(comp.kase);
+    comp.kase.init.bPayroll = kYes;
+    comp.kase.init.bAnyPenalties = kNo;
+    comp.kase.init.tlStop.dtDate = Date::fromCivil(2016, 12, 31);
+    DepositRec d;
+    d.dtDepDue = Date::fromCivil(2016, 1, 15);
+    d.dtDepAssess = Date::fromCivil(2016, 6, 30);
+    d.cRequired = Money::fromCents(100000);
+    comp.kase.deposits = {d};
+    comp.kase.init.nDeposits = 1;
+    PaymentRec p;
+    p.dtPmt = Date::fromCivil(2016, 1, 25);
+    p.cAmount = p.cToTax = Money::fromCents(100000);
+    comp.kase.pmts = {p};
+    comp.kase.init.nPmts = 1;
+    ASSERT_TRUE(comp.prTable.empty());
+
+    const auto windows = ReportWindows(kRptPayroll, comp.kase, SourcesFor(comp));
+    ASSERT_EQ(windows.size(), 1u);
+    const std::string& text = windows[0].text;
+    EXPECT_NE(text.find("         1,000.00       1,000.00  01/25/2016    10  5.00       1,000.00          50.00"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("Total          50.00"), std::string::npos) << text;
+}
+
 TEST(ReportDisplay, WindowsOpenPayrollAccuracyFailureDetailSummaryInputs)
 {
     const CaseComputation comp = EveryPenaltyCase();
