@@ -4,11 +4,13 @@
 // below is also its order in the case file.
 
 #include "casedata/dates.h"
+#include "casedata/fault.h"
 #include "casedata/fixedtext.h"
 #include "casedata/money.h"
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace rw {
@@ -144,6 +146,28 @@ struct Case {
     friend bool operator==(const Case&, const Case&) = default;
 };
 
+// ---- Keeping a list and its count together ----------------------------------
+
+// What appending to a list found.
+struct ListAppend {
+    bool wasEmpty = false;        // the list held no entry before: the new one is its first
+    bool countDisagreed = false;  // the list's size and its count differed; the count now follows the list
+    std::int16_t sizeFound = 0;   // the list's size before appending
+    std::int16_t countFound = 0;  // the count before appending
+};
+
+// Appends entry to a list of the case and sets its count. A list whose size
+// disagrees with its count is reported back (the caller tells the user) and
+// the count is taken from the list. Beyond 32,767 entries: an overflow fault
+// named `procedure`, with the list unchanged.
+template <typename T>
+ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry, std::string_view procedure);
+
+// Removes entry `index` (0 <= index < count); removing the last entry leaves
+// the one empty entry of an empty list. True when the list is now empty.
+template <typename T>
+bool RemoveListEntry(std::vector<T>& list, std::int16_t& count, std::size_t index);
+
 // Resets a case to its defaults: everything zero, texts NUL, the eighteen
 // optional dates NoDate, each list one empty entry, accuracy-related rate 0.2.
 void ClearInputs(std::vector<PaymentRec>& pmts, std::vector<ChargeRec>& charges,
@@ -152,5 +176,38 @@ void ClearInputs(Case& c);
 
 // The nearest single to 0.2: the normal accuracy-related penalty rate.
 inline constexpr float kNormalAccRelRate = 0.2f;
+
+template <typename T>
+ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry, std::string_view procedure)
+{
+    ListAppend a;
+    a.countFound = count;
+    if (count == 0) {
+        a.wasEmpty = true;
+        list.assign(1, entry);
+        count = 1;
+        return a;
+    }
+    if (list.size() >= 32767)
+        ThrowFault(kErrOverflow, procedure, "a list holds at most 32,767 entries");
+    a.sizeFound = static_cast<std::int16_t>(list.size());
+    a.countDisagreed = a.sizeFound != count;
+    list.push_back(entry);
+    count = static_cast<std::int16_t>(list.size());
+    return a;
+}
+
+template <typename T>
+bool RemoveListEntry(std::vector<T>& list, std::int16_t& count, std::size_t index)
+{
+    if (count <= 1) {
+        list.assign(1, T{});
+        count = 0;
+        return true;
+    }
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
+    count = static_cast<std::int16_t>(list.size());
+    return false;
+}
 
 }  // namespace rw

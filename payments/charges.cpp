@@ -125,24 +125,13 @@ MenuMark ChargesDialog::add(ChargesForm& form)
         Warn(msgs_, "Charge not added!");
         return MenuMark::Keep;
     }
-    InitInputs& in = case_.init;
-    if (in.nCharges == 0) {
-        case_.charges.assign(1, rec);
-        in.nCharges = 1;
-        fillChrgLst(form);
-        return MenuMark::Set;
-    }
-    const auto n = static_cast<std::int16_t>(case_.charges.size());
-    if (n != in.nCharges)
-        Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(n) + " and gInit.nCharges "
-                        + std::to_string(in.nCharges)
+    const ListAppend a = AppendListEntry(case_.charges, case_.init.nCharges, rec, "AddChrgClick");
+    if (a.countDisagreed)
+        Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(a.sizeFound) + " and gInit.nCharges "
+                        + std::to_string(a.countFound)
                         + " should be the same.  Please call Ratewright technical support and report this message.");
-    if (n == 32767)
-        ThrowFault(kErrOverflow, "AddChrgClick", "too many charges");
-    case_.charges.push_back(rec);
-    in.nCharges = static_cast<std::int16_t>(n + 1);
     fillChrgLst(form);
-    return MenuMark::Keep;
+    return a.wasEmpty ? MenuMark::Set : MenuMark::Keep;
 }
 
 void ChargesDialog::edit(ChargesForm& form, int selected)
@@ -179,17 +168,9 @@ MenuMark ChargesDialog::remove(ChargesForm& form, int selected)
                        + FormatShortDate(ch.dtLiab) + "?",
                    MsgIcon::Exclamation))
         return MenuMark::Keep;
-    MenuMark mark = MenuMark::Keep;
-    if (case_.charges.size() <= 1) {
-        case_.charges.assign(1, ChargeRec{});
-        in.nCharges = 0;
-        mark = MenuMark::Clear;
-    } else {
-        case_.charges.erase(case_.charges.begin() + selected);
-        in.nCharges = static_cast<std::int16_t>(case_.charges.size());
-    }
+    const bool nowEmpty = RemoveListEntry(case_.charges, in.nCharges, static_cast<std::size_t>(selected));
     fillChrgLst(form);
-    return mark;
+    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 }  // namespace rw

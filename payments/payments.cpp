@@ -196,21 +196,13 @@ MenuMark PaymentsDialog::add(PaymentsForm& form)
         return MenuMark::Keep;
     }
     InitInputs& in = case_.init;
-    if (in.nPmts == 0) {
-        case_.pmts.assign(1, rec);
-        in.nPmts = 1;
-        fillPmtLst(form);
-        return MenuMark::Set;
-    }
-    const auto n = static_cast<std::int16_t>(case_.pmts.size());
-    if (n != in.nPmts)
-        Warn(msgs_, "AddPmtClick error! nPmts " + std::to_string(n) + " and gInit.nPmts " + std::to_string(in.nPmts)
-                        + " should be the same." + kSupportRequest);
-    if (n == 32767)
-        ThrowFault(kErrOverflow, "AddPmtClick", "too many payments");
-    case_.pmts.push_back(rec);
-    in.nPmts = static_cast<std::int16_t>(case_.pmts.size());
+    const ListAppend a = AppendListEntry(case_.pmts, in.nPmts, rec, "AddPmtClick");
+    if (a.countDisagreed)
+        Warn(msgs_, "AddPmtClick error! nPmts " + std::to_string(a.sizeFound) + " and gInit.nPmts "
+                        + std::to_string(a.countFound) + " should be the same." + kSupportRequest);
     fillPmtLst(form);
+    if (a.wasEmpty)
+        return MenuMark::Set;
     if (!IsYes(in.bPayroll)) {
         const PaymentRec& previous = case_.pmts[case_.pmts.size() - 2];
         if (rec.dtPmt < previous.dtPmt)
@@ -256,17 +248,9 @@ MenuMark PaymentsDialog::remove(PaymentsForm& form, int selected)
                    "Do you want to delete payment information for payment date " + FormatShortDate(p.dtPmt) + "?",
                    MsgIcon::Exclamation))
         return MenuMark::Keep;
-    MenuMark mark = MenuMark::Keep;
-    if (in.nPmts == 1) {
-        case_.pmts.assign(1, PaymentRec{});
-        in.nPmts = 0;
-        mark = MenuMark::Clear;
-    } else {
-        case_.pmts.erase(case_.pmts.begin() + selected);
-        in.nPmts = static_cast<std::int16_t>(case_.pmts.size());
-    }
+    const bool nowEmpty = RemoveListEntry(case_.pmts, in.nPmts, static_cast<std::size_t>(selected));
     fillPmtLst(form);
-    return mark;
+    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 void PaymentsDialog::payrollHint()

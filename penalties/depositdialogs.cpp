@@ -146,26 +146,14 @@ MenuMark DepositListDialog::add(DepositListForm& form)
         Warn(msgs_, "Deposit not added!");
         return MenuMark::Keep;
     }
-    InitInputs& in = case_.init;
-    if (in.nDeposits != 0) {
-        const auto n = static_cast<std::int16_t>(case_.deposits.size());
-        if (n != in.nDeposits)
-            Warn(msgs_, "AddDepClick error! nDeposits " + std::to_string(n) + " and gInit.nDeposits "
-                            + std::to_string(in.nDeposits)
-                            + " should be the same.  Please call Ratewright technical support and report this "
-                              "message.");
-        if (n == 32767)
-            ThrowFault(kErrOverflow, "AddDepClick", "too many deposits");
-        in.nDeposits = static_cast<std::int16_t>(n + 1);
-        case_.deposits.push_back(rec);
-        sortDeposits();
-        form = fillDepositList();
-        return MenuMark::Keep;
-    }
-    case_.deposits.assign(1, rec);
-    in.nDeposits = 1;
+    const ListAppend a = AppendListEntry(case_.deposits, case_.init.nDeposits, rec, "AddDepClick");
+    if (a.countDisagreed)
+        Warn(msgs_, "AddDepClick error! nDeposits " + std::to_string(a.sizeFound) + " and gInit.nDeposits "
+                        + std::to_string(a.countFound)
+                        + " should be the same.  Please call Ratewright technical support and report this message.");
+    sortDeposits();
     form = fillDepositList();
-    return MenuMark::Set;
+    return a.wasEmpty ? MenuMark::Set : MenuMark::Keep;
 }
 
 void DepositListDialog::edit(DepositListForm& form, int selected)
@@ -198,17 +186,9 @@ MenuMark DepositListDialog::remove(DepositListForm& form, int selected)
                    "Do you want to delete deposit information for deposit due " + FormatShortDate(d.dtDepDue) + "?",
                    MsgIcon::Exclamation))
         return MenuMark::Keep;
-    MenuMark mark = MenuMark::Keep;
-    if (in.nDeposits > 1) {
-        case_.deposits.erase(case_.deposits.begin() + selected);
-        in.nDeposits = static_cast<std::int16_t>(case_.deposits.size());
-    } else {
-        case_.deposits.assign(1, DepositRec{});
-        in.nDeposits = 0;
-        mark = MenuMark::Clear;
-    }
+    const bool nowEmpty = RemoveListEntry(case_.deposits, in.nDeposits, static_cast<std::size_t>(selected));
     form = fillDepositList();
-    return mark;
+    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 void DepositListDialog::tutorial()
