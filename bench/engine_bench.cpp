@@ -7,6 +7,8 @@
 #include "casedata/ratetable.h"
 #include "engine/intcalc.h"
 
+#include "benchtables.h"
+
 #include <benchmark/benchmark.h>
 
 #include <atomic>
@@ -42,31 +44,15 @@ void operator delete(void* p, std::size_t) noexcept
 
 namespace {
 
+using benchcases::D;
 using rw::Date;
 using rw::Money;
-
-Date D(int y, int m, int d)
-{
-    return Date::fromCivil(y, m, d);
-}
 
 // Quarter rows 1983-2026 with rates between 3 % and 14 %, compounding daily.
 rw::RateTable QuarterlyTable()
 {
-    rw::RateTable t;
-    int step = 0;
-    for (int y = 1983; y <= 2026; ++y) {
-        for (int q = 0; q < 4; ++q, ++step) {
-            rw::RateRow r;
-            r.dtFrom = D(y, 3 * q + 1, 1);
-            r.dtThru = (q == 3 ? D(y + 1, 1, 1) : D(y, 3 * q + 4, 1)) - 1;
-            r.fUPRate = static_cast<float>(3 + (step * 7) % 12) / 100.0f;
-            r.fOPRate = r.fUPRate - 0.01f;
-            r.sCalcMethod = 'C';
-            t.push_back(r);
-        }
-    }
-    return t;
+    return benchcases::QuarterlyRates(1983, 2026,
+                                      [](int step) { return static_cast<float>(3 + (step * 7) % 12) / 100.0f; });
 }
 
 rw::Case LongFederalCase()

@@ -7,6 +7,8 @@
 #include "reports/textprinter.h"
 #include "ui/print/pdfoutput.h"
 
+#include "benchtables.h"
+
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
@@ -14,30 +16,15 @@
 
 namespace {
 
+using benchcases::D;
 using rw::Date;
 using rw::Money;
-
-Date D(int y, int m, int d)
-{
-    return Date::fromCivil(y, m, d);
-}
 
 // Quarter rows 2010-2026 at 3 % to 8 %, compounding daily.
 rw::RateTable QuarterlyTable()
 {
-    rw::RateTable t;
-    int step = 0;
-    for (int y = 2010; y <= 2026; ++y) {
-        for (int q = 0; q < 4; ++q, ++step) {
-            rw::RateRow r;
-            r.dtFrom = D(y, 3 * q + 1, 1);
-            r.dtThru = (q == 3 ? D(y + 1, 1, 1) : D(y, 3 * q + 4, 1)) - 1;
-            r.fUPRate = static_cast<float>(3 + step % 6) / 100.0f;
-            r.fOPRate = r.fUPRate - 0.01f;
-            t.push_back(r);
-        }
-    }
-    return t;
+    return benchcases::QuarterlyRates(2010, 2026,
+                                      [](int step) { return static_cast<float>(3 + step % 6) / 100.0f; });
 }
 
 // 500 payments of 50.00 on 20 days of 2016 (25 a day, so the result stays
