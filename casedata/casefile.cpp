@@ -6,121 +6,37 @@ namespace rw {
 
 namespace {
 
-// Visits the fields of a time line point in file order.
-template <typename V, typename P>
-void visitPoint(V& v, P& p)
-{
-    v(p.sSortCode);
-    v(p.sDesc);
-    v(p.sCode);
-    v(p.dtDate);
-    v(p.cTax);
-    v(p.cPen);
-    v(p.cInt);
-}
+// Reads or writes each named field in file order: the name does not reach
+// the file.
+template <typename IO>
+struct BinaryFields {
+    IO& io;
+    template <typename T>
+    void text(const char*, T& t) { io(t); }
+    template <typename T>
+    void date(const char*, T& d) { io(d); }
+    template <typename T>
+    void money(const char*, T& m) { io(m); }
+    template <typename T>
+    void rate(const char*, T& f) { io(f); }
+    template <typename T>
+    void flag(const char*, T& f) { io(f); }
+    template <typename T>
+    void integer(const char*, T& n) { io(n); }
+    template <typename P>
+    void point(const char*, P& p) { VisitPointFields(*this, p); }
+};
 
-// Visits the case record in file order; the older layouts lack bAutoArrange
-// (before 2000 Q2.20) and fAccRelRate (before 2010 Q3.11).
-template <typename V, typename I>
-void visitInit(V& v, I& r, InitLayout layout)
+template <typename IO, typename R, typename Visit>
+void binary(IO& io, R& record, Visit visit)
 {
-    v(r.sName);
-    v(r.s2ndLine);
-    v(r.dtDue);
-    v(r.bPayroll);
-    if (layout != InitLayout::Before2000Q22)
-        v(r.bAutoArrange);
-    v(r.bOverpayment);
-    v(r.bTaxMotivated);
-    v(r.bAnyPenalties);
-    v(r.nPmts);
-    v(r.nCharges);
-    v(r.nDeposits);
-    visitPoint(v, r.tlStart);
-    visitPoint(v, r.tlStop);
-    v(r.bFtoFile);
-    v(r.bFtoPay);
-    v(r.bNegFlat);
-    v(r.bNegTime);
-    v(r.bSUP);
-    v(r.bOtherPen);
-    v(r.bAccRel);
-    v(r.bOVal);
-    v(r.b6651d1);
-    v(r.bFraudFlat);
-    v(r.bFraudTime);
-    v(r.bCorpUPRate);
-    v(r.dtCorpUPRateStart);
-    v(r.bCorpOPRate);
-    v(r.dtCorpOPRateStart);
-    v(r.dtExtended);
-    v(r.nStopDays);
-    v(r.dtFtoFileAssess);
-    v(r.dtFiled);
-    v(r.dtFtoPayAssess);
-    v(r.cAmtOnReturn);
-    v(r.dtNegFlatAssess);
-    v(r.cNegFlatAmt);
-    v(r.cNegTimeAmt);
-    v(r.dtNegTimeAssess);
-    v(r.cSUPAmt);
-    v(r.fSUPRate);
-    v(r.dtAssessSUP);
-    v(r.cAccRelAmt);
-    if (layout == InitLayout::Current)
-        v(r.fAccRelRate);
-    v(r.cOValAmt);
-    v(r.dtOValAssess);
-    v(r.fOValRate);
-    v(r.dt6651d1Start);
-    v(r.cFraudFlatAmt);
-    v(r.dtFraudFlatAssess);
-    v(r.cFraudTimeAmt);
-    v(r.dtFraudTimeAssess);
-    v(r.dtIntSuspend);
-    v(r.dtRestart);
-    v(r.nReserved);
-    v(r.bCorporate);
-    v(r.sTaxAuth);
-}
-
-template <typename V, typename P>
-void visitPayment(V& v, P& p)
-{
-    v(p.sDesc);
-    v(p.dtPmt);
-    v(p.cAmount);
-    v(p.cToTax);
-    v(p.cToInt);
-    v(p.cToPen);
-    v(p.sMethod);
-}
-
-template <typename V, typename C>
-void visitCharge(V& v, C& c)
-{
-    v(c.sDesc);
-    v(c.dtLiab);
-    v(c.dtIntStart);
-    v(c.cTotal);
-    v(c.cToTax);
-    v(c.cToPen);
-}
-
-template <typename V, typename D>
-void visitDeposit(V& v, D& d)
-{
-    v(d.dtDepDue);
-    v(d.dtDepAssess);
-    v(d.cRequired);
-    v(d.bSevere);
-    v(d.dtDelinqNotice);
-    v(d.dtJeopardy);
+    BinaryFields<IO> f{io};
+    visit(f, record);
 }
 
 void readInit(BinReader& in, InitInputs& init, InitLayout layout)
 {
-    visitInit(in, init, layout);
+    binary(in, init, [layout](auto& f, auto& r) { VisitInitFields(f, r, layout); });
     init.nReserved = 0;  // reserved: ignored when read
 }
 
@@ -161,13 +77,13 @@ std::vector<char> EncodeCase(const Case& c, std::string_view versionTag)
         copy.nReserved = 0;  // reserved: always written as 0
         return copy;
     }();
-    visitInit(w, init, InitLayout::Current);
+    binary(w, init, [](auto& f, auto& r) { VisitInitFields(f, r); });
     for (const PaymentRec& p : c.payments())
-        visitPayment(w, p);
+        binary(w, p, [](auto& f, auto& r) { VisitPaymentFields(f, r); });
     for (const ChargeRec& ch : c.otherCharges())
-        visitCharge(w, ch);
+        binary(w, ch, [](auto& f, auto& r) { VisitChargeFields(f, r); });
     for (const DepositRec& d : c.payrollDeposits())
-        visitDeposit(w, d);
+        binary(w, d, [](auto& f, auto& r) { VisitDepositFields(f, r); });
     return std::move(w.bytes());
 }
 
@@ -217,9 +133,12 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         }
         if (c.init.nPmts < 0 || c.init.nCharges < 0 || c.init.nDeposits < 0)
             ThrowFault(kErrSubscript, "ReadCase", "a list count is negative");
-        readList(in, c.pmts, c.init.nPmts, kPaymentSize, [](BinReader& b, PaymentRec& p) { visitPayment(b, p); });
-        readList(in, c.charges, c.init.nCharges, kChargeSize, [](BinReader& b, ChargeRec& x) { visitCharge(b, x); });
-        readList(in, c.deposits, c.init.nDeposits, kDepositSize, [](BinReader& b, DepositRec& d) { visitDeposit(b, d); });
+        readList(in, c.pmts, c.init.nPmts, kPaymentSize,
+                 [](BinReader& b, PaymentRec& p) { binary(b, p, [](auto& f, auto& rec) { VisitPaymentFields(f, rec); }); });
+        readList(in, c.charges, c.init.nCharges, kChargeSize,
+                 [](BinReader& b, ChargeRec& x) { binary(b, x, [](auto& f, auto& rec) { VisitChargeFields(f, rec); }); });
+        readList(in, c.deposits, c.init.nDeposits, kDepositSize,
+                 [](BinReader& b, DepositRec& d) { binary(b, d, [](auto& f, auto& rec) { VisitDepositFields(f, rec); }); });
         r.kase = std::move(c);
     } catch (const Fault& f) {
         r.status = CaseReadResult::Status::Damaged;

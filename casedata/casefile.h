@@ -6,6 +6,7 @@
 
 #include "casedata/binio.h"
 #include "casedata/caserecord.h"
+#include "casedata/recordfields.h"
 #include "casedata/messages.h"
 
 #include <string>
@@ -28,7 +29,6 @@ inline constexpr std::size_t kChargeSize = 56;
 inline constexpr std::size_t kDepositSize = 42;
 inline constexpr std::size_t kCaseHeaderSize = 26;
 
-enum class InitLayout { Before2000Q22, Before2010Q311, Current };
 
 // Which layout a 20-character tag selects. Tags compare as whole fields, byte
 // by byte: "Qrat2000Q2.20" followed by blanks is not below "Qrat2000Q2.20".

@@ -3,6 +3,7 @@
 #include "casedata/binio.h"
 #include "casedata/casefile.h"
 #include "casedata/numtext.h"
+#include "casedata/recordfields.h"
 
 #include <bit>
 #include <charconv>
@@ -358,115 +359,6 @@ bool integerFromJson(const json& v, std::int16_t& out, std::string& why)
     return false;
 }
 
-// ---- The fields by name -------------------------------------------------------
-
-template <typename V, typename P>
-void visitPointFields(V& v, P& p)
-{
-    v.text("sSortCode", p.sSortCode);
-    v.text("sDesc", p.sDesc);
-    v.text("sCode", p.sCode);
-    v.date("dtDate", p.dtDate);
-    v.money("cTax", p.cTax);
-    v.money("cPen", p.cPen);
-    v.money("cInt", p.cInt);
-}
-
-template <typename V, typename I>
-void visitInitFields(V& v, I& r)
-{
-    v.text("sName", r.sName);
-    v.text("s2ndLine", r.s2ndLine);
-    v.date("dtDue", r.dtDue);
-    v.flag("bPayroll", r.bPayroll);
-    v.flag("bAutoArrange", r.bAutoArrange);
-    v.flag("bOverpayment", r.bOverpayment);
-    v.flag("bTaxMotivated", r.bTaxMotivated);
-    v.flag("bAnyPenalties", r.bAnyPenalties);
-    v.integer("nPmts", r.nPmts);
-    v.integer("nCharges", r.nCharges);
-    v.integer("nDeposits", r.nDeposits);
-    v.point("tlStart", r.tlStart);
-    v.point("tlStop", r.tlStop);
-    v.flag("bFtoFile", r.bFtoFile);
-    v.flag("bFtoPay", r.bFtoPay);
-    v.flag("bNegFlat", r.bNegFlat);
-    v.flag("bNegTime", r.bNegTime);
-    v.flag("bSUP", r.bSUP);
-    v.flag("bOtherPen", r.bOtherPen);
-    v.flag("bAccRel", r.bAccRel);
-    v.flag("bOVal", r.bOVal);
-    v.flag("b6651d1", r.b6651d1);
-    v.flag("bFraudFlat", r.bFraudFlat);
-    v.flag("bFraudTime", r.bFraudTime);
-    v.flag("bCorpUPRate", r.bCorpUPRate);
-    v.date("dtCorpUPRateStart", r.dtCorpUPRateStart);
-    v.flag("bCorpOPRate", r.bCorpOPRate);
-    v.date("dtCorpOPRateStart", r.dtCorpOPRateStart);
-    v.date("dtExtended", r.dtExtended);
-    v.integer("nStopDays", r.nStopDays);
-    v.date("dtFtoFileAssess", r.dtFtoFileAssess);
-    v.date("dtFiled", r.dtFiled);
-    v.date("dtFtoPayAssess", r.dtFtoPayAssess);
-    v.money("cAmtOnReturn", r.cAmtOnReturn);
-    v.date("dtNegFlatAssess", r.dtNegFlatAssess);
-    v.money("cNegFlatAmt", r.cNegFlatAmt);
-    v.money("cNegTimeAmt", r.cNegTimeAmt);
-    v.date("dtNegTimeAssess", r.dtNegTimeAssess);
-    v.money("cSUPAmt", r.cSUPAmt);
-    v.rate("fSUPRate", r.fSUPRate);
-    v.date("dtAssessSUP", r.dtAssessSUP);
-    v.money("cAccRelAmt", r.cAccRelAmt);
-    v.rate("fAccRelRate", r.fAccRelRate);
-    v.money("cOValAmt", r.cOValAmt);
-    v.date("dtOValAssess", r.dtOValAssess);
-    v.rate("fOValRate", r.fOValRate);
-    v.date("dt6651d1Start", r.dt6651d1Start);
-    v.money("cFraudFlatAmt", r.cFraudFlatAmt);
-    v.date("dtFraudFlatAssess", r.dtFraudFlatAssess);
-    v.money("cFraudTimeAmt", r.cFraudTimeAmt);
-    v.date("dtFraudTimeAssess", r.dtFraudTimeAssess);
-    v.date("dtIntSuspend", r.dtIntSuspend);
-    v.date("dtRestart", r.dtRestart);
-    v.integer("nReserved", r.nReserved);
-    v.flag("bCorporate", r.bCorporate);
-    v.text("sTaxAuth", r.sTaxAuth);
-}
-
-template <typename V, typename P>
-void visitPaymentFields(V& v, P& p)
-{
-    v.text("sDesc", p.sDesc);
-    v.date("dtPmt", p.dtPmt);
-    v.money("cAmount", p.cAmount);
-    v.money("cToTax", p.cToTax);
-    v.money("cToInt", p.cToInt);
-    v.money("cToPen", p.cToPen);
-    v.text("sMethod", p.sMethod);
-}
-
-template <typename V, typename C>
-void visitChargeFields(V& v, C& c)
-{
-    v.text("sDesc", c.sDesc);
-    v.date("dtLiab", c.dtLiab);
-    v.date("dtIntStart", c.dtIntStart);
-    v.money("cTotal", c.cTotal);
-    v.money("cToTax", c.cToTax);
-    v.money("cToPen", c.cToPen);
-}
-
-template <typename V, typename D>
-void visitDepositFields(V& v, D& d)
-{
-    v.date("dtDepDue", d.dtDepDue);
-    v.date("dtDepAssess", d.dtDepAssess);
-    v.money("cRequired", d.cRequired);
-    v.flag("bSevere", d.bSevere);
-    v.date("dtDelinqNotice", d.dtDelinqNotice);
-    v.date("dtJeopardy", d.dtJeopardy);
-}
-
 template <typename J>
 struct Exporter {
     J obj = J::object();
@@ -481,7 +373,7 @@ struct Exporter {
     void point(const char* name, const TLPoint& p)
     {
         Exporter<J> e;
-        visitPointFields(e, p);
+        VisitPointFields(e, p);
         obj[name] = std::move(e.obj);
     }
 };
@@ -503,11 +395,11 @@ J caseToJson(const Case& c)
 {
     J out = J::object();
     Exporter<J> init;
-    visitInitFields(init, c.init);
+    VisitInitFields(init, c.init);
     out["init"] = std::move(init.obj);
-    out["payments"] = listToJson<J>(c.payments(), [](auto& v, const PaymentRec& p) { visitPaymentFields(v, p); });
-    out["charges"] = listToJson<J>(c.otherCharges(), [](auto& v, const ChargeRec& x) { visitChargeFields(v, x); });
-    out["deposits"] = listToJson<J>(c.payrollDeposits(), [](auto& v, const DepositRec& d) { visitDepositFields(v, d); });
+    out["payments"] = listToJson<J>(c.payments(), [](auto& v, const PaymentRec& p) { VisitPaymentFields(v, p); });
+    out["charges"] = listToJson<J>(c.otherCharges(), [](auto& v, const ChargeRec& x) { VisitChargeFields(v, x); });
+    out["deposits"] = listToJson<J>(c.payrollDeposits(), [](auto& v, const DepositRec& d) { VisitDepositFields(v, d); });
     return out;
 }
 
@@ -533,7 +425,7 @@ public:
                 return false;
             }
             Importer inner(v, path_ + "." + name, error_);
-            visitPointFields(inner, p);
+            VisitPointFields(inner, p);
             return inner.finish();  // the inner importer words its own error
         });
     }
@@ -730,13 +622,13 @@ std::optional<Case> CaseFromJson(const nlohmann::json& j, std::string& error)
             return std::nullopt;
         }
         Importer in(*init, "init", error);
-        visitInitFields(in, c.init);
+        VisitInitFields(in, c.init);
         if (!in.finish())
             return std::nullopt;
     }
-    if (!listFromJson(j, "payments", c.pmts, error, [](Importer& v, PaymentRec& p) { visitPaymentFields(v, p); })
-        || !listFromJson(j, "charges", c.charges, error, [](Importer& v, ChargeRec& x) { visitChargeFields(v, x); })
-        || !listFromJson(j, "deposits", c.deposits, error, [](Importer& v, DepositRec& d) { visitDepositFields(v, d); }))
+    if (!listFromJson(j, "payments", c.pmts, error, [](Importer& v, PaymentRec& p) { VisitPaymentFields(v, p); })
+        || !listFromJson(j, "charges", c.charges, error, [](Importer& v, ChargeRec& x) { VisitChargeFields(v, x); })
+        || !listFromJson(j, "deposits", c.deposits, error, [](Importer& v, DepositRec& d) { VisitDepositFields(v, d); }))
         return std::nullopt;
     if (!settleCount(j, "nPmts", "payments", c.pmts, c.init.nPmts, error)
         || !settleCount(j, "nCharges", "charges", c.charges, c.init.nCharges, error)
