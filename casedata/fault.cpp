@@ -16,6 +16,11 @@ void ThrowFault(std::int16_t number, std::string_view procedure, std::string det
     throw Fault(number, std::string(procedure), std::move(detail));
 }
 
+bool NamedByValueType(const Fault& f)
+{
+    return f.procedure() == "Money" || f.procedure() == "Case" || f.procedure() == "RoundCurrency";
+}
+
 std::string ErrorDescription(int number)
 {
     switch (number) {

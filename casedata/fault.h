@@ -47,10 +47,16 @@ private:
 // ("Subscript out of range" for 9, "Invalid file format" for 321).
 std::string ErrorDescription(int number);
 
-// Runs body; a std::exception that is not yet a Fault becomes one with the
-// given procedure name (bad_alloc -> 7, anything else -> 5).
+// Runs body as the procedure `procedure`, so that a fault leaves it under a
+// procedure's name: a fault raised inside a value type (money arithmetic out
+// of range, a list count beyond its list) takes this procedure's name; a fault
+// already named by an inner procedure keeps its name; any other exception
+// becomes a fault of this procedure (out of memory: 7, anything else: 5).
 template <typename F>
 decltype(auto) WithFaultName(std::string_view procedure, F&& body);
+
+// Faults named after a value type rather than a procedure of the program.
+bool NamedByValueType(const Fault& f);
 
 }  // namespace rw
 
@@ -63,7 +69,9 @@ decltype(auto) WithFaultName(std::string_view procedure, F&& body)
 {
     try {
         return body();
-    } catch (const Fault&) {
+    } catch (const Fault& f) {
+        if (NamedByValueType(f))
+            ThrowFault(f.number(), procedure, f.detail());
         throw;
     } catch (const std::bad_alloc&) {
         ThrowFault(kErrOutOfMemory, procedure);

@@ -1,11 +1,10 @@
 #include "engine/detail.h"
 
+#include "casedata/fault.h"
+
 #include "casedata/numtext.h"
-#include "engine/procedure.h"
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 namespace {
 
@@ -71,7 +70,7 @@ std::vector<DetailLine> DetailAnalysis::grid() const
 
 DetailAnalysis MakeDetailAnalysis(const std::vector<ResultPeriod>& rows)
 {
-    return InProcedure("FillDetailIntDisp", [&] {
+    return WithFaultName("FillDetailIntDisp", [&] {
         DetailAnalysis a;
         a.rows.reserve(rows.size());
         for (const ResultPeriod& r : rows) {

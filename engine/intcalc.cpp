@@ -1,14 +1,13 @@
 #include "engine/intcalc.h"
 
+#include "casedata/fault.h"
+
 #include "casedata/datechecks.h"
-#include "engine/procedure.h"
 #include "engine/ratesel.h"
 
 #include <cmath>
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 namespace {
 
@@ -23,7 +22,7 @@ bool mentionsInterest(const FixedText<16>& desc)
 
 bool intFactor(RateSelector& sel, ResultPeriod& row)
 {
-    return InProcedure("GetIntFactor", [&] {
+    return WithFaultName("GetIntFactor", [&] {
         bool compounds = false;
         row.fRate = sel.revisedRate(row, compounds);
         const double rate = static_cast<double>(row.fRate);
@@ -66,7 +65,7 @@ void Set1stPeriod(std::int32_t start, std::vector<ResultPeriod>& rows, const Tim
 
 void ResultAsPoint(const TLPoint& point, std::vector<ResultPeriod>& rows, std::size_t k)
 {
-    InProcedure("ResultAsPoint", [&] {
+    WithFaultName("ResultAsPoint", [&] {
         if (k == 0)
             ThrowFault(kErrSubscript, "ResultAsPoint", "an event row needs the row before it");
         ResultPeriod& r = checkedRow(rows, k, "ResultAsPoint");
@@ -88,7 +87,7 @@ bool GetIntFactor(const InitInputs& init, ResultPeriod& row, const RateTable& wr
 Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* penalties,
                   std::vector<ResultPeriod>& rows, TimeLine& tl)
 {
-    return InProcedure("GetInterest", [&] {
+    return WithFaultName("GetInterest", [&] {
         const InitInputs& in = c.init;
         RateTable wr;
         GetWorkingRates(rates, wr);
@@ -179,7 +178,7 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
 Money IntToDate(std::string_view dateText, const Case& c, const RateTable& rates, PenaltyCalculators* penalties,
                 TLPoint& totals, Messages& msgs)
 {
-    return InProcedure("IntToDate", [&] {
+    return WithFaultName("IntToDate", [&] {
         Date when;
         if (!DateValid(dateText, "Payment", when, msgs))
             return Money();

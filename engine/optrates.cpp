@@ -1,11 +1,10 @@
 #include "engine/optrates.h"
 
+#include "casedata/fault.h"
+
 #include "casedata/datechecks.h"
-#include "engine/procedure.h"
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 namespace {
 
@@ -107,7 +106,7 @@ OptRatesDialog::OptRatesDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) 
 
 OptRatesForm OptRatesDialog::open() const
 {
-    return InProcedure("InitDlgOptRates", [&] {
+    return WithFaultName("InitDlgOptRates", [&] {
         OptRatesForm f;
         f.taxMotivated = IsYes(case_.init.bTaxMotivated);
         openRate(case_.init, kUnderpayment, f);
@@ -118,7 +117,7 @@ OptRatesForm OptRatesDialog::open() const
 
 void OptRatesDialog::ChkTaxMotDate() const
 {
-    InProcedure("ChkTaxMotDate", [&] {
+    WithFaultName("ChkTaxMotDate", [&] {
         const InitInputs& in = case_.init;
         if (in.dtDue > k19891231)
             Warn(msgs_, "The tax motivated rates are for returns due on or before 12/31/1989.  You might want to "
@@ -130,37 +129,37 @@ void OptRatesDialog::ChkTaxMotDate() const
 
 void OptRatesDialog::radCorpUPRateClick(OptRatesForm& form) const
 {
-    InProcedure("radCorpUPRateClick", [&] { clicked(case_.init, kUnderpayment, form); });
+    WithFaultName("radCorpUPRateClick", [&] { clicked(case_.init, kUnderpayment, form); });
 }
 
 void OptRatesDialog::radCorpOPRateClick(OptRatesForm& form) const
 {
-    InProcedure("radCorpOPRateClick", [&] { clicked(case_.init, kOverpayment, form); });
+    WithFaultName("radCorpOPRateClick", [&] { clicked(case_.init, kOverpayment, form); });
 }
 
 void OptRatesDialog::SetDefaultCorpUPRateDate(OptRatesForm& form) const
 {
-    InProcedure("SetDefaultCorpUPRateDate", [&] { setDefault(case_.init, kUnderpayment, form); });
+    WithFaultName("SetDefaultCorpUPRateDate", [&] { setDefault(case_.init, kUnderpayment, form); });
 }
 
 void OptRatesDialog::SetDefaultCorpOPRateDate(OptRatesForm& form) const
 {
-    InProcedure("SetDefaultCorpOPRateDate", [&] { setDefault(case_.init, kOverpayment, form); });
+    WithFaultName("SetDefaultCorpOPRateDate", [&] { setDefault(case_.init, kOverpayment, form); });
 }
 
 void OptRatesDialog::ChkCorpUPDate(const OptRatesForm& form) const
 {
-    InProcedure("ChkCorpUPDate", [&] { checkDate(kUnderpayment, form, msgs_); });
+    WithFaultName("ChkCorpUPDate", [&] { checkDate(kUnderpayment, form, msgs_); });
 }
 
 void OptRatesDialog::ChkCorpOPDate(const OptRatesForm& form) const
 {
-    InProcedure("ChkCorpOPDate", [&] { checkDate(kOverpayment, form, msgs_); });
+    WithFaultName("ChkCorpOPDate", [&] { checkDate(kOverpayment, form, msgs_); });
 }
 
 bool OptRatesDialog::accept(const OptRatesForm& form)
 {
-    return InProcedure("DlgOptRatesData", [&] {
+    return WithFaultName("DlgOptRatesData", [&] {
         InitInputs& in = case_.init;
         if (form.taxMotivated) {
             in.bTaxMotivated = kYes;
@@ -176,7 +175,7 @@ bool OptRatesDialog::accept(const OptRatesForm& form)
 
 void ChkTaxMotivated(Flag flag, Date due, Messages& msgs)
 {
-    InProcedure("ChkTaxMotivated", [&] {
+    WithFaultName("ChkTaxMotivated", [&] {
         if (IsYes(flag) && (due > k19891231 || due <= k19841231))
             Warn(msgs, "The due date for using tax motivated rates should be between 1/1/85 and 12/31/89.");
     });

@@ -1,14 +1,13 @@
 #include "engine/ratesel.h"
 
+#include "casedata/fault.h"
+
 #include <cmath>
 
-#include "engine/procedure.h"
 
 #include <algorithm>
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 namespace {
 
@@ -102,7 +101,7 @@ std::ptrdiff_t RateRowFinder::find(Date d)
 
 void GetWorkingRates(const RateTable& rates, RateTable& wr)
 {
-    InProcedure("GetWorkingRates", [&] { wr = rates; });
+    WithFaultName("GetWorkingRates", [&] { wr = rates; });
 }
 
 float GetStdPeriodRate(const RateTable& wr, Date d)
@@ -115,7 +114,7 @@ float GetStdPeriodRate(const RateTable& wr, Date d)
 
 float GetRevisedUSRate(const InitInputs& init, ResultPeriod& row, const TimeLine& tl)
 {
-    return InProcedure("GetRevisedUSRate", [&] {
+    return WithFaultName("GetRevisedUSRate", [&] {
         TLPoint totals;
         return revisedUS(init, row, GetTaxToDate(tl, totals, row.dtBegin));
     });
@@ -123,7 +122,7 @@ float GetRevisedUSRate(const InitInputs& init, ResultPeriod& row, const TimeLine
 
 float GetRevisedStateRate(ResultPeriod& row, const RateRow& tableRow)
 {
-    return InProcedure("GetRevisedStateRate", [&] {
+    return WithFaultName("GetRevisedStateRate", [&] {
         float rate = row.fRate;
         if (rate <= kNegligibleRate)
             return rate;
@@ -167,12 +166,12 @@ float RateSelector::stdPeriodRate(Date d)
 
 float RateSelector::revisedUSRate(ResultPeriod& row)
 {
-    return InProcedure("GetRevisedUSRate", [&] { return revisedUS(init_, row, tax_.taxToDate(row.dtBegin)); });
+    return WithFaultName("GetRevisedUSRate", [&] { return revisedUS(init_, row, tax_.taxToDate(row.dtBegin)); });
 }
 
 float RateSelector::revisedRate(ResultPeriod& row, bool& compounds)
 {
-    return InProcedure("GetRevisedRate", [&] {
+    return WithFaultName("GetRevisedRate", [&] {
         const std::ptrdiff_t i = revisedRows_.find(row.dtEnd);
         if (i < 0)
             beyondTable("GetRevisedRate", wr_, row.dtEnd, &init_);

@@ -1,17 +1,16 @@
 #include "engine/suspend.h"
 
+#include "casedata/fault.h"
+
 #include "casedata/datechecks.h"
-#include "engine/procedure.h"
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 SuspendDialog::SuspendDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
 
 SuspendForm SuspendDialog::open() const
 {
-    return InProcedure("InitDlgSusp", [&] {
+    return WithFaultName("InitDlgSusp", [&] {
         SuspendForm f;
         const InitInputs& in = case_.init;
         if (in.dtIntSuspend.isGiven()) {
@@ -41,7 +40,7 @@ void SuspendDialog::restartChanged(const SuspendForm& form) const
 
 bool SuspendDialog::accept(const SuspendForm& form)
 {
-    return InProcedure("DlgSuspData", [&] {
+    return WithFaultName("DlgSuspData", [&] {
         Date suspend;
         Date restart;
         const bool suspendOk = DateValid(form.suspendDate, "Interest Suspension", suspend, msgs_);

@@ -1,14 +1,13 @@
 #include "engine/timeline.h"
 
-#include "engine/procedure.h"
+#include "casedata/fault.h"
+
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 
 namespace rw {
-
-using engine_detail::InProcedure;
 
 namespace {
 
@@ -82,7 +81,7 @@ std::int16_t CountPoints(const Case& c, const RateTable& rates)
 
 void AddChargePts(const Case& c, TimeLine& tl, std::int16_t& next)
 {
-    InProcedure("AddChargePts", [&] {
+    WithFaultName("AddChargePts", [&] {
         for (const ChargeRec& ch : c.otherCharges()) {
             TLPoint p = makePoint(ch.dtIntStart, {}, code::kOtherCharge);
             p.sDesc = ch.sDesc;  // as stored, a never-set text included
@@ -95,7 +94,7 @@ void AddChargePts(const Case& c, TimeLine& tl, std::int16_t& next)
 
 void AddPmtPts(const Case& c, TimeLine& tl, std::int16_t& next)
 {
-    InProcedure("AddPmtPts", [&] {
+    WithFaultName("AddPmtPts", [&] {
         for (const PaymentRec& pm : c.payments()) {
             TLPoint p = makePoint(pm.dtPmt, {}, code::kPayment);
             p.sDesc = pm.sDesc;
@@ -125,7 +124,7 @@ void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCal
 {
     if (penalties == nullptr || !IsYes(c.init.bAnyPenalties))
         return;
-    InProcedure("AddUSPenaltyPts", [&] { penalties->AddUSPenaltyPts(c, tl, next); });
+    WithFaultName("AddUSPenaltyPts", [&] { penalties->AddUSPenaltyPts(c, tl, next); });
 }
 
 void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties)
@@ -147,7 +146,7 @@ void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalcula
 
 void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyCalculators* penalties)
 {
-    InProcedure("BuildTimeLine", [&] {
+    WithFaultName("BuildTimeLine", [&] {
         const InitInputs& in = c.init;
         tl.assign(static_cast<std::size_t>(CountPoints(c, rates)), TLPoint{});
         std::int16_t next = 0;
@@ -183,7 +182,7 @@ void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyC
 
 void MakeTLPoint(const TLPoint& point, TimeLine& tl, std::int16_t& next)
 {
-    InProcedure("MakeTLPoint", [&] {
+    WithFaultName("MakeTLPoint", [&] {
         if (tl.size() >= static_cast<std::size_t>(kMaxIndex))
             ThrowFault(kErrOverflow, "MakeTLPoint", "more than 32,767 time line points");
         tl.emplace_back();
@@ -199,7 +198,7 @@ void MakeSortCodes(TimeLine& tl)
 
 void SortPoints(TimeLine& tl)
 {
-    InProcedure("SortPoints", [&] {
+    WithFaultName("SortPoints", [&] {
         std::stable_sort(tl.begin(), tl.end(), [](const TLPoint& a, const TLPoint& b) {
             return std::memcmp(a.sSortCode.data(), b.sSortCode.data(), 12) < 0;
         });
@@ -208,7 +207,7 @@ void SortPoints(TimeLine& tl)
 
 Money GetTaxToDate(const TimeLine& tl, TLPoint& totals, Date d)
 {
-    return InProcedure("GetTaxToDate", [&] {
+    return WithFaultName("GetTaxToDate", [&] {
         Money tax;
         Money pen;
         for (const TLPoint& p : tl) {
@@ -226,7 +225,7 @@ Money GetTaxToDate(const TimeLine& tl, TLPoint& totals, Date d)
 
 Money TaxToDateCursor::taxToDate(Date d, TLPoint& totals)
 {
-    return InProcedure("GetTaxToDate", [&] {
+    return WithFaultName("GetTaxToDate", [&] {
         if (!started_ || !(d >= last_)) {
             next_ = 0;
             tax_ = Money();

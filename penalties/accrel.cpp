@@ -1,6 +1,7 @@
 #include "penalties/accrel.h"
 
-#include "penalties/faultname.h"
+#include "casedata/fault.h"
+
 
 namespace rw {
 
@@ -11,7 +12,7 @@ Money AccRelPenalty(const InitInputs& init)
 
 void CalcAccRelPen(const Case& c, TimeLine& tl, std::int16_t& next)
 {
-    AsProcedure("CalcAccRelPen", [&] {
+    WithFaultName("CalcAccRelPen", [&] {
         TLPoint p;
         p.sDesc = "Accuracy Rel";
         p.sCode = code::kAccuracyRelated;

@@ -1,7 +1,8 @@
 #include "penalties/arrange.h"
 
+#include "casedata/fault.h"
+
 #include "casedata/numtext.h"
-#include "penalties/faultname.h"
 
 #include <limits>
 
@@ -224,7 +225,7 @@ private:
 
 std::int32_t GetFactorial(std::int32_t n)
 {
-    return AsProcedure("GetFactorial", [&] {
+    return WithFaultName("GetFactorial", [&] {
         std::int64_t f = 1;
         for (std::int32_t k = 2; k <= n; ++k) {
             f *= k;
@@ -244,7 +245,7 @@ void PermutationTable::resize(std::int32_t rows, int columns)
 
 void AllPermutations(PermutationTable& table, std::int16_t n, ArrangeProgress* progress)
 {
-    AsProcedure("AllPermutations", [&] {
+    WithFaultName("AllPermutations", [&] {
         const std::int32_t total = GetFactorial(n);
         if (progress)
             progress->setPermutationsRange(0, n - 1);
@@ -280,7 +281,7 @@ void AllPermutations(PermutationTable& table, std::int16_t n, ArrangeProgress* p
 void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::int16_t>& best, std::int32_t row,
                                int lastPos)
 {
-    AsProcedure("FillPRAutoArrangeNdxArray", [&] {
+    WithFaultName("FillPRAutoArrangeNdxArray", [&] {
         best.resize(static_cast<std::size_t>(lastPos) + 1);
         for (int j = 0; j <= lastPos; ++j)
             best[static_cast<std::size_t>(j)] = table.at(row, j);
@@ -289,7 +290,7 @@ void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::i
 
 ArrangeOutcome FindLowestPRPenOrderByTable(const Case& c, ArrangeProgress* progress)
 {
-    return AsProcedure("GetLowestPRPen", [&] {
+    return WithFaultName("GetLowestPRPen", [&] {
         const auto saved = c.payments();
         const auto n = static_cast<std::int16_t>(saved.size());
         PermutationTable table;
@@ -322,7 +323,7 @@ ArrangeOutcome FindLowestPRPenOrderByTable(const Case& c, ArrangeProgress* progr
 
 ArrangeOutcome FindLowestPRPenOrder(const Case& c, ArrangeProgress* progress)
 {
-    return AsProcedure("GetLowestPRPen", [&] {
+    return WithFaultName("GetLowestPRPen", [&] {
         OrderSearch search(c, progress);
         if (!search.prepare())
             return FindLowestPRPenOrderByTable(c, progress);
@@ -357,7 +358,7 @@ std::string ArrangeTooManyPaymentsText()
 
 void GetLowestPRPen(Case& c, Messages& msgs, ArrangeProgress* progress)
 {
-    AsProcedure("GetLowestPRPen", [&] {
+    WithFaultName("GetLowestPRPen", [&] {
         const int n = c.init.nPmts;
         if (n <= 0)
             return;  // nothing to arrange

@@ -1,7 +1,8 @@
 #include "penalties/compute.h"
 
+#include "casedata/fault.h"
+
 #include "penalties/accrel.h"
-#include "penalties/faultname.h"
 #include "penalties/ftofile.h"
 #include "penalties/payroll.h"
 
@@ -9,7 +10,7 @@ namespace rw {
 
 void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next)
 {
-    AsProcedure("AddUSPenaltyPts", [&] {
+    WithFaultName("AddUSPenaltyPts", [&] {
         ftoRows.clear();
         prTable.clear();
         const InitInputs& in = c.init;

@@ -1,6 +1,7 @@
 #include "penalties/ftofile.h"
 
-#include "penalties/faultname.h"
+#include "casedata/fault.h"
+
 
 namespace rw {
 
@@ -36,7 +37,7 @@ Money FailToFileMinimum(int dueYear)
 
 float FailToPayRate(const Case& c, const FtoTable& table, Date date, int i)
 {
-    return AsProcedure("FailToPayRate", [&] {
+    return WithFaultName("FailToPayRate", [&] {
         const InitInputs& in = c.init;
         if (!IsYes(in.b6651d1))
             return 0.005f;
@@ -54,7 +55,7 @@ float FailToPayRate(const Case& c, const FtoTable& table, Date date, int i)
 
 void GetFtoPayTaxBal(const Case& c, const TimeLine& tl, FtoTable& table, int i)
 {
-    AsProcedure("GetFtoPayTaxBal", [&] {
+    WithFaultName("GetFtoPayTaxBal", [&] {
         FtoRow& row = table.rows[static_cast<std::size_t>(i)];
         Money net;
         for (const TLPoint& p : tl) {
@@ -76,7 +77,7 @@ void GetFtoPayTaxBal(const Case& c, const TimeLine& tl, FtoTable& table, int i)
 
 Money GetFtoFBase(const Case& c, const TimeLine& tl)
 {
-    return AsProcedure("GetFtoFBase", [&] {
+    return WithFaultName("GetFtoFBase", [&] {
         const InitInputs& in = c.init;
         if (IsYes(in.bPayroll)) {
             Money base;
@@ -93,7 +94,7 @@ Money GetFtoFBase(const Case& c, const TimeLine& tl)
 
 Date GetFailToFileIntStart(const Case& c, Date assessDate)
 {
-    return AsProcedure("GetFailToFileIntStart", [&] {
+    return WithFaultName("GetFailToFileIntStart", [&] {
         if (c.init.dtExtended >= kFtfInterestChange)
             return c.init.dtExtended;
         return assessDate < kFtfInterestChange ? assessDate : kFtfInterestChange;
@@ -102,7 +103,7 @@ Date GetFailToFileIntStart(const Case& c, Date assessDate)
 
 void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::vector<FtoRow>& ftoRows)
 {
-    AsProcedure("FtoPtoTimeLine", [&] {
+    WithFaultName("FtoPtoTimeLine", [&] {
         const Date assess = c.init.dtFtoPayAssess;
         TLPoint atAssessment = penaltyPoint("Failure To Pay", code::kFailureToPay, assess, Money());
         std::size_t k = 0;
@@ -119,7 +120,7 @@ void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::
 
 void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows)
 {
-    AsProcedure("FtoFtoTimeLine", [&] {
+    WithFaultName("FtoFtoTimeLine", [&] {
         const InitInputs& in = c.init;
         TLPoint point = penaltyPoint("Failure To File", code::kFailureToFile,
                                      GetFailToFileIntStart(c, in.dtFtoFileAssess), Money());
@@ -151,7 +152,7 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
 
 void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows)
 {
-    AsProcedure("CalcUSFtoFilePay", [&] {
+    WithFaultName("CalcUSFtoFilePay", [&] {
         const InitInputs& in = c.init;
         // Every walk below needs the points in date order.
         MakeSortCodes(tl);

@@ -1,6 +1,7 @@
 #include "penalties/payroll.h"
 
-#include "penalties/faultname.h"
+#include "casedata/fault.h"
+
 
 #include <cmath>
 #include <limits>
@@ -57,7 +58,7 @@ std::int16_t PRDaysLate(Date paid, Date due)
 bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& table, std::size_t& index,
                         std::vector<PmtWorkItem>& work, Flag severe, Date due)
 {
-    return AsProcedure("AddPRPenTblElement", [&] {
+    return WithFaultName("AddPRPenTblElement", [&] {
         PmtWorkItem* p = nullptr;
         for (PmtWorkItem& w : work) {
             if (w.cLeft > Money()) {
@@ -94,7 +95,7 @@ bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& ta
 
 void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts, std::vector<PRPenTblElement>& table)
 {
-    AsProcedure("CalcUSPRPen", [&] {
+    WithFaultName("CalcUSPRPen", [&] {
         std::vector<PmtWorkItem> work;
         work.reserve(pmts.size());
         for (const PaymentRec& p : pmts)
@@ -131,7 +132,7 @@ Money TotalPRPenalty(const std::vector<PRPenTblElement>& table)
 void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> deposits, std::int16_t& next)
 {
     (void)c;
-    AsProcedure("AddPRLiabPts", [&] {
+    WithFaultName("AddPRLiabPts", [&] {
         for (const DepositRec& d : deposits) {
             TLPoint p;
             p.sDesc = "PR Liability";
@@ -146,7 +147,7 @@ void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> depos
 void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits, const std::vector<PRPenTblElement>& table,
                  std::int16_t& next)
 {
-    AsProcedure("AddPRPenPts", [&] {
+    WithFaultName("AddPRPenPts", [&] {
         for (const PRPenTblElement& e : table) {
             TLPoint p;
             p.sDesc = "PR Penalty";
@@ -166,7 +167,7 @@ void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits, const std::
 
 void AddUSPRPts(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<PRPenTblElement>& table)
 {
-    AsProcedure("AddUSPRPts", [&] {
+    WithFaultName("AddUSPRPts", [&] {
         const std::vector<DepositRec> deposits(c.payrollDeposits().begin(), c.payrollDeposits().end());
         AddPRLiabPts(c, tl, deposits, next);
         CalcUSPRPen(c, c.payments(), table);

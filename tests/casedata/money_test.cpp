@@ -138,3 +138,28 @@ TEST(Money, WholeDollars)
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Faults, AProcedureNamesTheFaultsOfTheValuesItComputesWith)
+{
+    const auto numberAndName = [](auto body) {
+        try {
+            rw::WithFaultName("GetInterest", body);
+        } catch (const rw::Fault& f) {
+            return std::to_string(f.number()) + " " + f.procedure();
+        }
+        return std::string("no fault");
+    };
+    // Money arithmetic out of range is the computing procedure's overflow.
+    EXPECT_EQ(numberAndName([] { (void)(Money::fromRaw(std::numeric_limits<std::int64_t>::max()) + Money::fromRaw(1)); }),
+              "6 GetInterest");
+    // A fault named by an inner procedure keeps its name.
+    EXPECT_EQ(numberAndName([] { rw::ThrowFault(rw::kErrSubscript, "GetStdPeriodRate"); }), "9 GetStdPeriodRate");
+    // Any other exception becomes a fault of the procedure.
+    EXPECT_EQ(numberAndName([] { throw std::bad_alloc(); }), "7 GetInterest");
+    EXPECT_EQ(numberAndName([] { throw std::runtime_error("x"); }), "5 GetInterest");
+    EXPECT_EQ(numberAndName([] {}), "no fault");
+}
+
+}  // namespace
