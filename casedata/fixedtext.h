@@ -37,6 +37,16 @@ public:
     // All N bytes, NULs and padding included.
     std::string_view view() const { return std::string_view(b_.data(), N); }
     std::string str() const { return std::string(view()); }
+    // All N characters as a list or a report shows them: a character never
+    // assigned (NUL) shows as a blank.
+    std::string shown() const
+    {
+        std::string s = str();
+        for (char& ch : s)
+            if (ch == '\0')
+                ch = ' ';
+        return s;
+    }
     // The text without trailing blanks and NULs.
     std::string trimmed() const
     {

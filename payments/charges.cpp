@@ -12,11 +12,7 @@ namespace {
 
 std::string listLine(Date d, const FixedText<16>& desc)
 {
-    std::string text = desc.str();
-    for (char& ch : text)
-        if (ch == '\0')
-            ch = ' ';
-    return FormatMMDDYYYY(d) + " " + text;
+    return FormatMMDDYYYY(d) + " " + desc.shown();
 }
 
 }  // namespace

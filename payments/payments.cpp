@@ -12,11 +12,7 @@ namespace {
 // A list line: the date, one blank, the 16 characters of the description.
 std::string listLine(Date d, const FixedText<16>& desc)
 {
-    std::string text = desc.str();
-    for (char& ch : text)
-        if (ch == '\0')
-            ch = ' ';
-    return FormatMMDDYYYY(d) + " " + text;
+    return FormatMMDDYYYY(d) + " " + desc.shown();
 }
 
 constexpr const char* kSupportRequest = "  Please call Ratewright technical support and report this message.";

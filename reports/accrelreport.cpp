@@ -27,8 +27,8 @@ std::string DispAccRelPen(const InitInputs& init)
 {
     return WithFaultName("DispAccRelPen", [&] {
         std::string text;
-        AppendLine(text, StoredText(init.sName));
-        AppendLine(text, StoredText(init.s2ndLine));
+        AppendLine(text, init.sName.shown());
+        AppendLine(text, init.s2ndLine.shown());
         AppendLine(text, kTitle);
         AppendLine(text, "");
         AppendLine(text, "ACCURACY RELATED PENALTY:");
@@ -62,8 +62,8 @@ void PrnAccRelPen(PrintManager& pm, const InitInputs& taxpayer, const InitInputs
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 12.0f, saved);
-        const std::string h1 = StoredText(taxpayer.sName);
-        const std::string h2 = StoredText(taxpayer.s2ndLine);
+        const std::string h1 = taxpayer.sName.shown();
+        const std::string h2 = taxpayer.s2ndLine.shown();
         pm.PrnManager2(20, h1, h2, kTitle);
         const int c = kTextColumn;
         p.emptyLine();

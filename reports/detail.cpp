@@ -31,7 +31,7 @@ void PrnResultHead(PrintManager& pm, const InitInputs& init)
 {
     WithFaultName("PrnResultHead", [&] {
         Printer& p = pm.printer();
-        pm.PrnManager2(4, StoredText(init.sName), StoredText(init.s2ndLine), kHeadTitle);
+        pm.PrnManager2(4, init.sName.shown(), init.s2ndLine.shown(), kHeadTitle);
         p.emptyLine();
         p.printLine(kTextColumn,
                     "                                                             BEGINNING      BEGINNING");
@@ -46,8 +46,8 @@ void PrnResult(PrintManager& pm, const InitInputs& init, const std::vector<Resul
 {
     WithFaultName("PrnResult", [&] {
         Printer& p = pm.printer();
-        const std::string h1 = StoredText(init.sName);
-        const std::string h2 = StoredText(init.s2ndLine);
+        const std::string h1 = init.sName.shown();
+        const std::string h2 = init.s2ndLine.shown();
         PrnResultHead(pm, init);
         Money total;
         for (const ResultPeriod& r : rows) {

@@ -52,7 +52,7 @@ void PrnFtoFPHead(PrintManager& pm, const InitInputs& init)
 {
     WithFaultName("PrnFtoFPHead", [&] {
         Printer& p = pm.printer();
-        pm.PrnManager2(5, StoredText(init.sName), StoredText(init.s2ndLine), kTitle);
+        pm.PrnManager2(5, init.sName.shown(), init.s2ndLine.shown(), kTitle);
         p.emptyLine();
         p.printLine(1, "       DATE                NET        GROSS     FAIL        FAILURE        NET");
         p.printLine(1, "        OF               UNPAID      FAILURE   TO PAY        TO PAY    FAILURE TO");
@@ -64,8 +64,8 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
 {
     WithFaultName("PrnFtoFilePay", [&] {
         Printer& p = pm.printer();
-        const std::string h1 = StoredText(init.sName);
-        const std::string h2 = StoredText(init.s2ndLine);
+        const std::string h1 = init.sName.shown();
+        const std::string h2 = init.s2ndLine.shown();
         SavedFont saved;
         SetNewFont(p, kReportFont, 8.0f, saved);
         PrnFtoFPHead(pm, init);

@@ -92,11 +92,11 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
 
 std::string h1(const InitInputs& in)
 {
-    return StoredText(in.sName);
+    return in.sName.shown();
 }
 std::string h2(const InitInputs& in)
 {
-    return StoredText(in.s2ndLine);
+    return in.s2ndLine.shown();
 }
 
 // The title of a list, after a reservation of three lines.
@@ -159,7 +159,7 @@ void PrnCharges(PrintManager& pm, const Case& c)
         for (const ChargeRec& ch : c.otherCharges()) {
             if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
                 PrnChrgHeadings(pm, c.init);
-            p.printAt(3, StoredText(ch.sDesc));
+            p.printAt(3, ch.sDesc.shown());
             p.printAt(22, FormatMMDDYYYY(ch.dtLiab));
             p.printAt(33, FormatMMDDYYYY(ch.dtIntStart));
             pm.PrnAmtAt(ch.cTotal, 44);
@@ -180,13 +180,13 @@ void PrnPmts(PrintManager& pm, const Case& c)
         for (const PaymentRec& pmt : c.payments()) {
             if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
                 PrnPmtsHeadings(pm, c.init);
-            p.printAt(3, StoredText(pmt.sDesc));
+            p.printAt(3, pmt.sDesc.shown());
             p.printAt(20, FormatMMDDYYYY(pmt.dtPmt));
             pm.PrnAmtAt(pmt.cAmount, 31);
             pm.PrnAmtAt(pmt.cToTax, 46);
             pm.PrnAmtAt(pmt.cToPen, 61);
             pm.PrnAmtAt(pmt.cToInt, 76);
-            p.printAt(94, StoredText(pmt.sMethod));
+            p.printAt(94, pmt.sMethod.shown());
             p.endLine();
         }
         SetOldFont(p, saved);
@@ -280,7 +280,7 @@ GridData FillChrgGrd(const Case& c)
         const auto list = c.otherCharges();
         GridData g = SetupChrgGrd(list.size());
         for (std::size_t i = 0; i < list.size(); ++i)
-            g.cells[i + 1] = {StoredText(list[i].sDesc), FormatMMDDYYYY(list[i].dtLiab),
+            g.cells[i + 1] = {list[i].sDesc.shown(), FormatMMDDYYYY(list[i].dtLiab),
                               FormatMMDDYYYY(list[i].dtIntStart), FormatMoney(list[i].cTotal)};
         return g;
     });
@@ -305,9 +305,9 @@ GridData FillPmtGrd(const Case& c)
         GridData g = SetupPmtGrd(list.size());
         for (std::size_t i = 0; i < list.size(); ++i) {
             const PaymentRec& p = list[i];
-            g.cells[i + 1] = {StoredText(p.sDesc),       FormatMMDDYYYY(p.dtPmt), FormatMoney(p.cAmount),
+            g.cells[i + 1] = {p.sDesc.shown(),       FormatMMDDYYYY(p.dtPmt), FormatMoney(p.cAmount),
                               FormatMoney(p.cToTax),     FormatMoney(p.cToPen),   FormatMoney(p.cToInt),
-                              StoredText(p.sMethod)};
+                              p.sMethod.shown()};
         }
         return g;
     });

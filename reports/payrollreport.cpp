@@ -26,7 +26,7 @@ bool reserve(PrintManager* pm, const InitInputs& init, std::int16_t lines)
 {
     if (!pm)
         return false;
-    return pm->PrnManager2(lines, StoredText(init.sName), StoredText(init.s2ndLine), kTitle) == 1;
+    return pm->PrnManager2(lines, init.sName.shown(), init.s2ndLine.shown(), kTitle) == 1;
 }
 
 }  // namespace
@@ -95,13 +95,13 @@ std::string ReportPRPen(const InitInputs& init, const std::vector<PRPenTblElemen
         if (printing) {
             SetNewFont(printing->printer(), kReportFont, 8.0f, saved);
         } else {
-            AppendLine(text, "   " + StoredText(init.sName));
-            AppendLine(text, "   " + StoredText(init.s2ndLine));
+            AppendLine(text, "   " + init.sName.shown());
+            AppendLine(text, "   " + init.s2ndLine.shown());
             AppendLine(text, std::string("   ") + std::string(kTitle));
         }
         ShowPRPenCalc(init, table, text, printing);
         if (printing) {
-            printing->PrnManager2(kEndReportPage, StoredText(init.sName), StoredText(init.s2ndLine), kTitle);
+            printing->PrnManager2(kEndReportPage, init.sName.shown(), init.s2ndLine.shown(), kTitle);
             SetOldFont(printing->printer(), saved);
         }
         return text;

@@ -132,8 +132,8 @@ void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Mo
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 12.0f, saved);
-        const std::string h1 = StoredText(init.sName);
-        const std::string h2 = StoredText(init.s2ndLine);
+        const std::string h1 = init.sName.shown();
+        const std::string h2 = init.s2ndLine.shown();
         pm.PrnManager2(3, h1, h2, "Summary From " + dateRange(init));
         p.emptyLine();
         p.printLine(kTextColumn, kNote);
