@@ -1,11 +1,13 @@
 #pragma once
-// The date helpers every input dialog shares. Their warnings advise and never
-// refuse: the value entered is kept, and a text that is not a date is stored
-// as day 0 (30 December 1899).
+// The field helpers every input dialog shares. The date warnings advise and
+// never refuse: the value entered is kept, and a text that is not a date is
+// stored as day 0 (30 December 1899). A money field that is not an amount is
+// answered and keeps its dialog open.
 
 #include "casedata/caserecord.h"
 #include "casedata/messages.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,5 +34,14 @@ std::string InitCSDateCtrl(Date d);
 // Warns when an extended due date is before the due date or on or after the
 // stop date of the calculation. Changes nothing.
 void ChkExtendedDate(Date d, const InitInputs& init, Messages& msgs);
+
+// Reads a money field (empty is 0). When the text is not an amount, warns
+// "The <label> entered as <text> is not an amount.  Please enter a number such
+// as 1,234.56." and gives nothing; the dialog then stays open.
+std::optional<Money> ReadMoneyField(std::string_view text, std::string_view label, Messages& msgs);
+
+// Reads a money field for a reaction while the dialog is being filled: a text
+// that is not an amount counts as 0 until OK answers it.
+Money MoneyFieldOrZero(std::string_view text);
 
 }  // namespace rw

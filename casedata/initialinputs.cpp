@@ -67,12 +67,9 @@ void InitialInputsDialog::payrollClicked(const InitialInputsForm& form) const
 InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm& form)
 {
     // Entries that cannot be stored at all are answered before anything changes.
-    const auto balance = ParseMoneyField(form.initialBalance);
-    if (!balance) {
-        Warn(msgs_, "The Intitial Balance entered as " + form.initialBalance
-                        + " is not an amount.  Please enter a number such as 1,234.56.");
+    const auto balance = ReadMoneyField(form.initialBalance, "Intitial Balance", msgs_);
+    if (!balance)
         return Result::KeepOpen;
-    }
     std::int16_t stopDays = 0;
     if (form.overpayment) {
         const std::string t = std::string(TrimBlanks(form.stopDays));
