@@ -33,10 +33,14 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
     // when it is left, and OK checks it again.
     if (!ParseUserDate(dateText))
         return {};
+    if (owedOnLast_ && owedOnLast_->first == dateText)
+        return owedOnLast_->second;
     USPenalties penalties;
     TLPoint totals;
     const Money interest = IntToDate(dateText, case_, rates_, &penalties, totals, msgs_);
-    return {totals.cTax, totals.cPen, interest};
+    const OwedOnDate owed{totals.cTax, totals.cPen, interest};
+    owedOnLast_.emplace(std::string(dateText), owed);
+    return owed;
 }
 
 Money PaymentDialog::calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const
@@ -144,6 +148,7 @@ void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
 bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form)
 {
     cancelled_ = false;
+    payment_.newShowing();
     if (!showPayment_ || !showPayment_(form))
         cancelled_ = true;
     if (cancelled_)

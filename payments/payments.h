@@ -10,8 +10,10 @@
 #include "penalties/formfields.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace rw {
@@ -42,8 +44,13 @@ public:
     PaymentDialog(const Case& c, const RateTable& rates, Messages& msgs);
 
     // Tax, penalties and interest owed on the date (all 0 for a text that is
-    // not a date, after the warning).
+    // not a date). What is owed depends on the date alone while the dialog is
+    // open, so each date is computed once per showing.
     OwedOnDate owedOn(std::string_view dateText) const;
+
+    // The dialog is about to be shown (for another payment, or after the case
+    // changed): what was owed before is computed afresh.
+    void newShowing() { owedOnLast_.reset(); }
 
     // CalcIRSPmtInt: returns the interest owed on the date.
     Money calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const;
@@ -73,6 +80,7 @@ private:
     const Case& case_;
     const RateTable& rates_;
     Messages& msgs_;
+    mutable std::optional<std::pair<std::string, OwedOnDate>> owedOnLast_;
 };
 
 struct PaymentsForm {

@@ -226,6 +226,40 @@ TEST_F(Payments, TypingTheAmountBeforeADateAllocatesQuietlyAndTheCeilingGoesWith
     EXPECT_TRUE(msgs.shown.empty());
 }
 
+TEST_F(Payments, EachShowingOfThePaymentDialogSeesTheCaseAsItNowStands)
+{
+    rw::PaymentsForm list = dlg.open();
+    // First payment, 6/27/2016: 600.00 tax, 100.00 penalties, 7.00 interest owed.
+    steps.push_back([this](PaymentForm& f) {
+        f.date = "6/27/2016";
+        f.amount = "700.00";
+        dlg.paymentDialog().irsMethodClicked(f);
+        return true;
+    });
+    ASSERT_EQ(dlg.add(list), MenuMark::Set);
+    EXPECT_EQ(kase.pmts[0].cToTax, M("600.00"));
+    EXPECT_EQ(kase.pmts[0].cToPen, M("100.00"));
+    EXPECT_EQ(kase.pmts[0].cToInt, M("0.00"));
+
+    // The case changes (the initial balance is now 900.00); a second payment on
+    // the same date must be allocated against what is owed now, not what was
+    // owed when the dialog showed before: payments on or after the date count
+    // as nothing, so 900.00 tax, 100.00 penalties and 1,000.00 x 5 % x 73 / 365
+    // = 10.00 interest.
+    kase.init.tlStart.cTax = M("900.00");
+    steps.push_back([this](PaymentForm& f) {
+        f.date = "6/27/2016";
+        f.amount = "1,010.00";
+        dlg.paymentDialog().irsMethodClicked(f);
+        return true;
+    });
+    dlg.add(list);
+    ASSERT_EQ(kase.init.nPmts, 2);
+    EXPECT_EQ(kase.pmts[1].cToTax, M("900.00"));
+    EXPECT_EQ(kase.pmts[1].cToPen, M("100.00"));
+    EXPECT_EQ(kase.pmts[1].cToInt, M("10.00"));
+}
+
 TEST_F(Payments, AllocationOffByOneCentIsRefused)
 {
     rw::PaymentsForm list = dlg.open();
