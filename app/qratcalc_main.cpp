@@ -25,11 +25,10 @@ int main(int argc, char** argv)
     const rw::Paths paths = rw::Paths::FromEnvironment();
     rw::ui::QtDesktop desktop;
 
-    // The About box first, with the release the tables were delivered with.
+    // The About box first, with the release of the rates the program will
+    // use (start-up tells about a release it cannot use).
     {
-        rw::ReleaseInfo release;
-        rw::ReadReleaseInfo(paths.releaseFile(), release);
-        rw::ui::AboutBox about(release, desktop);
+        rw::ui::AboutBox about(rw::ChooseRelease(paths).info, desktop);
         about.exec();
     }
 

@@ -3,10 +3,21 @@
 // compounding daily, so a long case meets every quarter end of its years.
 
 #include "casedata/ratetable.h"
+#include "casedata/release.h"
 
 #include <functional>
 
 namespace benchcases {
+
+// Failure-to-file minimums for the benchmarks' cases: 100.00 up to 2008,
+// 135.00 from 2009, 205.00 from 2016.
+inline const rw::FtfMinimumSchedule& BenchMinimums()
+{
+    static const rw::FtfMinimumSchedule schedule{{{1800, rw::Money::fromCents(100'00), "bench"},
+                                                   {2009, rw::Money::fromCents(135'00), "bench"},
+                                                   {2016, rw::Money::fromCents(205'00), "bench"}}};
+    return schedule;
+}
 
 inline rw::Date D(int y, int m, int d)
 {

@@ -16,6 +16,7 @@
 
 namespace {
 
+using benchcases::BenchMinimums;
 using benchcases::D;
 using rw::Date;
 using rw::Money;
@@ -99,7 +100,7 @@ public:
 void BM_ComputeForReports(benchmark::State& state)
 {
     const rw::Case c = BigCase();
-    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable(), BenchMinimums());
     for (auto _ : state) {
         rw::CaseComputation comp = sources.compute(c);
         benchmark::DoNotOptimize(comp.interest);
@@ -111,7 +112,7 @@ BENCHMARK(BM_ComputeForReports)->Unit(benchmark::kMillisecond);
 void BM_PrintEveryReportToText(benchmark::State& state)
 {
     const rw::Case c = BigCase();
-    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable(), BenchMinimums());
     NoMessages msgs;
     for (auto _ : state) {
         rw::TextPrinter printer;
@@ -126,7 +127,7 @@ BENCHMARK(BM_PrintEveryReportToText)->Unit(benchmark::kMillisecond);
 void BM_PrintEveryReportToPdf(benchmark::State& state)
 {
     const rw::Case c = BigCase();
-    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable());
+    const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable(), BenchMinimums());
     const std::string path = (std::filesystem::temp_directory_path() / "rw-bench-reports.pdf").string();
     NoMessages msgs;
     for (auto _ : state) {

@@ -15,13 +15,22 @@ struct Paths {
     std::filesystem::path installDir;
     // The per-user application-data root (the platform's user data directory).
     std::filesystem::path userDataRoot;
+    // The folder of the release in use (rate tables, their sources, the
+    // release file); empty means the installation folder.
+    std::filesystem::path ratesDir;
 
     std::filesystem::path iniFile() const { return installDir / "qratcalc.INI"; }
     std::filesystem::path recoveryCopy() const { return installDir / "DEBUG.INT"; }
     std::filesystem::path errorLog() const { return installDir / "qraterr.log"; }
     std::filesystem::path helpFile() const { return installDir / "manqrat.pdf"; }
-    std::filesystem::path releaseFile() const { return installDir / "qrat-release.txt"; }
-    std::filesystem::path table(std::string_view fileName) const { return installDir / fileName; }
+    std::filesystem::path ratesFolder() const { return ratesDir.empty() ? installDir : ratesDir; }
+    std::filesystem::path releaseFile() const { return ratesFolder() / "qrat-release.txt"; }
+    std::filesystem::path table(std::string_view fileName) const { return ratesFolder() / fileName; }
+    // Where a table's published sources are kept in the release folder.
+    std::filesystem::path tableSources() const { return ratesFolder() / "rates-src"; }
+    // A later release of the rates the user installed without reinstalling
+    // the program: rates/ in the per-user data folder.
+    std::filesystem::path userReleaseDir() const { return userDataRoot / "Brindlecote" / "Qrat" / "rates"; }
 
     // The installation folder from RW_INSTALL_DIR, else the folder of the
     // running executable; the data root from XDG_DATA_HOME, else
@@ -29,7 +38,7 @@ struct Paths {
     static Paths FromEnvironment();
     static Paths ForFolders(std::filesystem::path install, std::filesystem::path userData)
     {
-        return Paths{std::move(install), std::move(userData)};
+        return Paths{std::move(install), std::move(userData), {}};
     }
 };
 

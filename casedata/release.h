@@ -1,34 +1,111 @@
 #pragma once
-// What a release of the rate tables says about itself: the version shown in
-// the About box and the window title, and the dates through which its rates
-// are verified and estimated. It is delivered beside the tables (a small text
-// file in the installation folder) so that tables and dates change together.
+// A release of the rates: a folder holding the rate tables, the sources they
+// were built from (rates-src/), and one small release file that says what the
+// release is: its name and description, the date through which its federal
+// rates are verified and the later date through which they are estimated
+// (each with its spelled-out form), and the failure-to-file minimum amounts
+// by year. Tables, dates and amounts change together because they travel in
+// one folder.
+//
+// The installed release lies in the installation folder. A later release
+// can be dropped into the user's data folder (rates/ under the per-user
+// folder) without reinstalling: it is used when its rates are verified
+// through a later date than the installed one's and it is complete.
 
 #include "casedata/dates.h"
+#include "casedata/money.h"
 #include "casedata/paths.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace rw {
 
+// The program's version, shown in the About box. It is also the tag the case
+// file carries: it names the file layout, not the rates, and stays as it is
+// while releases of the rates come and go.
+inline constexpr std::string_view kProgramVersion = "Qrat2018Q1.10";
+
+// The minimum failure-to-file addition for a return filed more than 60 days
+// late applies by the calendar year of the due date: each row from its first
+// year until the next row's, the last one for every later year.
+struct FtfMinimum {
+    int firstYear = 0;
+    Money amount;
+    std::string source;  // where the amount was published
+
+    friend bool operator==(const FtfMinimum&, const FtfMinimum&) = default;
+};
+
+struct FtfMinimumSchedule {
+    std::vector<FtfMinimum> rows;  // first years strictly increasing
+
+    // The amount for a return due in `dueYear`; nothing for a year before the
+    // first row (or an empty schedule).
+    std::optional<Money> forDueYear(int dueYear) const;
+
+    friend bool operator==(const FtfMinimumSchedule&, const FtfMinimumSchedule&) = default;
+};
+
 struct ReleaseInfo {
-    std::string versionTag = "Qrat2018Q1.10";
-    std::string description = "2018, 1st Quarter";
-    Date verifiedThrough = Date::fromCivil(2018, 3, 31);
-    std::string verifiedThroughText = "March 31, 2018";
-    Date estimatedThrough = Date::fromCivil(2018, 6, 30);
-    std::string estimatedThroughText = "June 30, 2018";
+    std::string name;         // "Qrat2026Q2"
+    std::string description;  // "2026, 2nd Quarter": the window title and the About box
+    Date verifiedThrough = NoDate;
+    std::string verifiedThroughText;  // "June 30, 2026"
+    Date estimatedThrough = NoDate;
+    std::string estimatedThroughText;  // "December 31, 2026"
+    FtfMinimumSchedule ftfMinimums;
+
+    // False for the empty value a release file that cannot be read leaves.
+    bool loaded() const { return !verifiedThrough.isNoDate(); }
 
     friend bool operator==(const ReleaseInfo&, const ReleaseInfo&) = default;
 };
 
-// Reads "key=value" lines (version_tag, description, verified_through,
-// verified_through_text, estimated_through, estimated_through_text). A missing
-// file gives the values of this release; a key that is missing or a date that
-// does not parse keeps its default. Returns false (and fills `problem`) when
-// the file exists but holds a line that cannot be read.
-bool ReadReleaseInfo(const std::filesystem::path& file, ReleaseInfo& out, std::string* problem = nullptr);
+// The release file's name inside a release folder.
+inline constexpr std::string_view kReleaseFileName = "qrat-release.txt";
 
+// Reads a release file: "key=value" lines (name, description,
+// verified_through, verified_through_text, estimated_through,
+// estimated_through_text, and one "ftf_minimum=YEAR,AMOUNT,SOURCE" line per
+// row, oldest first); '#' lines are comments. Every key must be given, the
+// dates must be mm/dd/yyyy with estimated_through not before
+// verified_through, and the minimum rows must begin in increasing years with
+// positive amounts and a source. On any problem `out` is left empty, the
+// function returns false and `problem` says what is wrong, naming the file
+// and the line.
+bool ReadReleaseInfo(const std::filesystem::path& file, ReleaseInfo& out, std::string* problem = nullptr);
+bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out, std::string* problem);
+
+// The release file's text for info (the form ReadReleaseInfo reads back).
 std::string FormatReleaseInfo(const ReleaseInfo& info);
+
+// Checks a release folder: its release file reads, every authority's table is
+// there and reads, and the federal table reaches the estimated-through date.
+// Empty when the folder can be used (info filled); otherwise the problem,
+// naming the file.
+std::string CheckReleaseFolder(const std::filesystem::path& folder, ReleaseInfo& info);
+
+// Which release the program uses.
+struct ReleaseInUse {
+    ReleaseInfo info;                // empty when no usable release was found
+    std::filesystem::path folder;    // where its tables are
+    bool fromUserFolder = false;
+    // Said to the user once: a release in the user's folder that was refused,
+    // or an installed release that cannot be read.
+    std::vector<std::string> warnings;
+    // Not said, but shown by "release show": a user release that is not later
+    // than the installed one.
+    std::vector<std::string> notes;
+};
+
+// The installed release, or the user's when it is usable and verified
+// through a later date.
+ReleaseInUse ChooseRelease(const Paths& paths);
+
+// The title of the message that carries ReleaseInUse::warnings.
+inline constexpr std::string_view kReleaseWarningTitle = "Interest Rate Release";
 
 }  // namespace rw

@@ -22,6 +22,8 @@ const Command kCommands[] = {
     {"arrange", CmdArrange, "arrange CASE.INT -o OUT.INT       reorder payments for the lowest payroll penalty"},
     {"report", CmdReport, "report --reports LIST CASE        print the display texts of reports"},
     {"print", CmdPrint, "print --reports LIST (--pdf OUT.pdf | --text) CASE   print reports"},
+    {"release", CmdRelease, "release show                      the release of the rates in use, its dates and tables"},
+    {"release", CmdRelease, "release build SOURCES_DIR -o DIR  build a release of the rates from their sources"},
 };
 
 void usage(std::ostream& os)
@@ -70,14 +72,26 @@ int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)
     }
     const std::string name = args[0];
     args.erase(args.begin());
-    CliEnv env{args, out, err, Paths::FromEnvironment()};
+    CliEnv env{args, out, err, Paths::FromEnvironment(), {}};
     bool missing = false;
-    if (auto dir = TakeOption(env.args, "--tables", "", &missing))
-        env.paths.installDir = *dir;
+    const std::optional<std::string> tables = TakeOption(env.args, "--tables", "", &missing);
     if (missing) {
         err << "qratcalc-cli: --tables needs a folder\n";
         return kExitBadInput;
     }
+    env.release = ChooseRelease(env.paths);
+    env.paths.ratesDir = env.release.folder;
+    if (tables) {
+        env.paths.ratesDir = *tables;
+        env.release.folder = *tables;
+        env.release.fromUserFolder = false;
+        ReleaseInfo own;
+        if (ReadReleaseInfo(env.paths.releaseFile(), own))
+            env.release.info = std::move(own);
+    }
+    else
+        for (const std::string& warning : env.release.warnings)
+            err << "qratcalc-cli: " << warning << "\n";
     for (const Command& c : kCommands)
         if (name == c.name)
             return c.run(env);

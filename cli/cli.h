@@ -3,6 +3,7 @@
 // and batch-processed. Each command lives in its own file.
 
 #include "casedata/paths.h"
+#include "casedata/release.h"
 
 #include <iosfwd>
 #include <optional>
@@ -12,12 +13,16 @@
 namespace rw::cli {
 
 // What a command gets: its own arguments (after the command name), the
-// streams, and the folders (--tables DIR overrides the rate table folder).
+// streams, the folders, and the release of the rates in use: the installed
+// one or a later one in the user's data folder, as the program chooses;
+// "--tables DIR" takes the tables from DIR instead, with DIR's release file
+// when it has one.
 struct CliEnv {
     std::vector<std::string> args;
     std::ostream& out;
     std::ostream& err;
     Paths paths;
+    ReleaseInUse release;
 };
 
 // Exit statuses: 0 done, 1 the command ran but found a problem, 2 bad input
@@ -44,5 +49,6 @@ int CmdCompute(CliEnv& env);
 int CmdArrange(CliEnv& env);
 int CmdReport(CliEnv& env);
 int CmdPrint(CliEnv& env);
+int CmdRelease(CliEnv& env);
 
 }  // namespace rw::cli

@@ -166,11 +166,6 @@ int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& p
     return kExitBadInput;
 }
 
-CaseComputation ComputeForCli(const Case& c, const RateTable& rates)
-{
-    return ComputeCase(c, rates);
-}
-
 nlohmann::ordered_json ComputationJson(const CaseComputation& k)
 {
     Json j = Json::object();
@@ -192,7 +187,7 @@ int CmdCompute(CliEnv& env)
     if (int status = LoadCaseAndTable(env, "compute", env.args[0], c, rates); status != kExitOk)
         return status;
     try {
-        env.out << ComputationJson(ComputeForCli(c, rates)).dump(2) << "\n";
+        env.out << ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums)).dump(2) << "\n";
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

@@ -19,10 +19,6 @@ namespace rw::cli {
 // "qratcalc-cli <command>: "; returns kExitOk or kExitBadInput.
 int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates);
 
-// The computation the commands print: the case with every penalty it asks
-// for. Faults propagate as rw::Fault.
-CaseComputation ComputeForCli(const Case& c, const RateTable& rates);
-
 // The computation as one JSON object: "interest" (the total), "summary"
 // (the summary lines shown, {"label", "amount"}, the last one "Total"),
 // "rows" (the result rows), "timeline" (the sorted points), "ftoRows" (the

@@ -22,7 +22,7 @@ int CmdDetail(CliEnv& env)
         return status;
     DetailAnalysis a;
     try {
-        a = MakeDetailAnalysis(ComputeForCli(c, rates).rows);
+        a = MakeDetailAnalysis(ComputeCase(c, rates, env.release.info.ftfMinimums).rows);
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

@@ -113,7 +113,7 @@ int CmdPrint(CliEnv& env)
     PrintState state;
     PrintJob job{*printer, state, msgs, [&](std::string_view s) { env.err << s << "\n"; }, {}};
     try {
-        PrintReports(*choice, static_cast<std::int16_t>(copies), c, job, StandardReportSources(rates));
+        PrintReports(*choice, static_cast<std::int16_t>(copies), c, job, StandardReportSources(rates, env.release.info.ftfMinimums));
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

@@ -119,7 +119,7 @@ int CmdReport(CliEnv& env)
         return status;
     std::vector<ReportWindow> windows;
     try {
-        windows = ReportWindows(*choice, c, StandardReportSources(rates));
+        windows = ReportWindows(*choice, c, StandardReportSources(rates, env.release.info.ftfMinimums));
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

@@ -30,7 +30,7 @@ std::string rateText(float f)
 // The table sources are delivered beside the tables, in rates-src/.
 std::filesystem::path sourcePath(const Paths& paths, const Authority& a)
 {
-    return paths.installDir / "rates-src" / ratesrc::SourceFileName(a.file);
+    return paths.tableSources() / ratesrc::SourceFileName(a.file);
 }
 
 std::string readProblem(const RateTableReadResult& r)

@@ -21,8 +21,9 @@ constexpr const char* kSupportRequest = "  Please call Ratewright technical supp
 
 // ---- Payment Information ------------------------------------------------------
 
-PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates, Messages& msgs)
-    : case_(c), rates_(rates), msgs_(msgs)
+PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+                             Messages& msgs)
+    : case_(c), rates_(rates), ftfMinimums_(ftfMinimums), msgs_(msgs)
 {
 }
 
@@ -35,7 +36,7 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
         return {};
     if (owedOnLast_ && owedOnLast_->first == dateText)
         return owedOnLast_->second;
-    USPenalties penalties;
+    USPenalties penalties(ftfMinimums_);
     TLPoint totals;
     const Money interest = IntToDate(dateText, case_, rates_, &penalties, totals, msgs_);
     const OwedOnDate owed{totals.cTax, totals.cPen, interest};
@@ -116,13 +117,13 @@ bool PaymentDialog::okAllowed(const PaymentForm& form) const
 
 // ---- Payments -------------------------------------------------------------------
 
-PaymentsDialog::PaymentsDialog(Case& c, const RateTable& rates, Messages& msgs, ShowPaymentDialog showPayment,
-                               std::function<void()> openManual)
+PaymentsDialog::PaymentsDialog(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs,
+                               ShowPaymentDialog showPayment, std::function<void()> openManual)
     : case_(c),
       msgs_(msgs),
       showPayment_(std::move(showPayment)),
       openManual_(std::move(openManual)),
-      payment_(c, rates, msgs)
+      payment_(c, rates, ftfMinimums, msgs)
 {
 }
 

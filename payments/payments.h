@@ -5,6 +5,7 @@
 #include "casedata/caserecord.h"
 #include "casedata/messages.h"
 #include "casedata/ratetable.h"
+#include "casedata/release.h"
 #include "payments/allocation.h"
 #include "penalties/arrange.h"
 #include "penalties/formfields.h"
@@ -41,7 +42,7 @@ enum class PmtAllocMode {
 // the case's penalties computed on the way.
 class PaymentDialog {
 public:
-    PaymentDialog(const Case& c, const RateTable& rates, Messages& msgs);
+    PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs);
 
     // Tax, penalties and interest owed on the date (all 0 for a text that is
     // not a date). What is owed depends on the date alone while the dialog is
@@ -79,6 +80,7 @@ private:
 
     const Case& case_;
     const RateTable& rates_;
+    const FtfMinimumSchedule& ftfMinimums_;
     Messages& msgs_;
     mutable std::optional<std::pair<std::string, OwedOnDate>> owedOnLast_;
 };
@@ -100,7 +102,8 @@ public:
     // Cancel).
     using ShowPaymentDialog = std::function<bool(PaymentForm&)>;
 
-    PaymentsDialog(Case& c, const RateTable& rates, Messages& msgs, ShowPaymentDialog showPayment,
+    PaymentsDialog(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs,
+                   ShowPaymentDialog showPayment,
                    std::function<void()> openManual = {});
 
     // InitPmtIP.

@@ -17,17 +17,17 @@ void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& nex
         if (in.nDeposits >= 1)
             AddUSPRPts(c, tl, next, prTable);
         if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
-            CalcUSFtoFilePay(c, tl, next, ftoRows);
+            CalcUSFtoFilePay(c, tl, next, ftoRows, ftfMinimums_);
         if (IsYes(in.bAccRel))
             CalcAccRelPen(c, tl, next);
     });
 }
 
-CaseComputation ComputeCase(const Case& c, const RateTable& rates)
+CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums)
 {
     CaseComputation out;
     out.kase = c;
-    USPenalties penalties;
+    USPenalties penalties(ftfMinimums);
     out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;
     // The payroll analysis lists the table of every case with deposits, also

@@ -2,6 +2,7 @@
 // A whole computation of a case with every penalty the case asks for: what the
 // report and print commands, the summary and the command-line tool work from.
 
+#include "casedata/release.h"
 #include "engine/intcalc.h"
 #include "penalties/penaltytypes.h"
 
@@ -14,10 +15,17 @@ namespace rw {
 // that order. Keeps the month rows and the payroll table of the last run.
 class USPenalties : public PenaltyCalculators {
 public:
+    // The failure-to-file minimums of the release of the rates; kept by
+    // reference, so the schedule must outlive the calculators.
+    explicit USPenalties(const FtfMinimumSchedule& ftfMinimums) : ftfMinimums_(ftfMinimums) {}
+
     void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next) override;
 
     std::vector<FtoRow> ftoRows;            // rows with a positive net failure to file or failure to pay
     std::vector<PRPenTblElement> prTable;   // payroll penalty table for the payments in list order
+
+private:
+    const FtfMinimumSchedule& ftfMinimums_;
 };
 
 struct CaseComputation {
@@ -29,7 +37,8 @@ struct CaseComputation {
     std::vector<PRPenTblElement> prTable;
 };
 
-// Copies the case and computes it (faults propagate as rw::Fault).
-CaseComputation ComputeCase(const Case& c, const RateTable& rates);
+// Copies the case and computes it with the rates and failure-to-file minimums
+// of one release (faults propagate as rw::Fault).
+CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
 
 }  // namespace rw

@@ -26,13 +26,13 @@ constexpr double kFtfMonthlyRate = 0.05;
 
 }  // namespace
 
-Money FailToFileMinimum(int dueYear)
+Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear)
 {
-    if (dueYear <= 2008)
-        return Money::fromCents(100'00);
-    if (dueYear <= 2015)
-        return Money::fromCents(135'00);
-    return Money::fromCents(205'00);
+    const std::optional<Money> amount = minimums.forDueYear(dueYear);
+    if (!amount)
+        ThrowFault(kErrInvalidCall, "FailToFileMinimum",
+                   "the rate release gives no failure-to-file minimum for a return due in " + std::to_string(dueYear));
+    return *amount;
 }
 
 float FailToPayRate(const Case& c, const FtoTable& table, Date date, int i)
@@ -118,7 +118,8 @@ void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::
     });
 }
 
-void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows)
+void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
+                    const FtfMinimumSchedule& minimums)
 {
     WithFaultName("FtoFtoTimeLine", [&] {
         const InitInputs& in = c.init;
@@ -130,9 +131,10 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
         // The minimum for a return filed more than 60 days late: the minimum
         // amount of the due date's year, or the whole base when that is less.
         // A payroll return has none; nor has a run that left no month rows.
-        const Money minimum = FailToFileMinimum(in.dtDue.year());
-        if (!ftoRows.empty() && in.dtFiled - in.dtExtended > 60.0 && point.cPen < minimum
-            && !IsYes(in.bPayroll)) {
+        // The amounts come with the release of the rates.
+        const bool minimumMayApply = !ftoRows.empty() && in.dtFiled - in.dtExtended > 60.0 && !IsYes(in.bPayroll);
+        const Money minimum = minimumMayApply ? FailToFileMinimum(minimums, in.dtDue.year()) : Money();
+        if (minimumMayApply && point.cPen < minimum) {
             const Money base = GetFtoFBase(c, tl);
             point.cPen = base < minimum ? base : minimum;
             // The rows keep adding up to the point: the first charged month
@@ -150,7 +152,8 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
     });
 }
 
-void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows)
+void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
+                      const FtfMinimumSchedule& minimums)
 {
     WithFaultName("CalcUSFtoFilePay", [&] {
         const InitInputs& in = c.init;
@@ -199,7 +202,7 @@ void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vect
         if (IsYes(in.bFtoPay))
             FtoPtoTimeLine(c, tl, next, ftoRows);
         if (IsYes(in.bFtoFile))
-            FtoFtoTimeLine(c, tl, next, ftoRows);
+            FtoFtoTimeLine(c, tl, next, ftoRows, minimums);
     });
 }
 

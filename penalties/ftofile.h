@@ -10,6 +10,7 @@
 // more than 60 days late owes at least the minimum amount of its year (or the
 // tax, when that is less).
 
+#include "casedata/release.h"
 #include "engine/timeline.h"
 #include "penalties/penaltytypes.h"
 
@@ -34,8 +35,9 @@ struct FtoTable {
 // The whole calculation: month rows, failure to file when it is on, the rows
 // carrying an amount copied into ftoRows (replacing what it held), then the
 // "FPP " points when failure to pay is on and the "FFP " point when failure
-// to file is on.
-void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows);
+// to file is on. The minimum amounts are those of the release of the rates.
+void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
+                      const FtfMinimumSchedule& minimums);
 
 // One month's failure to pay: cNetTax, fFtpRate and cFtp of row i.
 void GetFtoPayTaxBal(const Case& c, const TimeLine& tl, FtoTable& table, int i);
@@ -54,14 +56,16 @@ Money GetFtoFBase(const Case& c, const TimeLine& tl);
 // not later than 7/19/1984.
 Date GetFailToFileIntStart(const Case& c, Date assessDate);
 
-// The minimum failure-to-file amount for a return due in the given year.
-Money FailToFileMinimum(int dueYear);
+// The minimum failure-to-file amount for a return due in the given year; a
+// year the release gives no amount for is a fault.
+Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear);
 
 // Appends the "FPP " points: the months up to the assessment date in one point
 // on that date (also when 0), every later month on its own first day.
 void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::vector<FtoRow>& ftoRows);
 
 // Applies the minimum amount to ftoRows and appends the "FFP " point.
-void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows);
+void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
+                    const FtfMinimumSchedule& minimums);
 
 }  // namespace rw

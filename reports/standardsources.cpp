@@ -2,10 +2,10 @@
 
 namespace rw {
 
-ReportSources StandardReportSources(const RateTable& rates)
+ReportSources StandardReportSources(const RateTable& rates, const FtfMinimumSchedule& ftfMinimums)
 {
     ReportSources s;
-    s.compute = [rates](const Case& c) { return ComputeCase(c, rates); };
+    s.compute = [rates, ftfMinimums](const Case& c) { return ComputeCase(c, rates, ftfMinimums); };
     return s;
 }
 

@@ -3,11 +3,13 @@
 // the authority's rate table (its payroll penalty table included).
 
 #include "casedata/ratetable.h"
+#include "casedata/release.h"
 #include "reports/printmaster.h"
 
 namespace rw {
 
-// The rate table is copied; the sources stay valid on their own.
-ReportSources StandardReportSources(const RateTable& rates);
+// The rate table and the failure-to-file minimums are copied; the sources
+// stay valid on their own.
+ReportSources StandardReportSources(const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
 
 }  // namespace rw

@@ -6,7 +6,19 @@ RateAlert CheckRateCurrency(std::string_view text, const ReleaseInfo& release)
 {
     RateAlert alert;
     const std::optional<Date> stop = ParseUserDate(text);
-    if (!stop || stop->isNoDate() || *stop <= release.verifiedThrough)
+    if (!stop || stop->isNoDate())
+        return alert;
+    if (!release.loaded()) {
+        // Without a readable release nothing says how far the rates reach.
+        alert.kind = RateAlertKind::End;
+        alert.exitCaption = "End Program";
+        alert.updatePage = std::string(kUpdatePage);
+        alert.message = "The interest rates installed with this program can not be read, so the program can not "
+                        "continue.  Please install Ratewright again, from www.brindlecote.example/ratewright "
+                        "(click \"Check For More Current Version\").";
+        return alert;
+    }
+    if (*stop <= release.verifiedThrough)
         return alert;
     const std::string head = "This program has verified interest rates through " + release.verifiedThroughText
         + ".  The program has estimated interest rates through " + release.estimatedThroughText

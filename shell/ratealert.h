@@ -29,7 +29,8 @@ inline constexpr std::string_view kUpdatePage = "www.brindlecote.example/ratewri
 
 // The alert for the End Calculation field's text, exactly as typed. Nothing
 // for an empty text, a text that is not a date, the no-date value, or a date
-// on or before the verified date.
+// on or before the verified date. Without a release (its file could not be
+// read) every date ends the program.
 RateAlert CheckRateCurrency(std::string_view endCalculationText, const ReleaseInfo& release);
 
 // The window that shows the alert modally (the window layer implements it).

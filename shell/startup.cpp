@@ -59,6 +59,15 @@ void CopySampleCases(const Paths& paths, const fs::path& folder)
     }
 }
 
+void UseRelease(Session& s, Messages& msgs)
+{
+    const ReleaseInUse use = ChooseRelease(s.paths);
+    for (const std::string& warning : use.warnings)
+        msgs.show(kReleaseWarningTitle, warning, MsgIcon::Exclamation);
+    s.release = use.info;
+    s.paths.ratesDir = use.folder;
+}
+
 void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view platformVersion)
 {
     s.gbSaved = kYes;
@@ -70,10 +79,10 @@ void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view pl
         CopySampleCases(paths, defaultFolder);
     s.gsDataPath = settings.read("Data Files", "Data File Path", defaultFolder.string());
 
-    ReadReleaseInfo(paths.releaseFile(), s.release);
+    UseRelease(s, msgs);
 
     // A missing federal table is told and start-up goes on with no rates.
-    OpenRates("US  ", paths, msgs, s.gRates);
+    OpenRates("US  ", s.paths, msgs, s.gRates);
 
     s.gsFileName.clear();
     RefreshTitle(s);  // names the empty file "Untitled.INT"

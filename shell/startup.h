@@ -45,9 +45,14 @@ inline constexpr std::string_view kSampleCases[] = {"DEMO_INC.INT", "DEMO941.INT
 // skipped; a copy that fails is a fault (75, "Main").
 void CopySampleCases(const Paths& paths, const std::filesystem::path& folder);
 
+// The release of the rates: the installed one, or a later one the user put
+// into the data folder; a release that cannot be used is told once. Sets the
+// session's release and the folder its tables are read from.
+void UseRelease(Session& s, Messages& msgs);
+
 // The start-up steps in order: saved state, settings file, default data
 // folder (and the samples, for the per-user folder), "Data File Path" from
-// the settings, the release file, the federal table, the title, an empty
+// the settings, the release of the rates (UseRelease), the federal table, the title, an empty
 // case named "UNTITLED.INT", and the main window's first menu state (Save,
 // Print and Reports off, their buttons hidden).
 void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view platformVersion = WindowsVersion());

@@ -3,6 +3,7 @@
 #include "enginetest.h"
 
 #include "cli/cmd_compute.h"
+#include "support/releases.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,7 @@ TEST(ComputeJson, ValuesReadBackExactly)
     rw::Case c = Federal(D(2017, 1, 1), D(2017, 3, 1), "10000");
     AddPayment(c, D(1700, 1, 1), "1.5", "0", "0", nullptr);  // long before the start; keeps its NUL text
     const rw::RateTable t = {Row(D(2015, 1, 1), D(2018, 12, 31), 0.0725f)};
-    const rw::CaseComputation k = rw::cli::ComputeForCli(c, t);
+    const rw::CaseComputation k = rw::ComputeCase(c, t, rwtest::Minimums2018());
     const nlohmann::json j = nlohmann::json::parse(rw::cli::ComputationJson(k).dump());
 
     EXPECT_EQ(j["interest"], rw::ExactMoney(k.interest));

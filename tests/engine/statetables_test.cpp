@@ -6,6 +6,8 @@
 
 #include "support/recordingmessages.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -47,7 +49,7 @@ TEST(StateTables, PennsylvaniaTwoThousandTenToFifteenRunsOnThePennsylvaniaRates)
     ASSERT_TRUE(c.init.sTaxAuth.is("PA  "));
     EXPECT_TRUE(msgs.shown.empty()) << msgs.shown.at(0).text;
 
-    const rw::CaseComputation k = rw::ComputeCase(c, rates);
+    const rw::CaseComputation k = rw::ComputeCase(c, rates, rwtest::Minimums2018());
     // Pennsylvania charges simple interest at an annual rate: 4 % for 2010,
     // 3 % for 2011 through 2016 (one period of the table). Interest runs from
     // 1/2/2010: 364 days of 2010, then 1/1/2011 - 12/31/2015, 1,826 days.
@@ -88,7 +90,7 @@ TEST(StateTables, AStopDateBeyondAStateTableIsAnsweredByTheRangeMessageNotACrash
     // Going on regardless, the computation refuses the period beyond the table
     // with a fault that names the lookup and the dates.
     try {
-        (void)rw::ComputeCase(c, rates);
+        (void)rw::ComputeCase(c, rates, rwtest::Minimums2018());
         FAIL() << "computed beyond the table";
     } catch (const rw::Fault& f) {
         EXPECT_EQ(f.number(), rw::kErrSubscript);

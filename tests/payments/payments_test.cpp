@@ -6,6 +6,8 @@
 #include "../penalties/pentest.h"
 #include "support/recordingmessages.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -84,7 +86,7 @@ protected:
     rw::Case kase = caseWithPenalty();
     rw::RateTable rates = SimpleTable(0.05f);
     rwtest::RecordingMessages msgs;
-    rw::PaymentsDialog dlg{kase, rates, msgs, [this](PaymentForm& f) {
+    rw::PaymentsDialog dlg{kase, rates, rwtest::Minimums2018(), msgs, [this](PaymentForm& f) {
                                seen.push_back(f);
                                if (steps.empty())
                                    return false;
@@ -446,7 +448,7 @@ TEST_F(Payments, ClosingWithAutoArrangeReordersAndClearsTheFlag)
 TEST_F(Payments, PayrollHintPointsToTheManual)
 {
     int manual = 0;
-    rw::PaymentsDialog withManual(kase, rates, msgs, {}, [&] { ++manual; });
+    rw::PaymentsDialog withManual(kase, rates, rwtest::Minimums2018(), msgs, {}, [&] { ++manual; });
     withManual.payrollHint();
     EXPECT_EQ(msgs.texts(), (std::vector<std::string>{"When the help file comes up, search for MATCH PAYROLL."}));
     EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Information);

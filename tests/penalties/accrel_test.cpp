@@ -5,6 +5,8 @@
 
 #include "pentest.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -47,7 +49,7 @@ TEST(AccuracyRelatedPoint, DatedOnTheExtendedDueDate)
     c.init.bAnyPenalties = c.init.bAccRel = rw::kYes;
     c.init.cAccRelAmt = M("10,000.00");
     c.init.fAccRelRate = 0.4f;
-    rw::USPenalties pen;
+    rw::USPenalties pen(rwtest::Minimums2018());
     rw::TimeLine tl;
     rw::BuildTimeLine(c, SimpleTable(0.05f), tl, &pen);
     const auto par = PointsWithCode(tl, "PAR ");

@@ -4,6 +4,8 @@
 
 #include "pentest.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -16,7 +18,7 @@ TEST(ComputeJson, MonthRowsOfFailureToFileAndPay)
     c.init.bAnyPenalties = c.init.bFtoFile = c.init.bFtoPay = rw::kYes;
     c.init.dtFiled = D(9, 20, 2016);
     c.init.dtFtoPayAssess = D(10, 31, 2016);
-    const auto j = rw::cli::ComputationJson(rw::ComputeCase(c, SimpleTable(0.05f)));
+    const auto j = rw::cli::ComputationJson(rw::ComputeCase(c, SimpleTable(0.05f), rwtest::Minimums2018()));
     const auto& rows = j["ftoRows"];
     ASSERT_EQ(rows.size(), 9u);
     // Rates are the singles written with nine significant digits (0.005f, 0.15f).
@@ -33,7 +35,7 @@ TEST(ComputeJson, PayrollTable)
     c.init.bPayroll = c.init.bAnyPenalties = rw::kYes;
     AddDeposit(c, D(4, 15, 2016), "1,000.00", D(8, 1, 2016), true);
     AddPayment(c, D(4, 20, 2016), "400.00");
-    const auto j = rw::cli::ComputationJson(rw::ComputeCase(c, SimpleTable(0.05f)));
+    const auto j = rw::cli::ComputationJson(rw::ComputeCase(c, SimpleTable(0.05f), rwtest::Minimums2018()));
     const auto& t = j["payrollTable"];
     ASSERT_EQ(t.size(), 2u);
     // 400.00 paid 5 days late and 600.00 unpaid at 12/31/2016, both at the severe 15 %.

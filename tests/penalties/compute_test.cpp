@@ -5,6 +5,8 @@
 
 #include "pentest.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -26,7 +28,7 @@ TEST(ComputeCase, InterestRunsOnTheAccuracyRelatedPenaltyFromTheExtendedDueDate)
     c.init.bAccRel = rw::kYes;
     c.init.cAccRelAmt = M("10,000.00");
     c.init.fAccRelRate = 0.2f;
-    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f));
+    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f), rwtest::Minimums2018());
     // Penalty 2,000.00 from 4/15; 4/16 to 6/27 is 73 days:
     // 2,000.00 x 5 % x 73 / 365 = 20.00.
     EXPECT_EQ(comp.interest, M("20.00"));
@@ -41,7 +43,7 @@ TEST(ComputeCase, FailureToPayPointsCarryInterestFromTheirDates)
     rw::Case c = shortCase("10,000.00");
     c.init.bFtoPay = rw::kYes;
     c.init.dtFtoPayAssess = D(5, 20, 2016);
-    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f));
+    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f), rwtest::Minimums2018());
     // Months 4/16, 5/16, 6/16 at 50.00: 100.00 assessed 5/20, 50.00 on 6/16.
     ASSERT_EQ(comp.ftoRows.size(), 3u);
     // 4/16 - 5/20, 35 days on 10,000.00: 47.945205... -> 47.9452 -> 47.95
@@ -58,7 +60,7 @@ TEST(ComputeCase, PayrollTableIsKeptForTheAnalysis)
     c.init.bAnyPenalties = rw::kYes;
     AddDeposit(c, D(4, 15, 2016), "1,000.00", D(8, 1, 2016));
     AddPayment(c, D(4, 20, 2016), "1,000.00");
-    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f));
+    const rw::CaseComputation comp = rw::ComputeCase(c, SimpleTable(0.05f), rwtest::Minimums2018());
     ASSERT_EQ(comp.prTable.size(), 1u);
     EXPECT_EQ(comp.prTable[0].cPenalty, M("20.00"));  // 5 days late, 2 %
 }

@@ -6,6 +6,8 @@
 
 #include "pentest.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -20,9 +22,9 @@ struct FtoRun {
 };
 
 // Builds the time line with the penalty calculators, as every computation does.
-FtoRun compute(const rw::Case& c)
+FtoRun compute(const rw::Case& c, const rw::FtfMinimumSchedule& minimums = rwtest::Minimums2018())
 {
-    rw::USPenalties pen;
+    rw::USPenalties pen(minimums);
     FtoRun r;
     rw::BuildTimeLine(c, SimpleTable(0.05f), r.tl, &pen);
     r.rows = pen.ftoRows;
@@ -133,12 +135,57 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(FailureToFileAndPay, MinimumAmountByYearOfTheDueDate)
 {
-    EXPECT_EQ(rw::FailToFileMinimum(1990), M("100.00"));
-    EXPECT_EQ(rw::FailToFileMinimum(2008), M("100.00"));
-    EXPECT_EQ(rw::FailToFileMinimum(2009), M("135.00"));
-    EXPECT_EQ(rw::FailToFileMinimum(2015), M("135.00"));
-    EXPECT_EQ(rw::FailToFileMinimum(2016), M("205.00"));
-    EXPECT_EQ(rw::FailToFileMinimum(2025), M("205.00"));
+    const rw::FtfMinimumSchedule& early2018 = rwtest::Minimums2018();
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 1990), M("100.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 2008), M("100.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 2009), M("135.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 2015), M("135.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 2016), M("205.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(early2018, 2025), M("205.00"));
+
+    // The shipped release follows the later statutes and inflation
+    // adjustments (ftf_minimum.csv).
+    const rw::FtfMinimumSchedule& shipped = rwtest::ShippedRelease().ftfMinimums;
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2008), M("100.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2017), M("205.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2019), M("210.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2022), M("435.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2024), M("485.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2026), M("525.00"));
+    EXPECT_EQ(rw::FailToFileMinimum(shipped, 2040), M("535.00"));
+
+    // A schedule that does not reach back to the year cannot give a minimum.
+    const rw::FtfMinimumSchedule from2020{{{2020, M("435.00"), "test"}}};
+    EXPECT_THROW(rw::FailToFileMinimum(from2020, 2019), rw::Fault);
+    EXPECT_THROW(rw::FailToFileMinimum(rw::FtfMinimumSchedule{}, 2019), rw::Fault);
+}
+
+// Due 4/15/2024, tax 1,000.00, no payments, filed 90 days late (7/14/2024).
+// The months charged begin 4/16, 5/16 and 6/16 (7/16 is after the filing):
+// 3 x 5 % x 1,000.00 = 150.00, under either minimum, and the tax is above
+// both, so the point is the minimum of the release: 485.00 for a return due
+// in 2024 by the shipped release, 205.00 (the 2016 amount) by the 2018 one.
+TEST(FailureToFileAndPay, MinimumComesWithTheReleaseOfTheRates)
+{
+    rw::Case c = Federal(D(4, 15, 2024), D(4, 15, 2024), D(12, 31, 2024), "1,000.00");
+    c.init.bAnyPenalties = c.init.bFtoFile = rw::kYes;
+    c.init.dtFiled = D(4, 15, 2024) + 90;
+    ASSERT_EQ(c.init.dtFiled, D(7, 14, 2024));
+    c.init.dtFtoFileAssess = D(9, 1, 2024);
+
+    for (const auto& [release, expected] :
+         {std::pair{&rwtest::ShippedRelease(), "485.00"}, std::pair{&rwtest::Release2018(), "205.00"}}) {
+        SCOPED_TRACE(release->name);
+        const FtoRun r = compute(c, release->ftfMinimums);
+        const auto ffp = PointsWithCode(r.tl, "FFP ");
+        ASSERT_EQ(ffp.size(), 1u);
+        EXPECT_EQ(ffp[0].cPen, M(expected));
+        int charged = 0;
+        for (const FtoRow& row : r.rows)
+            charged += row.cGrossFtf == M("50.00") ? 1 : 0;
+        EXPECT_EQ(charged, 3);
+        EXPECT_EQ(r.rows[0].cNetFtf, M(expected));
+    }
 }
 
 TEST(FailureToFileAndPay, FiledOneDayLateIsOneMonth)

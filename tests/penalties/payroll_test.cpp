@@ -8,6 +8,8 @@
 
 #include "pentest.h"
 
+#include "support/releases.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -167,7 +169,7 @@ TEST(PayrollPoints, LiabilitiesAndPenaltiesOnTheTimeLine)
     AddDeposit(c, D(4, 15, 2016), "500.00", D(10, 1, 2016));
     AddDeposit(c, D(5, 16, 2016), "200.00", D(10, 1, 2016));
     AddPayment(c, D(4, 25, 2016), "1,200.00");
-    rw::USPenalties pen;
+    rw::USPenalties pen(rwtest::Minimums2018());
     rw::TimeLine tl;
     rw::BuildTimeLine(c, SimpleTable(0.05f), tl, &pen);
 

@@ -1,6 +1,7 @@
 #include "shell/ratealert.h"
 
 #include "shellfixture.h"
+#include "support/releases.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,7 @@ struct AlertRow {
     RateAlertKind kind;
 };
 
+// The release of early 2018, whose alert texts are given word for word.
 class RateAlerts : public testing::TestWithParam<AlertRow> {};
 
 const std::string kVerified = "This program has verified interest rates through March 31, 2018.  The program has "
@@ -21,7 +23,7 @@ const std::string kVerified = "This program has verified interest rates through 
 TEST_P(RateAlerts, FollowTheReleaseDates)
 {
     const AlertRow& row = GetParam();
-    const rw::RateAlert a = rw::CheckRateCurrency(row.typed, rw::ReleaseInfo{});
+    const rw::RateAlert a = rw::CheckRateCurrency(row.typed, rwtest::Release2018());
     EXPECT_EQ(a.kind, row.kind);
     switch (row.kind) {
     case RateAlertKind::None:
@@ -65,9 +67,43 @@ INSTANTIATE_TEST_SUITE_P(RateAlert, RateAlerts,
                                          AlertRow{"07/01/18", RateAlertKind::End},
                                          AlertRow{" 5/5/2018 ", RateAlertKind::Estimate}));
 
+// The shipped release: verified through the last federal row not marked as an
+// estimate (6/30/2026), estimated through the table's end (12/31/2026).
+TEST(RateAlert, ShippedReleaseEstimatesThroughTheEndOf2026)
+{
+    const rw::ReleaseInfo& shipped = rwtest::ShippedRelease();
+    EXPECT_EQ(rw::CheckRateCurrency("6/30/2026", shipped).kind, RateAlertKind::None);
+    const rw::RateAlert estimate = rw::CheckRateCurrency("11/23/2026", shipped);
+    EXPECT_EQ(estimate.kind, RateAlertKind::Estimate);
+    EXPECT_EQ(estimate.message.rfind("This program has verified interest rates through June 30, 2026.  The program "
+                                     "has estimated interest rates through December 31, 2026.  Since your stop "
+                                     "date of 11/23/2026 is past June 30, 2026, but not past December 31, 2026, "
+                                     "this calculation should be considered an ESTIMATE.  \n\n",
+                                     0),
+              0u);
+    EXPECT_EQ(rw::CheckRateCurrency("12/31/2026", shipped).kind, RateAlertKind::Estimate);
+    const rw::RateAlert end = rw::CheckRateCurrency("1/1/2027", shipped);
+    EXPECT_EQ(end.kind, RateAlertKind::End);
+    EXPECT_EQ(end.message.rfind("This program has verified interest rates through June 30, 2026.  The program has "
+                                "estimated interest rates through December 31, 2026.  Since your stop date of "
+                                "1/1/2027 is past December 31, 2026, the program can not continue.  ",
+                                0),
+              0u);
+    EXPECT_EQ(end.exitCaption, "End Program");
+}
+
+TEST(RateAlert, WithoutAReleaseEveryStopDateEndsTheProgram)
+{
+    const rw::ReleaseInfo none;
+    ASSERT_FALSE(none.loaded());
+    EXPECT_EQ(rw::CheckRateCurrency("1/1/2000", none).kind, RateAlertKind::End);
+    EXPECT_EQ(rw::CheckRateCurrency("", none).kind, RateAlertKind::None);
+    EXPECT_EQ(rw::CheckRateCurrency("soon", none).kind, RateAlertKind::None);
+}
+
 TEST(RateAlert, TheDatesComeFromTheRelease)
 {
-    rw::ReleaseInfo next;
+    rw::ReleaseInfo next = rwtest::Release2018();
     next.verifiedThrough = rw::Date::fromCivil(2018, 6, 30);
     next.verifiedThroughText = "June 30, 2018";
     next.estimatedThrough = rw::Date::fromCivil(2018, 9, 30);
@@ -92,7 +128,7 @@ TEST(RateAlert, OnlyTheEndAlertEndsTheProgram)
 {
     RecordingAlertWindow window;
     rwtest::RecordingProgram program;
-    const rw::ReleaseInfo release;
+    const rw::ReleaseInfo& release = rwtest::Release2018();
     EXPECT_TRUE(rw::RunRateCurrencyCheck("3/31/2018", release, window, program));
     EXPECT_TRUE(rw::RunRateCurrencyCheck("4/1/2018", release, window, program));
     EXPECT_EQ(program.ends, 0);

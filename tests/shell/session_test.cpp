@@ -19,6 +19,7 @@ class Titles : public testing::TestWithParam<TitleRow> {};
 TEST_P(Titles, MarkUnsavedChanges)
 {
     rw::Session s;
+    s.release = rwtest::Release2018();
     s.gsFileName = GetParam().name;
     s.gbSaved = GetParam().saved;
     EXPECT_EQ(rw::RefreshTitle(s), GetParam().title);

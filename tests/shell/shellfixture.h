@@ -7,7 +7,9 @@
 #include "shell/session.h"
 
 #include "../casedata/handcase.h"
+#include "casedata/ratetable.h"
 #include "support/recordingmessages.h"
+#include "support/releases.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
@@ -95,13 +97,27 @@ inline std::vector<char> OneRowTable(float rate)
     return b.bytes;
 }
 
+// A complete release in folder: every authority's table (one row from 1/1/1990
+// to 12/31/2029; the federal rate 0.01, California business 0.02, the others
+// 0.03) and the release file of early 2018.
+inline void WriteRelease(const std::filesystem::path& folder)
+{
+    std::filesystem::create_directories(folder);
+    for (const rw::Authority& a : rw::Authorities()) {
+        const float rate = a.file == "fed.tbl" ? 0.01f : a.file == "ca_bus1.tbl" ? 0.02f : 0.03f;
+        WriteBytes(folder / a.file, OneRowTable(rate));
+    }
+    std::filesystem::copy_file(Release2018Folder() / rw::kReleaseFileName, folder / rw::kReleaseFileName,
+                               std::filesystem::copy_options::overwrite_existing);
+}
+
 class ShellTest : public testing::Test {
 protected:
     ShellTest()
     {
-        WriteBytes(install / "fed.tbl", OneRowTable(0.01f));
-        WriteBytes(install / "ca_bus1.tbl", OneRowTable(0.02f));
+        WriteRelease(install.path());
         session.paths = paths;
+        session.release = Release2018();
         session.gsFileName = "UNTITLED.INT";
     }
 

@@ -128,17 +128,115 @@ TEST_F(StartupRun, AMissingFederalTableIsToldAndStartUpGoesOn)
     rw::Session s;
     rw::Startup(s, paths, msgs);
     EXPECT_TRUE(s.gRates.empty());
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].title, "File not found");
+    // The release without its federal table cannot be used, and the table
+    // itself is not found.
+    ASSERT_EQ(msgs.shown.size(), 2u);
+    EXPECT_EQ(msgs.shown[0].title, rw::kReleaseWarningTitle);
+    EXPECT_NE(msgs.shown[0].text.find((install / "fed.tbl").string()), std::string::npos) << msgs.shown[0].text;
+    EXPECT_EQ(msgs.shown[1].title, "File not found");
+    EXPECT_FALSE(s.release.loaded());
     EXPECT_EQ(s.gsFileName, "UNTITLED.INT");
 }
 
 TEST_F(StartupRun, TheTitleTakesTheReleaseDescription)
 {
-    std::ofstream(paths.releaseFile()) << "description=2018, 2nd Quarter\n";
+    std::string text = rwtest::ReadText(paths.releaseFile());
+    text.replace(text.find("2018, 1st Quarter"), 17, "2018, 2nd Quarter");
+    std::ofstream(paths.releaseFile(), std::ios::binary) << text;
     rw::Session s;
     rw::Startup(s, paths, msgs);
     EXPECT_EQ(s.title, "2018, 2nd Quarter Ratewright - Untitled.INT");
+    EXPECT_TRUE(msgs.shown.empty());
+}
+
+// ---- A later release of the rates in the user's data folder ----------------
+
+class UserRelease : public rwtest::ShellTest {
+protected:
+    // The user's release: a copy of the installed one with its rates verified
+    // through a later date, and a federal table whose rate tells it apart.
+    fs::path writeLaterRelease()
+    {
+        const fs::path folder = paths.userDataRoot / "Brindlecote" / "Qrat" / "rates";
+        rwtest::WriteRelease(folder);
+        rwtest::WriteBytes(folder / "fed.tbl", rwtest::OneRowTable(0.07f));
+        std::string text = rwtest::ReadText(folder / "qrat-release.txt");
+        text.replace(text.find("verified_through=03/31/2018"), 27, "verified_through=06/30/2018");
+        text.replace(text.find("verified_through_text=March 31, 2018"), 36, "verified_through_text=June 30, 2018");
+        text.replace(text.find("name=Qrat2018Q1"), 15, "name=Qrat2018Q2");
+        std::ofstream(folder / "qrat-release.txt", std::ios::binary) << text;
+        return folder;
+    }
+};
+
+TEST_F(UserRelease, ALaterOneIsUsedWithoutReinstalling)
+{
+    const fs::path folder = writeLaterRelease();
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    EXPECT_TRUE(msgs.shown.empty());
+    EXPECT_EQ(s.release.name, "Qrat2018Q2");
+    EXPECT_EQ(s.release.verifiedThrough, rw::Date::fromCivil(2018, 6, 30));
+    EXPECT_EQ(s.paths.ratesFolder(), folder);
+    ASSERT_EQ(s.gRates.size(), 1u);
+    EXPECT_EQ(s.gRates[0].fUPRate, 0.07f);  // the user's federal table
+}
+
+TEST_F(UserRelease, ATruncatedTableIsRefusedOnceAndTheInstalledOneIsUsed)
+{
+    const fs::path folder = writeLaterRelease();
+    std::vector<char> bytes = rwtest::ReadBytes(folder / "pa1.tbl");
+    bytes.resize(bytes.size() - 5);
+    rwtest::WriteBytes(folder / "pa1.tbl", bytes);
+
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    ASSERT_EQ(msgs.shown.size(), 1u);
+    EXPECT_EQ(msgs.shown[0].title, rw::kReleaseWarningTitle);
+    EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Exclamation);
+    EXPECT_NE(msgs.shown[0].text.find((folder / "pa1.tbl").string()), std::string::npos) << msgs.shown[0].text;
+    EXPECT_EQ(s.release.name, "Qrat2018Q1");
+    EXPECT_EQ(s.paths.ratesFolder(), install.path());
+    ASSERT_EQ(s.gRates.size(), 1u);
+    EXPECT_EQ(s.gRates[0].fUPRate, 0.01f);
+}
+
+TEST_F(UserRelease, AReleaseFileThatCannotBeReadIsNamed)
+{
+    const fs::path folder = writeLaterRelease();
+    std::ofstream(folder / "qrat-release.txt", std::ios::binary) << "name=Qrat2018Q2\nverified_through=6/30\n";
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    ASSERT_EQ(msgs.shown.size(), 1u);
+    EXPECT_NE(msgs.shown[0].text.find((folder / "qrat-release.txt").string() + ":2: verified_through is not a date"),
+              std::string::npos)
+        << msgs.shown[0].text;
+    EXPECT_EQ(s.release.name, "Qrat2018Q1");
+}
+
+TEST_F(UserRelease, OneThatIsNotLaterIsLeftQuietly)
+{
+    const fs::path folder = paths.userDataRoot / "Brindlecote" / "Qrat" / "rates";
+    rwtest::WriteRelease(folder);
+    rwtest::WriteBytes(folder / "fed.tbl", rwtest::OneRowTable(0.07f));
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    EXPECT_TRUE(msgs.shown.empty());
+    EXPECT_EQ(s.paths.ratesFolder(), install.path());
+    EXPECT_EQ(s.gRates[0].fUPRate, 0.01f);
+    const rw::ReleaseInUse use = rw::ChooseRelease(paths);
+    ASSERT_EQ(use.notes.size(), 1u);
+    EXPECT_NE(use.notes[0].find("not later"), std::string::npos);
+}
+
+TEST_F(UserRelease, WithoutAnInstalledReleaseAUsableUserOneIsUsed)
+{
+    fs::remove(install / "qrat-release.txt");
+    const fs::path folder = writeLaterRelease();
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    EXPECT_TRUE(msgs.shown.empty());
+    EXPECT_EQ(s.paths.ratesFolder(), folder);
 }
 
 }  // namespace

@@ -281,6 +281,9 @@ TEST(BuiltTables, RhodeIslandAndWestVirginia)
                                'S');
 }
 
+// The release file the build derives from fed.csv and ftf_minimum.csv:
+// verified through the last row not marked ESTIMATE (6/30/2026), estimated
+// through the table's end.
 TEST(BuiltTables, ReleaseFile)
 {
     const auto file = installDir() / "qrat-release.txt";
@@ -288,20 +291,31 @@ TEST(BuiltTables, ReleaseFile)
     ASSERT_TRUE(in) << file;
     std::ostringstream text;
     text << in.rdbuf();
-    EXPECT_EQ(text.str(),
-              "version_tag=Qrat2018Q1.10\n"
-              "description=2018, 1st Quarter\n"
-              "verified_through=03/31/2018\n"
-              "verified_through_text=March 31, 2018\n"
-              "estimated_through=06/30/2018\n"
-              "estimated_through_text=June 30, 2018\n");
+    EXPECT_EQ(text.str().substr(0, 215),
+              "name=Qrat2026Q2\n"
+              "description=2026, 2nd Quarter\n"
+              "verified_through=06/30/2026\n"
+              "verified_through_text=June 30, 2026\n"
+              "estimated_through=12/31/2026\n"
+              "estimated_through_text=December 31, 2026\n"
+              "ftf_minimum=1800,100.00,IRC 6651(a)");
 
     rw::ReleaseInfo info;
     std::string problem;
     ASSERT_TRUE(rw::ReadReleaseInfo(file, info, &problem)) << problem;
-    EXPECT_EQ(info.verifiedThrough.dayNumber(), 43190.0);
-    // 3/31/2018 plus 91 days (April 30, May 31, June 30).
-    EXPECT_EQ(info.estimatedThrough.dayNumber(), 43281.0);
+    // 1/1/2026 is day 46,023 (43,101 for 1/1/2018, plus 8 years of which 2020
+    // and 2024 are leap: 2,922 days); 6/30/2026 is 180 days later.
+    EXPECT_EQ(info.verifiedThrough.dayNumber(), 46023.0 + 180.0);
+    EXPECT_EQ(info.estimatedThrough.dayNumber(), 46023.0 + 364.0);
+    ASSERT_EQ(info.ftfMinimums.rows.size(), 10u);
+    EXPECT_EQ(info.ftfMinimums.rows[6].firstYear, 2024);
+    EXPECT_EQ(info.ftfMinimums.rows[6].amount, rw::Money::fromCents(485'00));
+
+    // Every table of the release reads, and the federal one reaches the
+    // estimated-through date.
+    rw::ReleaseInfo checked;
+    EXPECT_EQ(rw::CheckReleaseFolder(installDir(), checked), "");
+    EXPECT_EQ(checked, info);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "casedata/messages.h"
 #include "casedata/paths.h"
 #include "casedata/ratetable.h"
+#include "casedata/release.h"
 
 #include <functional>
 #include <string_view>
@@ -25,6 +26,7 @@ struct CommandContext {
     QWidget* parent = nullptr;
     Case& kase;
     RateTable& rates;  // the loaded authority's table
+    const FtfMinimumSchedule& ftfMinimums;  // of the release of the rates in use
     const Paths& paths;
     Messages& msgs;
     ReportChoice& reportChoice;  // kept for the whole run

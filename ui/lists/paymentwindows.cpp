@@ -250,7 +250,7 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
     setWindowTitle(QStringLiteral("Payments"));
 
     logic_ = std::make_unique<PaymentsDialog>(
-        ctx.kase, ctx.rates, ctx.msgs,
+        ctx.kase, ctx.rates, ctx.ftfMinimums, ctx.msgs,
         [this](PaymentForm& f) {
             PaymentInfoWindow dlg(logic_->paymentDialog(), f, this);
             return dlg.run();

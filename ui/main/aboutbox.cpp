@@ -43,7 +43,15 @@ AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent
     QFont bold = description->font();
     bold.setBold(true);
     description->setFont(bold);
-    auto* version = line(QStringLiteral("Version ") + fromCore(release.versionTag), QStringLiteral("lblVersion"), this);
+    auto* version = line(QStringLiteral("Version ") + fromCore(kProgramVersion), QStringLiteral("lblVersion"), this);
+    // The release of the rates beside the program's version: a release can
+    // be newer than the program.
+    auto* rates = line(release.loaded()
+                           ? QStringLiteral("Interest rates: release ") + fromCore(release.name)
+                                 + QStringLiteral(", verified through ") + fromCore(release.verifiedThroughText)
+                                 + QStringLiteral(", estimated through ") + fromCore(release.estimatedThroughText)
+                           : QStringLiteral("Interest rates: no usable release was found"),
+                       QStringLiteral("lblRelease"), this);
 
     auto* notice = line(QStringLiteral("STATE PENALTY NOTICE: This program will compute penalties using Federal law. "
                                        "Only use penalty computations for state taxes where the penalty for the state "
@@ -83,6 +91,7 @@ AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent
     top->addSpacing(8);
     top->addWidget(description);
     top->addWidget(version);
+    top->addWidget(rates);
     top->addSpacing(8);
     top->addWidget(notice);
     top->addSpacing(8);

@@ -365,6 +365,7 @@ CommandContext MainWindow::commandContext()
         this,
         session_.kase,
         session_.gRates,
+        session_.release.ftfMinimums,
         session_.paths,
         services_.msgs,
         session_.reportChoice,

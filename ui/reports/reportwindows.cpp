@@ -386,7 +386,7 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
                          ctx.setNote(note);
                  },
                  repaint};
-    PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job, StandardReportSources(ctx.rates));
+    PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job, StandardReportSources(ctx.rates, ctx.ftfMinimums));
 }
 
 }  // namespace rw::ui

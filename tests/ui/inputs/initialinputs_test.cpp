@@ -5,6 +5,7 @@
 #include "casedata/ratetable.h"
 #include "casedata/release.h"
 #include "support/recordingmessages.h"
+#include "support/releases.h"
 #include "ui/inputs/initialinputswindow.h"
 #include "ui/inputs/windowkit.h"
 
@@ -28,7 +29,7 @@ struct Rig {
     rw::Case kase;
     rw::RateTable rates;
     rw::Paths paths = BuiltInstallation();
-    rw::ReleaseInfo release;
+    rw::ReleaseInfo release = rwtest::Release2018();
     RecordingMessages msgs;
     RecordingAlertWindow alerts;
     RecordingProgram program;

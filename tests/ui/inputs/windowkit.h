@@ -4,6 +4,7 @@
 // event loop; typing into fields; a temporary installation folder with the
 // federal table and the release file.
 
+#include "support/releases.h"
 #include "casedata/paths.h"
 #include "shell/ratealert.h"
 #include "shell/services.h"
@@ -158,20 +159,28 @@ inline bool showActive(QWidget* w)
     return QTest::qWaitForWindowActive(w);
 }
 
-// A temporary installation folder holding the federal table and the release
-// file of the build, and a per-user data root beside it.
+// A temporary installation folder holding the rate tables of the build with
+// the release file of early 2018 (whose alerts are specified word for word)
+// or the build's own, and a per-user data root beside it.
 class InstallFolder {
 public:
-    InstallFolder()
+    enum class Release { Early2018, Shipped };
+
+    explicit InstallFolder(Release release = Release::Early2018)
     {
         namespace fs = std::filesystem;
         fs::create_directories(tmp_ / "install");
         fs::create_directories(tmp_ / "data");
-        if (const char* built = std::getenv("RW_INSTALL_DIR"); built && *built) {
-            for (const char* f : {"fed.tbl", "qrat-release.txt"})
-                if (fs::exists(fs::path(built) / f))
-                    fs::copy_file(fs::path(built) / f, tmp_ / "install" / f);
-        }
+        const char* built = std::getenv("RW_INSTALL_DIR");
+        if (!built || !*built)
+            return;
+        for (const auto& entry : fs::directory_iterator(built))
+            if (entry.path().extension() == ".tbl")
+                fs::copy_file(entry.path(), tmp_ / "install" / entry.path().filename());
+        const fs::path releaseFile = release == Release::Shipped
+            ? fs::path(built) / rw::kReleaseFileName
+            : Release2018Folder() / rw::kReleaseFileName;
+        fs::copy_file(releaseFile, tmp_ / "install" / rw::kReleaseFileName);
     }
     rw::Paths paths() const { return rw::Paths::ForFolders(tmp_ / "install", tmp_ / "data"); }
     std::filesystem::path operator/(const std::filesystem::path& p) const { return tmp_ / p; }

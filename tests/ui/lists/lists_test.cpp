@@ -18,6 +18,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include "support/releases.h"
+
 #include <QtTest>
 
 using namespace uitest;
@@ -570,7 +572,7 @@ void ListsTest::oneComputationToPaymentDateIsQuick()
     QElapsedTimer timer;
     double slowest = 0;
     for (int round = 0; round < 5; ++round) {
-        rw::USPenalties penalties;
+        rw::USPenalties penalties(rwtest::Minimums2018());
         rw::TLPoint totals;
         timer.start();
         const Money interest = rw::IntToDate("12/1/2016", c, rates, &penalties, totals, msgs);

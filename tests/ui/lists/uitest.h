@@ -3,6 +3,7 @@
 // with the objects a command context refers to, a driver that acts on modal
 // dialogs as they come up, and screenshots of the windows.
 
+#include "support/releases.h"
 #include "casedata/caserecord.h"
 #include "casedata/paths.h"
 #include "casedata/ratetable.h"
@@ -109,6 +110,7 @@ struct Fixture {
           ctx{nullptr,
               kase,
               rates,
+              rwtest::Minimums2018(),
               paths,
               msgs,
               choice,

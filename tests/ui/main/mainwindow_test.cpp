@@ -44,7 +44,7 @@ struct Program {
     RecordingDesktop desktop;
     std::unique_ptr<rw::ui::MainWindow> window;
 
-    Program()
+    explicit Program(InstallFolder::Release release = InstallFolder::Release::Early2018) : folder(release)
     {
         window = std::make_unique<rw::ui::MainWindow>(
             session, rw::ui::MainWindowServices{msgs, files, program, desktop});
@@ -124,6 +124,7 @@ private Q_SLOTS:
     void rateAlertNoneAtEndOfMarch();
     void rateAlertEstimateInApril();
     void rateAlertEndProgramInJuly();
+    void shippedReleaseTakesACurrentStopDateAsAnEstimate();
     void optionalRatesSetsTheCheckMark();
     void suspendSetsTheCheckMark();
     void extendedDueDateFromThePenaltiesMenu();
@@ -503,6 +504,57 @@ void MainWindowTest::rateAlertEstimateInApril()
     QCOMPARE(p.session.kase.init.tlStop.dtDate, Date::fromCivil(2018, 4, 1));
 }
 
+// The release the program ships: rates verified through 6/30/2026 and
+// estimated through 12/31/2026, so a stop date of today is an estimate, not
+// the end of the program.
+void MainWindowTest::shippedReleaseTakesACurrentStopDateAsAnEstimate()
+{
+    Program p(InstallFolder::Release::Shipped);
+    QVERIFY(p.started);
+    QVERIFY(p.title().startsWith(QStringLiteral("2026, 2nd Quarter Ratewright - ")));
+    QVERIFY(p.msgs.shown.empty());
+    QString exitCaption;
+    QString message;
+    ModalWatch fill([&](QWidget* dlg) {
+        ModalWatch alert([&](QWidget* a) {
+            SaveShot(a, "frmGetUpdate-2026");
+            exitCaption = child<QAbstractButton>(a, "btnExitDialog")->text();
+            message = child<QLabel>(a, "lblUpdateMessage")->text();
+            click(a, "btnExitDialog");
+        });
+        auto* stop = child<QLineEdit>(dlg, "txtStop");
+        typeInto(stop, QStringLiteral("11/23/2026"));
+        QTest::keyClick(stop, Qt::Key_Tab);
+        QTRY_VERIFY(alert.fired());
+        ModalWatch again([](QWidget* a) { click(a, "btnExitDialog"); });
+        dlg->activateWindow();
+        QTRY_VERIFY(dlg->isActiveWindow());
+        FillInitialInputs(dlg, "11/23/2026");
+    });
+    p.action("mnuFileNew")->trigger();
+    QVERIFY(fill.fired());
+    QCOMPARE(exitCaption, QStringLiteral("Continue With Current Program"));
+    QVERIFY(message.startsWith(QStringLiteral(
+        "This program has verified interest rates through June 30, 2026.  The program has estimated interest rates "
+        "through December 31, 2026.  Since your stop date of 11/23/2026 is past June 30, 2026, but not past "
+        "December 31, 2026, this calculation should be considered an ESTIMATE.  ")));
+    QCOMPARE(p.program.ends, 0);
+    QCOMPARE(p.session.kase.init.tlStop.dtDate, Date::fromCivil(2026, 11, 23));
+
+    QString description, release;
+    ModalWatch about([&](QWidget* dlg) {
+        SaveShot(dlg, "dlgAbout-2026");
+        description = child<QLabel>(dlg, "lblDescription")->text();
+        release = child<QLabel>(dlg, "lblRelease")->text();
+        click(dlg, "btnRunProgram");
+    });
+    p.action("mnuHelpAbout")->trigger();
+    QVERIFY(about.fired());
+    QCOMPARE(description, QStringLiteral("2026, 2nd Quarter"));
+    QCOMPARE(release, QStringLiteral("Interest rates: release Qrat2026Q2, verified through June 30, 2026, estimated "
+                                     "through December 31, 2026"));
+}
+
 void MainWindowTest::rateAlertEndProgramInJuly()
 {
     Program p;
@@ -636,7 +688,7 @@ void MainWindowTest::aboutBox()
     });
     p.action("mnuHelpAbout")->trigger();
     QVERIFY(about.fired());
-    QVERIFY(version.contains(QStringLiteral("Qrat2018Q1.10")));
+    QCOMPARE(version, QStringLiteral("Version Qrat2018Q1.10"));
     QCOMPARE(notice, QStringLiteral("STATE PENALTY NOTICE: This program will compute penalties using Federal law. Only "
                                     "use penalty computations for state taxes where the penalty for the state can be "
                                     "computed using the Federal law."));

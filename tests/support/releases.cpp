@@ -1,0 +1,41 @@
+#include "support/releases.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace rwtest {
+
+namespace {
+
+rw::ReleaseInfo readOnce(const std::filesystem::path& file)
+{
+    rw::ReleaseInfo info;
+    std::string problem;
+    if (!rw::ReadReleaseInfo(file, info, &problem))
+        ADD_FAILURE() << problem;
+    return info;
+}
+
+}  // namespace
+
+std::filesystem::path Release2018Folder()
+{
+    return std::filesystem::path(RW_TEST_FIXTURES) / "release-2018";
+}
+
+const rw::ReleaseInfo& Release2018()
+{
+    static const rw::ReleaseInfo info = readOnce(Release2018Folder() / rw::kReleaseFileName);
+    return info;
+}
+
+const rw::ReleaseInfo& ShippedRelease()
+{
+    const char* dir = std::getenv("RW_INSTALL_DIR");
+    static const rw::ReleaseInfo info
+        = readOnce(std::filesystem::path(dir ? dir : ".") / rw::kReleaseFileName);
+    return info;
+}
+
+}  // namespace rwtest

@@ -1,0 +1,228 @@
+// Building a release of the rates: the dates and texts derived from the
+// federal source, the failure-to-file minimums, the refusals, and the release
+// folder written from the sources the program ships.
+
+#include "casedata/ratetable.h"
+#include "tools/ratetables/releasebuild.h"
+
+#include "support/tempdir.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace rs = rw::ratesrc;
+using rw::Date;
+using rw::Money;
+
+const std::string kHeader = std::string(rs::kTableHeader) + "\n";
+
+fs::path shippedSources()
+{
+    const char* src = std::getenv("RW_SOURCE_DIR");
+    return fs::path(src ? src : ".") / "data" / "rates";
+}
+
+std::string readFile(const fs::path& p)
+{
+    std::ifstream in(p, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+void writeFile(const fs::path& p, const std::string& text)
+{
+    std::ofstream(p, std::ios::binary) << text;
+}
+
+bool mentions(const std::vector<rs::SourceProblem>& problems, const std::string& what)
+{
+    for (const auto& p : problems)
+        if (p.text().find(what) != std::string::npos)
+            return true;
+    return false;
+}
+
+TEST(ReleaseTexts, DatesQuartersAndNames)
+{
+    EXPECT_EQ(rs::SpelledOutDate(Date::fromCivil(2026, 6, 30)), "June 30, 2026");
+    EXPECT_EQ(rs::SpelledOutDate(Date::fromCivil(2026, 12, 31)), "December 31, 2026");
+    EXPECT_EQ(rs::SpelledOutDate(Date::fromCivil(2018, 3, 1)), "March 1, 2018");
+    EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2018, 3, 31)), "2018, 1st Quarter");
+    EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 4, 1)), "2026, 2nd Quarter");
+    EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 9, 30)), "2026, 3rd Quarter");
+    EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 10, 1)), "2026, 4th Quarter");
+    EXPECT_EQ(rs::ReleaseName(Date::fromCivil(2026, 6, 30)), "Qrat2026Q2");
+}
+
+TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
+{
+    const auto fed = rs::ParseSource(kHeader
+                                         + "01/01/2025,03/31/2026,0.07,0.07,C,Rev. Rul. 2025-22\n"
+                                           "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n"
+                                           "07/01/2026,09/30/2026,0.07,0.07,C,ESTIMATE: another office's rate\n"
+                                           "10/01/2026,12/31/2026,0.07,0.07,C,ESTIMATE: carried forward\n",
+                                     "fed.csv", rs::kTableHeader);
+    const rs::ReleaseDates d = rs::DeriveReleaseDates(fed);
+    ASSERT_TRUE(d.problems.empty()) << d.problems.front().text();
+    EXPECT_EQ(d.info.name, "Qrat2026Q2");
+    EXPECT_EQ(d.info.description, "2026, 2nd Quarter");
+    EXPECT_EQ(d.info.verifiedThrough, Date::fromCivil(2026, 6, 30));
+    EXPECT_EQ(d.info.verifiedThroughText, "June 30, 2026");
+    EXPECT_EQ(d.info.estimatedThrough, Date::fromCivil(2026, 12, 31));
+    EXPECT_EQ(d.info.estimatedThroughText, "December 31, 2026");
+
+    // Without estimates both dates are the table's end.
+    const auto plain = rs::ParseSource(kHeader + "01/01/2018,03/31/2018,0.04,0.04,C,Rev. Rul. 2017-25\n", "fed.csv",
+                                       rs::kTableHeader);
+    const rs::ReleaseDates p = rs::DeriveReleaseDates(plain);
+    EXPECT_EQ(p.info.verifiedThrough, Date::fromCivil(2018, 3, 31));
+    EXPECT_EQ(p.info.estimatedThrough, Date::fromCivil(2018, 3, 31));
+    EXPECT_EQ(p.info.description, "2018, 1st Quarter");
+}
+
+TEST(ReleaseDates, EstimatesMayOnlyEndTheTable)
+{
+    const auto middle = rs::ParseSource(kHeader
+                                            + "01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: guessed\n"
+                                              "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n",
+                                        "fed.csv", rs::kTableHeader);
+    EXPECT_TRUE(mentions(rs::DeriveReleaseDates(middle).problems, "fed.csv:3: a verified row follows the estimate"));
+
+    const auto onlyEstimates = rs::ParseSource(kHeader + "01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: guessed\n",
+                                               "fed.csv", rs::kTableHeader);
+    EXPECT_TRUE(mentions(rs::DeriveReleaseDates(onlyEstimates).problems, "no row is verified"));
+}
+
+TEST(Minimums, ReadWithTheirSources)
+{
+    const rs::MinimumsRead m = rs::ParseMinimums("first_year,amount,source\n"
+                                                 "1800,100.00,\"IRC 6651(a), flush language\"\n"
+                                                 "2024,485.00,Rev. Proc. 2023-34\n",
+                                                 "ftf_minimum.csv");
+    ASSERT_TRUE(m.problems.empty()) << m.problems.front().text();
+    ASSERT_EQ(m.schedule.rows.size(), 2u);
+    EXPECT_EQ(m.schedule.rows[0].source, "IRC 6651(a), flush language");
+    EXPECT_EQ(m.schedule.forDueYear(2023), Money::fromCents(100'00));
+    EXPECT_EQ(m.schedule.forDueYear(2024), Money::fromCents(485'00));
+    EXPECT_EQ(m.schedule.forDueYear(1799), std::nullopt);
+}
+
+TEST(Minimums, Refusals)
+{
+    auto problems = [](const std::string& rows) {
+        return rs::ParseMinimums("first_year,amount,source\n" + rows, "m.csv").problems;
+    };
+    EXPECT_TRUE(mentions(problems("2020,435.00,a\n2019,210.00,b\n"), "m.csv:3: the years must increase"));
+    EXPECT_TRUE(mentions(problems("2020,435.00,\n"), "m.csv:2: the row has no source"));
+    EXPECT_TRUE(mentions(problems("2020,-5.00,a\n"), "not an amount"));
+    EXPECT_TRUE(mentions(problems("2020,4.355,a\n"), "not an amount"));
+    EXPECT_TRUE(mentions(problems("20,435.00,a\n"), "not a year"));
+    EXPECT_TRUE(mentions(problems(""), "no minimum amounts"));
+    EXPECT_TRUE(mentions(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems, "m.csv:1: the first line"));
+}
+
+// The sources the program ships give the release of the second quarter of
+// 2026: fed.csv's last verified row ends 6/30/2026, its ESTIMATE rows run to
+// 12/31/2026.
+TEST(ShippedSources, BuildTheReleaseOf2026SecondQuarter)
+{
+    const rs::ReleaseBuild b = rs::BuildRelease(shippedSources());
+    ASSERT_TRUE(b.ok()) << b.problems.front().text();
+    ASSERT_EQ(b.tables.size(), rw::Authorities().size());
+    EXPECT_EQ(b.info.name, "Qrat2026Q2");
+    EXPECT_EQ(b.info.description, "2026, 2nd Quarter");
+    EXPECT_EQ(b.info.verifiedThrough, Date::fromCivil(2026, 6, 30));
+    EXPECT_EQ(b.info.verifiedThroughText, "June 30, 2026");
+    EXPECT_EQ(b.info.estimatedThrough, Date::fromCivil(2026, 12, 31));
+    EXPECT_EQ(b.info.estimatedThroughText, "December 31, 2026");
+    EXPECT_EQ(b.info.ftfMinimums.forDueYear(2016), Money::fromCents(205'00));
+    EXPECT_EQ(b.info.ftfMinimums.forDueYear(2018), Money::fromCents(210'00));
+    EXPECT_EQ(b.info.ftfMinimums.forDueYear(2021), Money::fromCents(435'00));
+    EXPECT_EQ(b.info.ftfMinimums.forDueYear(2026), Money::fromCents(525'00));
+    EXPECT_NE(b.info.ftfMinimums.rows.back().source.find("Rev. Proc. 2025-32"), std::string::npos);
+}
+
+// A copy of the sources with one more quarter: the third quarter of 2026 is
+// announced (its row loses the ESTIMATE mark) and the first quarter of 2027
+// is added as an estimate.
+class OneMoreQuarter : public testing::Test {
+protected:
+    OneMoreQuarter()
+    {
+        fs::copy(shippedSources(), sources.path(), fs::copy_options::recursive);
+        std::string fed = readFile(sources / "fed.csv");
+        const std::string q3 = "07/01/2026,09/30/2026,0.07,0.07,C,\"ESTIMATE:";
+        const auto at = fed.find(q3);
+        EXPECT_NE(at, std::string::npos);
+        const auto end = fed.find('\n', at);
+        fed.replace(at, end - at, "07/01/2026,09/30/2026,0.07,0.07,C,\"Rev. Rul. 2026-12 (7 % for the third quarter)\"");
+        fed += "01/01/2027,03/31/2027,0.07,0.07,C,\"ESTIMATE: the rate of 10/1/2026-12/31/2026 carried forward\"\n";
+        writeFile(sources / "fed.csv", fed);
+    }
+    rwtest::TempDir sources;
+    rwtest::TempDir out;
+};
+
+TEST_F(OneMoreQuarter, IsTheWholeUpdate)
+{
+    const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
+    ASSERT_TRUE(b.ok()) << b.problems.front().text();
+    EXPECT_EQ(b.info.name, "Qrat2026Q3");
+    EXPECT_EQ(b.info.description, "2026, 3rd Quarter");
+    EXPECT_EQ(b.info.verifiedThroughText, "September 30, 2026");
+    EXPECT_EQ(b.info.estimatedThroughText, "March 31, 2027");
+
+    std::string why;
+    ASSERT_TRUE(rs::WriteRelease(b, out.path(), &why)) << why;
+    rw::ReleaseInfo read;
+    EXPECT_EQ(rw::CheckReleaseFolder(out.path(), read), "");
+    EXPECT_EQ(read, b.info);
+    const auto fed = rw::ReadRateTableFile(out / "fed.tbl");
+    ASSERT_EQ(fed.status, rw::RateTableReadResult::Status::Ok);
+    EXPECT_EQ(fed.rows.back().dtFrom, Date::fromCivil(2027, 1, 1));
+    EXPECT_EQ(fed.rows.back().dtThru, Date::fromCivil(2027, 3, 31));
+    // Each table's source travels with it.
+    EXPECT_NE(readFile(out / "rates-src" / "fed.csv").find("Rev. Rul. 2026-12"), std::string::npos);
+    EXPECT_TRUE(fs::is_regular_file(out / "rates-src" / "Il-st.csv"));
+}
+
+TEST_F(OneMoreQuarter, RefusedSourcesWriteNothing)
+{
+    struct Damage {
+        const char* what;
+        const char* row;  // appended to fed.csv
+        const char* problem;
+    };
+    for (const Damage& d : {Damage{"a hole", "04/02/2027,06/30/2027,0.07,0.07,C,ESTIMATE: x\n", "not contiguous"},
+                            Damage{"a rate of 60 %", "04/01/2027,06/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
+                            Damage{"a negative rate", "04/01/2027,06/30/2027,-0.01,0.07,C,ESTIMATE: x\n", "-0.01"},
+                            Damage{"no source", "04/01/2027,06/30/2027,0.07,0.07,C,\n", "the row has no source"}}) {
+        SCOPED_TRACE(d.what);
+        rwtest::TempDir copy;
+        fs::copy(sources.path(), copy.path(), fs::copy_options::recursive);
+        std::ofstream(copy / "fed.csv", std::ios::app | std::ios::binary) << d.row;
+        const rs::ReleaseBuild b = rs::BuildRelease(copy.path());
+        EXPECT_FALSE(b.ok());
+        EXPECT_TRUE(mentions(b.problems, d.problem)) << (b.problems.empty() ? "" : b.problems.front().text());
+        std::string why;
+        EXPECT_FALSE(rs::WriteRelease(b, out / "never", &why));
+        EXPECT_FALSE(fs::exists(out / "never"));
+    }
+}
+
+TEST_F(OneMoreQuarter, AMissingStateScheduleIsNamed)
+{
+    fs::remove(sources / "states" / "PA.csv");
+    const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
+    EXPECT_FALSE(b.ok());
+    EXPECT_TRUE(mentions(b.problems, "PA.csv")) << b.problems.front().text();
+}
+
+}  // namespace
