@@ -4,6 +4,7 @@
 #include "casedata/ratetable.h"
 #include "tools/ratetables/outfile.h"
 
+#include <algorithm>
 #include <array>
 #include <sstream>
 
@@ -236,7 +237,9 @@ std::string ReleaseTablesSummary(const ReleaseBuild& build)
 {
     std::string text;
     for (const ReleaseTable& t : build.tables) {
-        text += std::string(t.authority->code) + "  " + std::string(t.authority->file) + "  "
+        std::string file(t.authority->file);
+        file.resize(std::max<std::size_t>(file.size(), 14), ' ');
+        text += std::string(t.authority->code) + "  " + file
             + FormatMMDDYYYY(t.rows.front().dtFrom) + " - " + FormatMMDDYYYY(t.rows.back().dtThru) + "  "
             + std::to_string(t.rows.size()) + (t.rows.size() == 1 ? " row" : " rows") + "\n";
     }

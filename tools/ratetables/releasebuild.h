@@ -77,7 +77,7 @@ ReleaseBuild BuildRelease(const std::filesystem::path& sourcesDir);
 // taken for a release. False (with `why`) on failure.
 bool WriteRelease(const ReleaseBuild& build, const std::filesystem::path& outDir, std::string* why);
 
-// One line per table: "CODE  file.tbl  first - last  rows".
+// One line per table: code, file, "first - last", rows.
 std::string ReleaseTablesSummary(const ReleaseBuild& build);
 
 }  // namespace rw::ratesrc
