@@ -1,6 +1,6 @@
 #pragma once
 // The releases of the rates the tests compute with: the release of early
-// 2018 (a fixture under tests/fixtures, whose behaviour is specified to the
+// 2018 (a fixture under tests/fixtures, whose alerts and minimums are known to the
 // letter) and the release the build ships (in the installation folder).
 
 #include "casedata/release.h"

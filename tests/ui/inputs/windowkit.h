@@ -160,7 +160,7 @@ inline bool showActive(QWidget* w)
 }
 
 // A temporary installation folder holding the rate tables of the build with
-// the release file of early 2018 (whose alerts are specified word for word)
+// the release file of early 2018 (whose alerts are known word for word)
 // or the build's own, and a per-user data root beside it.
 class InstallFolder {
 public:
