@@ -113,6 +113,10 @@ std::string FormatYYYYMMDD(Date d);
 // the text are ignored. Impossible dates (13/45/2016, 2/30/2017) give nothing.
 std::optional<Date> ParseUserDate(std::string_view text);
 
+// Exactly "mm/dd/yyyy" (two-digit month and day, four-digit year from 1800)
+// and on the calendar: the form of the rate sources and the release file.
+std::optional<Date> ParseMMDDYYYY(std::string_view text);
+
 // "mm/dd/yyyy" or an integer day number ("42475"); for data files and the
 // command-line tool.
 std::optional<Date> ParseDateOrDayNumber(std::string_view text);

@@ -11,6 +11,13 @@
 
 namespace rw {
 
+// The release file's name inside a release folder of the rates.
+inline constexpr std::string_view kReleaseFileName = "qrat-release.txt";
+// The per-user folders: the maker's folder in the user's data root, the
+// program's folder in it.
+inline constexpr std::string_view kMakerFolder = "Brindlecote";
+inline constexpr std::string_view kProgramFolder = "Qrat";
+
 struct Paths {
     std::filesystem::path installDir;
     // The per-user application-data root (the platform's user data directory).
@@ -24,13 +31,13 @@ struct Paths {
     std::filesystem::path errorLog() const { return installDir / "qraterr.log"; }
     std::filesystem::path helpFile() const { return installDir / "manqrat.pdf"; }
     std::filesystem::path ratesFolder() const { return ratesDir.empty() ? installDir : ratesDir; }
-    std::filesystem::path releaseFile() const { return ratesFolder() / "qrat-release.txt"; }
+    std::filesystem::path releaseFile() const { return ratesFolder() / kReleaseFileName; }
     std::filesystem::path table(std::string_view fileName) const { return ratesFolder() / fileName; }
     // Where a table's published sources are kept in the release folder.
     std::filesystem::path tableSources() const { return ratesFolder() / "rates-src"; }
     // A later release of the rates the user installed without reinstalling
     // the program: rates/ in the per-user data folder.
-    std::filesystem::path userReleaseDir() const { return userDataRoot / "Brindlecote" / "Qrat" / "rates"; }
+    std::filesystem::path userReleaseDir() const { return userDataRoot / kMakerFolder / kProgramFolder / "rates"; }
 
     // The installation folder from RW_INSTALL_DIR, else the folder of the
     // running executable; the data root from XDG_DATA_HOME, else

@@ -129,6 +129,21 @@ RateTableReadResult DecodeRateTable(const std::vector<char>& bytes)
     return res;
 }
 
+std::string RateTableProblem(const RateTableReadResult& r)
+{
+    switch (r.status) {
+    case RateTableReadResult::Status::NotFound:
+        return "does not exist";
+    case RateTableReadResult::Status::BadMarker:
+        return "is not a rate table (the NOTVB3 marker is missing)";
+    case RateTableReadResult::Status::Damaged:
+        return "is damaged: " + r.detail;
+    case RateTableReadResult::Status::Ok:
+        break;
+    }
+    return {};
+}
+
 RateTableReadResult ReadRateTableFile(const std::filesystem::path& path)
 {
     std::error_code ec;

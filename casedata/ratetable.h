@@ -59,6 +59,9 @@ struct RateTableReadResult {
     std::string detail;
 };
 RateTableReadResult DecodeRateTable(const std::vector<char>& bytes);
+// What is wrong with a table that did not read, to follow its file name:
+// "does not exist", "is not a rate table (...)", "is damaged: ..."; empty for Ok.
+std::string RateTableProblem(const RateTableReadResult& r);
 RateTableReadResult ReadRateTableFile(const std::filesystem::path& path);
 
 // Loads the table of the authority `code` into rates, with the authority's

@@ -1,14 +1,45 @@
 #include "casedata/release.h"
 
+#include "casedata/numtext.h"
 #include "casedata/ratetable.h"
 
 #include <fstream>
-#include <map>
+#include <set>
 #include <sstream>
 
 namespace rw {
 
 namespace fs = std::filesystem;
+
+std::optional<FtfMinimum> ReadFtfMinimum(std::string_view yearText, std::string_view amountText,
+                                         std::string_view sourceText, const FtfMinimumSchedule& before,
+                                         std::string& why)
+{
+    const std::string_view year = TrimBlanks(yearText);
+    const std::string_view amount = TrimBlanks(amountText);
+    FtfMinimum row;
+    row.source = std::string(TrimBlanks(sourceText));
+    if (year.size() != 4 || year.find_first_not_of("0123456789") != std::string_view::npos) {
+        why = "not a year: " + std::string(year);
+        return std::nullopt;
+    }
+    row.firstYear = std::stoi(std::string(year));
+    const std::optional<Money> m = Money::parse(amount);
+    if (!m || !(*m > Money()) || m->raw() % 100 != 0) {
+        why = "not an amount in dollars and cents above 0: " + std::string(amount);
+        return std::nullopt;
+    }
+    row.amount = *m;
+    if (row.source.empty()) {
+        why = "the row has no source";
+        return std::nullopt;
+    }
+    if (!before.rows.empty() && row.firstYear <= before.rows.back().firstYear) {
+        why = "the years must increase";
+        return std::nullopt;
+    }
+    return row;
+}
 
 std::optional<Money> FtfMinimumSchedule::forDueYear(int dueYear) const
 {
@@ -26,16 +57,8 @@ namespace {
 constexpr std::string_view kKeys[] = {"name", "description", "verified_through", "verified_through_text",
                                       "estimated_through", "estimated_through_text"};
 
-// A date written exactly mm/dd/yyyy.
-std::optional<Date> strictDate(std::string_view text)
-{
-    if (text.size() != 10 || text[2] != '/' || text[5] != '/')
-        return std::nullopt;
-    return ParseUserDate(text);
-}
-
 // "YEAR,AMOUNT,SOURCE": the source is the rest of the line, commas and all.
-std::optional<FtfMinimum> minimumRow(std::string_view value, std::string& why)
+std::optional<FtfMinimum> minimumRow(std::string_view value, const FtfMinimumSchedule& before, std::string& why)
 {
     const auto c1 = value.find(',');
     const auto c2 = c1 == std::string_view::npos ? c1 : value.find(',', c1 + 1);
@@ -43,36 +66,19 @@ std::optional<FtfMinimum> minimumRow(std::string_view value, std::string& why)
         why = "ftf_minimum must be YEAR,AMOUNT,SOURCE";
         return std::nullopt;
     }
-    const std::string_view year = value.substr(0, c1);
-    const std::string_view amount = value.substr(c1 + 1, c2 - c1 - 1);
-    FtfMinimum row;
-    row.source = std::string(value.substr(c2 + 1));
-    if (year.empty() || year.size() > 4 || year.find_first_not_of("0123456789") != std::string_view::npos) {
-        why = "ftf_minimum: not a year: " + std::string(year);
-        return std::nullopt;
-    }
-    row.firstYear = std::stoi(std::string(year));
-    const std::optional<Money> m = Money::parse(amount);
-    if (!m || !(*m > Money())) {
-        why = "ftf_minimum: not a positive amount: " + std::string(amount);
-        return std::nullopt;
-    }
-    row.amount = *m;
-    if (row.source.find_first_not_of(' ') == std::string::npos) {
-        why = "ftf_minimum for " + std::string(year) + " has no source";
-        return std::nullopt;
-    }
+    std::optional<FtfMinimum> row
+        = ReadFtfMinimum(value.substr(0, c1), value.substr(c1 + 1, c2 - c1 - 1), value.substr(c2 + 1), before, why);
+    if (!row)
+        why = "ftf_minimum: " + why;
     return row;
 }
 
-// "485.00": two decimals unless the amount has more; never a thousands
-// separator, which would read as a field separator.
+// "485.00": the minimums are whole cents; never a thousands separator, which
+// would read as a field separator.
 std::string centsText(Money m)
 {
-    std::string t = ExactMoney(m);
-    if (m.raw() % 100 == 0)
-        t.resize(t.size() - 2);
-    return t;
+    const std::string t = ExactMoney(m);
+    return t.substr(0, t.size() - 2);
 }
 
 }  // namespace
@@ -81,7 +87,7 @@ bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseI
 {
     out = ReleaseInfo{};
     ReleaseInfo info;
-    std::map<std::string, bool, std::less<>> given;
+    std::set<std::string, std::less<>> given;
     std::string why;
     int lineNo = 0;
     auto fail = [&](int line, const std::string& what) {
@@ -103,18 +109,16 @@ bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseI
         const std::string key = line.substr(0, eq);
         const std::string value = line.substr(eq + 1);
         if (key == "ftf_minimum") {
-            const std::optional<FtfMinimum> row = minimumRow(value, why);
+            std::optional<FtfMinimum> row = minimumRow(value, info.ftfMinimums, why);
             if (!row)
                 return fail(lineNo, why);
-            if (!info.ftfMinimums.rows.empty() && row->firstYear <= info.ftfMinimums.rows.back().firstYear)
-                return fail(lineNo, "ftf_minimum years must increase");
-            info.ftfMinimums.rows.push_back(*row);
+            info.ftfMinimums.rows.push_back(std::move(*row));
             continue;
         }
         if (given.count(key))
             return fail(lineNo, key + " is given twice");
         auto date = [&](Date& d) {
-            const std::optional<Date> p = strictDate(value);
+            const std::optional<Date> p = ParseMMDDYYYY(value);
             if (p)
                 d = *p;
             return p.has_value();
@@ -132,7 +136,7 @@ bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseI
                 return fail(lineNo, key + " is not a date mm/dd/yyyy: " + value);
         } else
             return fail(lineNo, "unknown key " + key);
-        given[key] = true;
+        given.insert(key);
     }
     for (std::string_view key : kKeys)
         if (!given.count(key))
@@ -182,16 +186,8 @@ std::string CheckReleaseFolder(const fs::path& folder, ReleaseInfo& info)
     for (const Authority& a : Authorities()) {
         const fs::path file = folder / a.file;
         const RateTableReadResult r = ReadRateTableFile(file);
-        switch (r.status) {
-        case RateTableReadResult::Status::Ok:
-            break;
-        case RateTableReadResult::Status::NotFound:
-            return file.string() + ": the rate table is missing";
-        case RateTableReadResult::Status::BadMarker:
-            return file.string() + ": not a rate table";
-        case RateTableReadResult::Status::Damaged:
-            return file.string() + ": the rate table is damaged (" + r.detail + ")";
-        }
+        if (r.status != RateTableReadResult::Status::Ok)
+            return file.string() + " " + RateTableProblem(r);
         if (r.rows.empty())
             return file.string() + ": the rate table has no rows";
         if (a.code == "US  " && r.rows.back().dtThru < read.estimatedThrough)
@@ -211,7 +207,7 @@ ReleaseInUse ChooseRelease(const Paths& paths)
 
     const fs::path userFolder = paths.userReleaseDir();
     std::error_code ec;
-    if (fs::exists(userFolder / kReleaseFileName, ec) || (fs::is_directory(userFolder, ec) && !fs::is_empty(userFolder, ec))) {
+    if (fs::is_directory(userFolder, ec) && !fs::is_empty(userFolder, ec)) {
         ReleaseInfo user;
         const std::string userProblem = CheckReleaseFolder(userFolder, user);
         if (!userProblem.empty()) {
@@ -220,11 +216,11 @@ ReleaseInUse ChooseRelease(const Paths& paths)
         } else if (!installedProblem.empty() || installed.verifiedThrough < user.verifiedThrough) {
             use.info = std::move(user);
             use.folder = userFolder;
-            use.fromUserFolder = true;
             return use;
         } else {
             use.notes.push_back("The rates in " + userFolder.string() + " (" + user.name + ", verified through "
-                                + user.verifiedThroughText + ") are not later than the installed ones; they are not used.");
+                                + user.verifiedThroughText
+                                + ") are not later than the installed ones; they are not used.");
         }
     }
     if (!installedProblem.empty())

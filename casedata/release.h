@@ -49,6 +49,13 @@ struct FtfMinimumSchedule {
     friend bool operator==(const FtfMinimumSchedule&, const FtfMinimumSchedule&) = default;
 };
 
+// One minimum as its three fields are written, checked against the rows
+// before it: a four-digit year after the last one's, an amount in dollars and
+// cents above 0, a source (blanks around each field are dropped). Nothing,
+// with the reason in `why`, when it cannot be taken.
+std::optional<FtfMinimum> ReadFtfMinimum(std::string_view year, std::string_view amount, std::string_view source,
+                                         const FtfMinimumSchedule& before, std::string& why);
+
 struct ReleaseInfo {
     std::string name;         // "Qrat2026Q2"
     std::string description;  // "2026, 2nd Quarter": the window title and the About box
@@ -63,9 +70,6 @@ struct ReleaseInfo {
 
     friend bool operator==(const ReleaseInfo&, const ReleaseInfo&) = default;
 };
-
-// The release file's name inside a release folder.
-inline constexpr std::string_view kReleaseFileName = "qrat-release.txt";
 
 // Reads a release file: "key=value" lines (name, description,
 // verified_through, verified_through_text, estimated_through,
@@ -91,8 +95,7 @@ std::string CheckReleaseFolder(const std::filesystem::path& folder, ReleaseInfo&
 // Which release the program uses.
 struct ReleaseInUse {
     ReleaseInfo info;                // empty when no usable release was found
-    std::filesystem::path folder;    // where its tables are
-    bool fromUserFolder = false;
+    std::filesystem::path folder;    // where its tables are: the installation folder or the user's
     // Said to the user once: a release in the user's folder that was refused,
     // or an installed release that cannot be read.
     std::vector<std::string> warnings;

@@ -84,7 +84,6 @@ int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)
     if (tables) {
         env.paths.ratesDir = *tables;
         env.release.folder = *tables;
-        env.release.fromUserFolder = false;
         ReleaseInfo own;
         if (ReadReleaseInfo(env.paths.releaseFile(), own))
             env.release.info = std::move(own);

@@ -23,11 +23,12 @@ int showRelease(CliEnv& env)
     const ReleaseInfo& info = use.info;
     env.out << "Release:            " << info.name << " (" << info.description << ")\n"
             << "Folder:             " << use.folder.string()
-            << (use.fromUserFolder ? "  (the user's data folder; replaces the installed release)"
+            << (use.folder == env.paths.userReleaseDir() ? "  (the user's data folder; replaces the installed release)"
                 : use.folder == env.paths.installDir ? "  (installed with the program)"
                                                      : "")
             << "\n"
-            << "Verified through:   " << FormatMMDDYYYY(info.verifiedThrough) << "  " << info.verifiedThroughText << "\n"
+            << "Verified through:   " << FormatMMDDYYYY(info.verifiedThrough) << "  " << info.verifiedThroughText
+            << "\n"
             << "Estimated through:  " << FormatMMDDYYYY(info.estimatedThrough) << "  " << info.estimatedThroughText
             << "\n"
             << "User release folder: " << env.paths.userReleaseDir().string() << "\n";

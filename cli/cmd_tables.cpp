@@ -33,21 +33,6 @@ std::filesystem::path sourcePath(const Paths& paths, const Authority& a)
     return paths.tableSources() / ratesrc::SourceFileName(a.file);
 }
 
-std::string readProblem(const RateTableReadResult& r)
-{
-    switch (r.status) {
-    case RateTableReadResult::Status::NotFound:
-        return "does not exist";
-    case RateTableReadResult::Status::BadMarker:
-        return "is not a rate table (the NOTVB3 marker is missing)";
-    case RateTableReadResult::Status::Damaged:
-        return "is damaged: " + r.detail;
-    case RateTableReadResult::Status::Ok:
-        break;
-    }
-    return {};
-}
-
 // A source rate as the table should hold it: an empty text is a rate that
 // was not published.
 bool sameRate(const std::string& sourceText, float tableRate)
@@ -86,7 +71,7 @@ int listTables(CliEnv& env)
             allPresent = false;
             if (present)
                 env.err << "qratcalc-cli tables: " << env.paths.table(a.file).string() << " "
-                        << readProblem(r) << "\n";
+                        << RateTableProblem(r) << "\n";
         }
     }
     if (!unpublished.empty()) {
@@ -108,7 +93,7 @@ int showTable(CliEnv& env, const Authority& a)
     const std::filesystem::path tablePath = env.paths.table(a.file);
     const RateTableReadResult r = ReadRateTableFile(tablePath);
     if (r.status != RateTableReadResult::Status::Ok) {
-        env.err << "qratcalc-cli tables: " << tablePath.string() << " " << readProblem(r) << "\n";
+        env.err << "qratcalc-cli tables: " << tablePath.string() << " " << RateTableProblem(r) << "\n";
         return kExitProblem;
     }
 

@@ -20,7 +20,7 @@ bool DataInInstallFolder(std::string_view version)
 
 fs::path GetWin7AppDataPath(const Paths& paths, std::string_view name)
 {
-    const fs::path maker = paths.userDataRoot / "Brindlecote";
+    const fs::path maker = paths.userDataRoot / kMakerFolder;
     const fs::path folder = maker / name;
     // The data root is the platform's own (it may not exist yet for a new
     // account); the two levels below it are tested and created one by one.
@@ -43,7 +43,7 @@ fs::path DefaultDataFolder(std::string_view version, const Paths& paths)
 {
     if (DataInInstallFolder(version))
         return paths.installDir;
-    return GetWin7AppDataPath(paths, "Qrat");
+    return GetWin7AppDataPath(paths, kProgramFolder);
 }
 
 void CopySampleCases(const Paths& paths, const fs::path& folder)

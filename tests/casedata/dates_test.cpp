@@ -92,4 +92,20 @@ INSTANTIATE_TEST_SUITE_P(
                       ParseCase{"4/15/2016/1", 0, 0, 0}, ParseCase{"a/b/cccc", 0, 0, 0},
                       ParseCase{"004/15/2016", 0, 0, 0}, ParseCase{"-4/15/2016", 0, 0, 0}));
 
+// The strict form of the rate sources and the release file.
+TEST(Dates, ParseMMDDYYYYOnlyOnTheCalendar)
+{
+    // 1/1/1982 is 29,952 days after 30 December 1899: 2 days to 1/1/1900, then
+    // 82 years of 365 days and 20 leap days (1904-1980; 1900 was not a leap year).
+    ASSERT_TRUE(rw::ParseMMDDYYYY("01/01/1982"));
+    EXPECT_EQ(rw::ParseMMDDYYYY("01/01/1982")->dayNumber(), 29952.0);
+    EXPECT_EQ(rw::ParseMMDDYYYY("02/29/2024"), Date::fromCivil(2024, 2, 29));
+    EXPECT_FALSE(rw::ParseMMDDYYYY("02/29/2023"));
+    EXPECT_FALSE(rw::ParseMMDDYYYY("1/1/1982"));
+    EXPECT_FALSE(rw::ParseMMDDYYYY("01/01/82"));
+    EXPECT_FALSE(rw::ParseMMDDYYYY("13/01/1982"));
+    EXPECT_FALSE(rw::ParseMMDDYYYY("01-01-1982"));
+    EXPECT_FALSE(rw::ParseMMDDYYYY(""));
+}
+
 }  // namespace

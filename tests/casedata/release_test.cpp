@@ -86,10 +86,10 @@ TEST(ReleaseFile, RefusedWithTheFileAndLine)
     EXPECT_EQ(problemOf(kGood + "colour=blue\n"), "rel.txt:11: unknown key colour");
     EXPECT_EQ(problemOf(kGood + "just words\n"), "rel.txt:11: expected key=value");
     EXPECT_EQ(problemOf(kGood + "ftf_minimum=2023,450.00,Rev. Proc. 2022-38\n"),
-              "rel.txt:11: ftf_minimum years must increase");
-    EXPECT_EQ(problemOf(kGood + "ftf_minimum=2025,0,x\n"), "rel.txt:11: ftf_minimum: not a positive amount: 0");
+              "rel.txt:11: ftf_minimum: the years must increase");
+    EXPECT_EQ(problemOf(kGood + "ftf_minimum=2025,0,x\n"), "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0");
     EXPECT_EQ(problemOf(kGood + "ftf_minimum=2025,510.00\n"), "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE");
-    EXPECT_EQ(problemOf(kGood + "ftf_minimum=2025,510.00, \n"), "rel.txt:11: ftf_minimum for 2025 has no source");
+    EXPECT_EQ(problemOf(kGood + "ftf_minimum=2025,510.00, \n"), "rel.txt:11: ftf_minimum: the row has no source");
     EXPECT_EQ(problemOf(kGood + "ftf_minimum=MMXXV,510.00,x\n"), "rel.txt:11: ftf_minimum: not a year: MMXXV");
     std::string noMinimums = kGood.substr(0, kGood.find("ftf_minimum"));
     EXPECT_EQ(problemOf(noMinimums), "rel.txt: no ftf_minimum is given");

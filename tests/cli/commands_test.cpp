@@ -6,6 +6,8 @@
 #include "../casedata/handcase.h"
 #include "support/tempdir.h"
 
+#include "support/clirun.h"
+
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -13,22 +15,8 @@
 
 namespace {
 
-struct CliRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(std::vector<std::string> args)
-{
-    args.insert(args.begin(), "qratcalc-cli");
-    std::vector<char*> argv;
-    for (std::string& a : args)
-        argv.push_back(a.data());
-    std::ostringstream out, err;
-    const int status = rw::cli::RunCli(static_cast<int>(argv.size()), argv.data(), out, err);
-    return {status, out.str(), err.str()};
-}
+using rwtest::CliRun;
+using rwtest::RunCliCommand;
 
 void WriteText(const std::filesystem::path& p, const std::string& text)
 {
@@ -52,7 +40,7 @@ TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
 {
     rwtest::TempDir dir;
     WriteText(dir / "case.json", kCase);
-    const CliRun imp = Cli({"import", (dir / "case.json").string(), "-o", (dir / "CASE.INT").string()});
+    const CliRun imp = RunCliCommand({"import", (dir / "case.json").string(), "-o", (dir / "CASE.INT").string()});
     ASSERT_EQ(imp.status, 0) << imp.err;
     EXPECT_EQ(imp.out, "");
     const std::vector<char> file = ReadBytes(dir / "CASE.INT");
@@ -61,7 +49,7 @@ TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
     EXPECT_EQ(std::string(file.data() + 26, 3), "Pat");
     EXPECT_EQ(std::string(file.data() + 514 + 57, 16), "Two             ");
 
-    const CliRun exported = Cli({"export", (dir / "CASE.INT").string()});
+    const CliRun exported = RunCliCommand({"export", (dir / "CASE.INT").string()});
     ASSERT_EQ(exported.status, 0) << exported.err;
     nlohmann::json doc;
     std::string error;
@@ -78,7 +66,7 @@ TEST(CliImportExport, ImportConvertsAnOldCaseFileToTheCurrentLayout)
     rwtest::TempDir dir;
     const std::vector<char> old = rwtest::HandCaseFile("Qrat1998Q4.00", rwtest::HandLayout::L482, 5, {0, 1, 0});
     std::ofstream(dir / "old.INT", std::ios::binary).write(old.data(), static_cast<std::streamsize>(old.size()));
-    const CliRun imp = Cli({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()});
+    const CliRun imp = RunCliCommand({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()});
     ASSERT_EQ(imp.status, 0) << imp.err;
     const std::vector<char> now = ReadBytes(dir / "new.INT");
     ASSERT_EQ(now.size(), 514u + 56);
@@ -94,14 +82,14 @@ TEST(CliImportExport, AnImportErrorNamesTheFieldAndWritesNothing)
     const std::string in = (dir / "bad.json").string();
     WriteText(in, R"({"payments": [{}, {"dtPmt": "13/45/2016"}]})");
     const std::string out = (dir / "bad.INT").string();
-    const CliRun r = Cli({"import", in, "-o", out});
+    const CliRun r = RunCliCommand({"import", in, "-o", out});
     EXPECT_EQ(r.status, 2);
     EXPECT_EQ(r.err, "qratcalc-cli import: " + in + R"(: payments[1].dtPmt: not a date: "13/45/2016")" + "\n");
     EXPECT_FALSE(std::filesystem::exists(out));
 
     // An existing output file is left as it was.
     WriteText(out, "previous");
-    EXPECT_EQ(Cli({"import", in, "-o", out}).status, 2);
+    EXPECT_EQ(RunCliCommand({"import", in, "-o", out}).status, 2);
     const std::vector<char> kept = ReadBytes(out);
     EXPECT_EQ(std::string(kept.begin(), kept.end()), "previous");
 }
@@ -123,7 +111,7 @@ TEST(CliImportExport, UsageProblems)
           Row{{"export", in, in}, "qratcalc-cli export: usage: export CASE.INT\n"},
           Row{{"export", (dir / "none.INT").string()},
               "qratcalc-cli export: " + (dir / "none.INT").string() + ": no such file\n"}}) {
-        const CliRun r = Cli(row.args);
+        const CliRun r = RunCliCommand(row.args);
         EXPECT_EQ(r.status, 2);
         EXPECT_EQ(r.err, row.err);
         EXPECT_EQ(r.out, "");

@@ -8,8 +8,11 @@
 #include "casedata/ratetable.h"
 #include "shell/startup.h"
 
+#include "support/ratesources.h"
 #include "support/recordingmessages.h"
 #include "support/tempdir.h"
+
+#include "support/clirun.h"
 
 #include <gtest/gtest.h>
 
@@ -19,32 +22,10 @@
 
 namespace {
 
+using rwtest::CliRun;
+using rwtest::RunCliCommand;
+
 namespace fs = std::filesystem;
-
-struct CliRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(std::vector<std::string> args)
-{
-    args.insert(args.begin(), "qratcalc-cli");
-    std::vector<char*> argv;
-    for (std::string& a : args)
-        argv.push_back(a.data());
-    std::ostringstream out, err;
-    const int status = rw::cli::RunCli(static_cast<int>(argv.size()), argv.data(), out, err);
-    return {status, out.str(), err.str()};
-}
-
-std::string ReadText(const fs::path& p)
-{
-    std::ifstream in(p, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
 
 // The user's data root of these tests is a folder of their own; the program
 // and the tool find it through XDG_DATA_HOME, as they do on a desktop.
@@ -56,15 +37,7 @@ protected:
         oldDataHome_ = old ? old : "";
         setenv("XDG_DATA_HOME", dataHome.path().c_str(), 1);
 
-        const char* src = std::getenv("RW_SOURCE_DIR");
-        fs::copy(fs::path(src ? src : ".") / "data" / "rates", sources.path(), fs::copy_options::recursive);
-        // The third quarter of 2026 is announced; the first of 2027 is estimated.
-        std::string fed = ReadText(sources / "fed.csv");
-        const auto at = fed.find("07/01/2026,09/30/2026,0.07,0.07,C,\"ESTIMATE:");
-        EXPECT_NE(at, std::string::npos);
-        fed.replace(at, fed.find('\n', at) - at, "07/01/2026,09/30/2026,0.07,0.07,C,Rev. Rul. 2026-12");
-        fed += "01/01/2027,03/31/2027,0.08,0.08,C,ESTIMATE: a rise expected\n";
-        std::ofstream(sources / "fed.csv", std::ios::binary) << fed;
+        rwtest::CopyRateSourcesWithNextQuarter(sources.path());
     }
     ~UpdatedRates() override
     {
@@ -87,7 +60,8 @@ private:
 
 TEST_F(UpdatedRates, ANewerReleaseIsUsedAtTheNextStart)
 {
-    const CliRun built = Cli({"release", "build", sources.path().string(), "-o", userRates().string()});
+    const CliRun built
+        = RunCliCommand({"release", "build", sources.path().string(), "-o", userRates().string()});
     ASSERT_EQ(built.status, 0) << built.err;
     EXPECT_NE(built.out.find("Built Qrat2026Q3 (2026, 3rd Quarter)"), std::string::npos) << built.out;
 
@@ -102,7 +76,7 @@ TEST_F(UpdatedRates, ANewerReleaseIsUsedAtTheNextStart)
     EXPECT_EQ(s.gRates.back().dtThru, rw::Date::fromCivil(2027, 3, 31));
     EXPECT_EQ(s.gRates.back().fUPRate, 0.08f);
 
-    const CliRun shown = Cli({"release", "show"});
+    const CliRun shown = RunCliCommand({"release", "show"});
     EXPECT_EQ(shown.status, 0) << shown.err;
     EXPECT_NE(shown.out.find("Release:            Qrat2026Q3 (2026, 3rd Quarter)"), std::string::npos) << shown.out;
     EXPECT_NE(shown.out.find("the user's data folder"), std::string::npos);
@@ -111,7 +85,7 @@ TEST_F(UpdatedRates, ANewerReleaseIsUsedAtTheNextStart)
 
 TEST_F(UpdatedRates, ATruncatedTableIsRefusedAndTheInstalledReleaseUsed)
 {
-    ASSERT_EQ(Cli({"release", "build", sources.path().string(), "-o", userRates().string()}).status, 0);
+    ASSERT_EQ(RunCliCommand({"release", "build", sources.path().string(), "-o", userRates().string()}).status, 0);
     const fs::path damaged = userRates() / "ny_ind1.tbl";
     fs::resize_file(damaged, fs::file_size(damaged) - 7);
 
@@ -125,7 +99,7 @@ TEST_F(UpdatedRates, ATruncatedTableIsRefusedAndTheInstalledReleaseUsed)
     EXPECT_EQ(s.gRates.back().dtThru, rw::Date::fromCivil(2026, 12, 31));
 
     // The tool says the same and goes on with the installed release.
-    const CliRun shown = Cli({"release", "show"});
+    const CliRun shown = RunCliCommand({"release", "show"});
     EXPECT_EQ(shown.status, 0);
     EXPECT_NE(shown.err.find(damaged.string()), std::string::npos) << shown.err;
     EXPECT_NE(shown.out.find("Release:            Qrat2026Q2 (2026, 2nd Quarter)"), std::string::npos) << shown.out;
@@ -133,7 +107,7 @@ TEST_F(UpdatedRates, ATruncatedTableIsRefusedAndTheInstalledReleaseUsed)
 
 TEST_F(UpdatedRates, ShowsTheInstalledReleaseWithItsMinimumsAndTables)
 {
-    const CliRun shown = Cli({"release", "show"});
+    const CliRun shown = RunCliCommand({"release", "show"});
     ASSERT_EQ(shown.status, 0) << shown.err;
     EXPECT_NE(shown.out.find("Verified through:   06/30/2026  June 30, 2026"), std::string::npos) << shown.out;
     EXPECT_NE(shown.out.find("(installed with the program)"), std::string::npos);
@@ -145,14 +119,15 @@ TEST_F(UpdatedRates, ABadSourceBuildsNothing)
 {
     std::ofstream(sources / "fed.csv", std::ios::app | std::ios::binary)
         << "04/01/2027,06/30/2027,0.75,0.07,C,ESTIMATE: a slipped decimal point\n";
-    const CliRun built = Cli({"release", "build", sources.path().string(), "-o", userRates().string()});
+    const CliRun built
+        = RunCliCommand({"release", "build", sources.path().string(), "-o", userRates().string()});
     EXPECT_EQ(built.status, 2);
     EXPECT_NE(built.err.find("above 50 %"), std::string::npos) << built.err;
     EXPECT_NE(built.err.find("nothing written"), std::string::npos);
     EXPECT_FALSE(fs::exists(userRates() / "qrat-release.txt"));
 
-    EXPECT_EQ(Cli({"release", "build", sources.path().string()}).status, 2);  // no -o
-    EXPECT_EQ(Cli({"release", "frobnicate"}).status, 2);
+    EXPECT_EQ(RunCliCommand({"release", "build", sources.path().string()}).status, 2);  // no -o
+    EXPECT_EQ(RunCliCommand({"release", "frobnicate"}).status, 2);
 }
 
 }  // namespace

@@ -6,33 +6,18 @@
 #include "pentest.h"
 #include "support/tempdir.h"
 
+#include "support/clirun.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 namespace {
 
+using rwtest::CliRun;
+using rwtest::RunCliCommand;
+
 using namespace pentest;
-
-struct CliRun {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
-
-CliRun run(std::vector<std::string> args)
-{
-    args.insert(args.begin(), "qratcalc-cli");
-    std::vector<char*> argv;
-    for (std::string& a : args)
-        argv.push_back(a.data());
-    std::ostringstream out, err;
-    CliRun r;
-    r.status = rw::cli::RunCli(static_cast<int>(argv.size()), argv.data(), out, err);
-    r.out = out.str();
-    r.err = err.str();
-    return r;
-}
 
 // One deposit of 300.00 due 4/15/2016; "Late" paid 10 days after (5 %: 15.00),
 // "OnTime" on the due date.
@@ -54,7 +39,7 @@ TEST(ArrangeCommand, WritesThePaymentsInTheCheapestOrder)
     const std::string in = (dir / "PR.INT").string();
     const std::string outPath = (dir / "OUT.INT").string();
     rw::WriteCase(in, payrollCase());
-    const CliRun r = run({"arrange", in, "-o", outPath});
+    const CliRun r = RunCliCommand({"arrange", in, "-o", outPath});
     EXPECT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out,
               "Savings To Employer: The employer saved $15 by having the Brindlecote optimize the application of "
@@ -76,9 +61,9 @@ TEST(ArrangeCommand, BadInputExitsWithTwo)
     rw::Case notPayroll = payrollCase();
     notPayroll.init.bPayroll = rw::kNo;
     rw::WriteCase(in, notPayroll);
-    EXPECT_EQ(run({"arrange", in}).status, 2);                                       // no -o
-    EXPECT_EQ(run({"arrange", (dir / "missing.INT").string(), "-o", "x.INT"}).status, 2);
-    const CliRun r = run({"arrange", in, "-o", (dir / "OUT.INT").string()});
+    EXPECT_EQ(RunCliCommand({"arrange", in}).status, 2);                                       // no -o
+    EXPECT_EQ(RunCliCommand({"arrange", (dir / "missing.INT").string(), "-o", "x.INT"}).status, 2);
+    const CliRun r = RunCliCommand({"arrange", in, "-o", (dir / "OUT.INT").string()});
     EXPECT_EQ(r.status, 2);
     EXPECT_NE(r.err.find("is not a payroll case"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(dir / "OUT.INT"));
@@ -92,7 +77,7 @@ TEST(ArrangeCommand, TenPaymentsAreRefusedWithTheWarning)
         AddPayment(c, D(5, 1, 2016), "10.00");
     const std::string in = (dir / "PR.INT").string();
     rw::WriteCase(in, c);
-    const CliRun r = run({"arrange", in, "-o", (dir / "OUT.INT").string()});
+    const CliRun r = RunCliCommand({"arrange", in, "-o", (dir / "OUT.INT").string()});
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(r.err.starts_with("WARNING: Due to time and memory that it takes to calculate penalties"));
     EXPECT_FALSE(std::filesystem::exists(dir / "OUT.INT"));
@@ -105,7 +90,7 @@ TEST(ArrangeCommand, DepositWithoutDueDateIsAFault)
     c.deposits[0].dtDepDue = rw::NoDate;
     const std::string in = (dir / "PR.INT").string();
     rw::WriteCase(in, c);
-    const CliRun r = run({"arrange", in, "-o", (dir / "OUT.INT").string()});
+    const CliRun r = RunCliCommand({"arrange", in, "-o", (dir / "OUT.INT").string()});
     EXPECT_EQ(r.status, 2);
     EXPECT_EQ(r.out, "{\"fault\":{\"detail\":\"days late out of range\",\"number\":6,\"procedure\":\"CalcUSPRPen\"}}\n");
 }

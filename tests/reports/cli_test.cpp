@@ -8,34 +8,19 @@
 #include "cli/cmd_report.h"
 #include "reports/textprinter.h"
 
+#include "support/clirun.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 namespace {
 
+using rwtest::CliRun;
+using rwtest::RunCliCommand;
+
 using namespace rw;
 using namespace reporttest;
-
-struct CliRun {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
-
-CliRun runCli(std::vector<std::string> args)
-{
-    args.insert(args.begin(), "qratcalc-cli");
-    std::vector<char*> argv;
-    for (std::string& a : args)
-        argv.push_back(a.data());
-    std::ostringstream out, err;
-    CliRun r;
-    r.status = cli::RunCli(static_cast<int>(argv.size()), argv.data(), out, err);
-    r.out = out.str();
-    r.err = err.str();
-    return r;
-}
 
 std::string caseFile(const char* name)
 {
@@ -66,14 +51,14 @@ TEST(ComputeJson, SummaryLinesInDisplayOrderEndingWithTotal)
 
 TEST(ReportCommand, InputsWindowWithTheGridsOfItsLists)
 {
-    const CliRun r = runCli({"report", "--reports", "inputs", caseFile("clicase")});
+    const CliRun r = RunCliCommand({"report", "--reports", "inputs", caseFile("clicase")});
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, Expected("clicase", "report-inputs.txt"));
 }
 
 TEST(PrintCommand, TextPagesOfTheInputsListing)
 {
-    const CliRun r = runCli({"print", "--reports", "inputs", "--text", caseFile("clicase")});
+    const CliRun r = RunCliCommand({"print", "--reports", "inputs", "--text", caseFile("clicase")});
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(r.out, Expected("clicase", "print-inputs.txt"));
     EXPECT_EQ(r.err, "Printing Inputs...\nPrinting Done\n");
@@ -81,7 +66,7 @@ TEST(PrintCommand, TextPagesOfTheInputsListing)
 
 TEST(PrintCommand, LinesOptionSetsThePageCapacity)
 {
-    const CliRun r = runCli({"print", "--reports", "inputs", "--text", "--lines", "40", caseFile("clicase")});
+    const CliRun r = RunCliCommand({"print", "--reports", "inputs", "--text", "--lines", "40", caseFile("clicase")});
     ASSERT_EQ(r.status, 0) << r.err;
     const auto pages = SplitPages(r.out);
     ASSERT_EQ(pages.size(), 2u);
@@ -92,11 +77,11 @@ TEST(PrintCommand, LinesOptionSetsThePageCapacity)
 
 TEST(ReportCommands, BadArgumentsAreRefused)
 {
-    EXPECT_EQ(runCli({"report", "--reports", "inputs,bogus", caseFile("clicase")}).status, cli::kExitBadInput);
-    EXPECT_EQ(runCli({"print", "--text", "--pdf", "x.pdf", caseFile("clicase")}).status, cli::kExitBadInput);
-    EXPECT_EQ(runCli({"print", caseFile("clicase")}).status, cli::kExitBadInput);
-    EXPECT_EQ(runCli({"print", "--text", "--lines", "0", caseFile("clicase")}).status, cli::kExitBadInput);
-    EXPECT_EQ(runCli({"report", "missing.json"}).status, cli::kExitBadInput);
+    EXPECT_EQ(RunCliCommand({"report", "--reports", "inputs,bogus", caseFile("clicase")}).status, cli::kExitBadInput);
+    EXPECT_EQ(RunCliCommand({"print", "--text", "--pdf", "x.pdf", caseFile("clicase")}).status, cli::kExitBadInput);
+    EXPECT_EQ(RunCliCommand({"print", caseFile("clicase")}).status, cli::kExitBadInput);
+    EXPECT_EQ(RunCliCommand({"print", "--text", "--lines", "0", caseFile("clicase")}).status, cli::kExitBadInput);
+    EXPECT_EQ(RunCliCommand({"report", "missing.json"}).status, cli::kExitBadInput);
 }
 
 TEST(ReportList, NamesAndAll)

@@ -53,23 +53,6 @@ TEST(CsvRecord, JoinQuotesOnlyWhatNeedsIt)
     EXPECT_EQ(rs::SplitCsvRecord(line), fields);
 }
 
-// --- Dates -------------------------------------------------------------------
-
-TEST(SourceDate, OnlyMmDdYyyyOnTheCalendar)
-{
-    // 1/1/1982 is 29,952 days after 30 December 1899: 2 days to 1/1/1900, then
-    // 82 years of 365 days and 20 leap days (1904-1980; 1900 was not a leap year).
-    ASSERT_TRUE(rs::ParseSourceDate("01/01/1982"));
-    EXPECT_EQ(rs::ParseSourceDate("01/01/1982")->dayNumber(), 29952.0);
-    EXPECT_EQ(rs::ParseSourceDate("02/29/2024"), Date::fromCivil(2024, 2, 29));
-    EXPECT_FALSE(rs::ParseSourceDate("02/29/2023"));
-    EXPECT_FALSE(rs::ParseSourceDate("1/1/1982"));
-    EXPECT_FALSE(rs::ParseSourceDate("01/01/82"));
-    EXPECT_FALSE(rs::ParseSourceDate("13/01/1982"));
-    EXPECT_FALSE(rs::ParseSourceDate("01-01-1982"));
-    EXPECT_FALSE(rs::ParseSourceDate(""));
-}
-
 // --- Rates -------------------------------------------------------------------
 
 TEST(RateText, NearestSingleOfTheDecimalText)

@@ -5,11 +5,11 @@
 #include "casedata/ratetable.h"
 #include "tools/ratetables/releasebuild.h"
 
+#include "support/ratesources.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -22,23 +22,12 @@ using rw::Money;
 
 const std::string kHeader = std::string(rs::kTableHeader) + "\n";
 
-fs::path shippedSources()
-{
-    const char* src = std::getenv("RW_SOURCE_DIR");
-    return fs::path(src ? src : ".") / "data" / "rates";
-}
-
 std::string readFile(const fs::path& p)
 {
     std::ifstream in(p, std::ios::binary);
     std::ostringstream s;
     s << in.rdbuf();
     return s.str();
-}
-
-void writeFile(const fs::path& p, const std::string& text)
-{
-    std::ofstream(p, std::ios::binary) << text;
 }
 
 bool mentions(const std::vector<rs::SourceProblem>& problems, const std::string& what)
@@ -133,7 +122,7 @@ TEST(Minimums, Refusals)
 // 12/31/2026.
 TEST(ShippedSources, BuildTheReleaseOf2026SecondQuarter)
 {
-    const rs::ReleaseBuild b = rs::BuildRelease(shippedSources());
+    const rs::ReleaseBuild b = rs::BuildRelease(rwtest::ShippedRateSources());
     ASSERT_TRUE(b.ok()) << b.problems.front().text();
     ASSERT_EQ(b.tables.size(), rw::Authorities().size());
     EXPECT_EQ(b.info.name, "Qrat2026Q2");
@@ -149,23 +138,11 @@ TEST(ShippedSources, BuildTheReleaseOf2026SecondQuarter)
     EXPECT_NE(b.info.ftfMinimums.rows.back().source.find("Rev. Proc. 2025-32"), std::string::npos);
 }
 
-// A copy of the sources with one more quarter: the third quarter of 2026 is
-// announced (its row loses the ESTIMATE mark) and the first quarter of 2027
-// is added as an estimate.
+// A copy of the sources with one more quarter (Q3 2026 announced, Q1 2027
+// estimated).
 class OneMoreQuarter : public testing::Test {
 protected:
-    OneMoreQuarter()
-    {
-        fs::copy(shippedSources(), sources.path(), fs::copy_options::recursive);
-        std::string fed = readFile(sources / "fed.csv");
-        const std::string q3 = "07/01/2026,09/30/2026,0.07,0.07,C,\"ESTIMATE:";
-        const auto at = fed.find(q3);
-        EXPECT_NE(at, std::string::npos);
-        const auto end = fed.find('\n', at);
-        fed.replace(at, end - at, "07/01/2026,09/30/2026,0.07,0.07,C,\"Rev. Rul. 2026-12 (7 % for the third quarter)\"");
-        fed += "01/01/2027,03/31/2027,0.07,0.07,C,\"ESTIMATE: the rate of 10/1/2026-12/31/2026 carried forward\"\n";
-        writeFile(sources / "fed.csv", fed);
-    }
+    OneMoreQuarter() { rwtest::CopyRateSourcesWithNextQuarter(sources.path()); }
     rwtest::TempDir sources;
     rwtest::TempDir out;
 };

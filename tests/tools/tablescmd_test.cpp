@@ -31,7 +31,7 @@ CmdRun tables(std::vector<std::string> args, std::filesystem::path dir = {})
         dir = env ? env : "";
     }
     std::ostringstream out, err;
-    rw::cli::CliEnv env{std::move(args), out, err, rw::Paths::ForFolders(dir, dir)};
+    rw::cli::CliEnv env{std::move(args), out, err, rw::Paths::ForFolders(dir, dir), {}};
     CmdRun r;
     r.status = rw::cli::CmdTables(env);
     r.out = out.str();

@@ -213,21 +213,6 @@ std::string FormatTableSource(const std::vector<SourceRow>& rows)
     return out;
 }
 
-std::optional<Date> ParseSourceDate(std::string_view text)
-{
-    if (text.size() != 10 || text[2] != '/' || text[5] != '/')
-        return std::nullopt;
-    const std::string_view mm = text.substr(0, 2), dd = text.substr(3, 2), yyyy = text.substr(6, 4);
-    if (!allDigits(mm) || !allDigits(dd) || !allDigits(yyyy))
-        return std::nullopt;
-    const int m = (mm[0] - '0') * 10 + (mm[1] - '0');
-    const int d = (dd[0] - '0') * 10 + (dd[1] - '0');
-    const int y = ((yyyy[0] - '0') * 10 + (yyyy[1] - '0')) * 100 + (yyyy[2] - '0') * 10 + (yyyy[3] - '0');
-    if (y < 1800 || m < 1 || m > 12 || d < 1 || d > DaysInMonth(y, m))
-        return std::nullopt;
-    return Date::fromCivil(y, m, d);
-}
-
 std::optional<float> ParseRateText(std::string_view text)
 {
     if (!splitDecimal(text))
@@ -288,8 +273,8 @@ TableBuild BuildTable(const SourceFile& src)
     std::optional<Date> prevThru;
     for (const SourceRow& r : src.rows) {
         RateRow row;
-        const auto from = ParseSourceDate(r.from);
-        const auto thru = ParseSourceDate(r.thru);
+        const auto from = ParseMMDDYYYY(r.from);
+        const auto thru = ParseMMDDYYYY(r.thru);
         if (!from)
             problem(r, "from date " + inQuotes(r.from) + " is not a date written mm/dd/yyyy");
         if (!thru)
@@ -383,8 +368,8 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
     // between rows would hide a period nobody looked at.
     std::optional<Date> prevThru;
     for (const SourceRow& r : schedule.rows) {
-        const auto from = ParseSourceDate(r.from);
-        const auto thru = ParseSourceDate(r.thru);
+        const auto from = ParseMMDDYYYY(r.from);
+        const auto thru = ParseMMDDYYYY(r.thru);
         if (!from || !thru) {
             problem(r, "dates " + inQuotes(r.from) + ", " + inQuotes(r.thru) + " are not written mm/dd/yyyy");
         } else {

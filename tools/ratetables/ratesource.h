@@ -93,9 +93,6 @@ SourceFile ReadSourceFile(const std::filesystem::path& file, std::string_view he
 // Writes rows as a table source (header line first, "\n" line ends).
 std::string FormatTableSource(const std::vector<SourceRow>& rows);
 
-// A date written exactly mm/dd/yyyy and existing on the calendar.
-std::optional<Date> ParseSourceDate(std::string_view text);
-
 // A rate written as a plain decimal ("0.075", ".5", "12"; a leading minus
 // allowed so that the check can refuse it), read straight from its text to
 // the nearest single-precision value. No exponents, no "nan" or "inf".

@@ -72,11 +72,12 @@ ReleaseDates DeriveReleaseDates(const SourceFile& fed)
         lastVerified = &row;
     }
     if (!lastVerified) {
-        addProblem(out.problems, fed.name, 0, "no row is verified (every row is marked " + std::string(kEstimateMark) + ")");
+        addProblem(out.problems, fed.name, 0,
+                   "no row is verified (every row is marked " + std::string(kEstimateMark) + ")");
         return out;
     }
-    const std::optional<Date> verified = ParseSourceDate(lastVerified->thru);
-    const std::optional<Date> estimated = ParseSourceDate(fed.rows.back().thru);
+    const std::optional<Date> verified = ParseMMDDYYYY(lastVerified->thru);
+    const std::optional<Date> estimated = ParseMMDDYYYY(fed.rows.back().thru);
     if (!verified || !estimated) {
         addProblem(out.problems, fed.name, 0, "the table's last dates cannot be read");
         return out;
@@ -117,31 +118,13 @@ MinimumsRead ParseMinimums(std::string_view text, std::string_view name)
             addProblem(out.problems, name, lineNo, "expected first_year,amount,source");
             continue;
         }
-        const std::string year(TrimBlanks((*fields)[0]));
-        const std::string amount(TrimBlanks((*fields)[1]));
-        const std::string source(TrimBlanks((*fields)[2]));
-        FtfMinimum row;
-        if (year.size() != 4 || year.find_first_not_of("0123456789") != std::string::npos) {
-            addProblem(out.problems, name, lineNo, "not a year: " + year);
+        std::string why;
+        std::optional<FtfMinimum> row = ReadFtfMinimum((*fields)[0], (*fields)[1], (*fields)[2], out.schedule, why);
+        if (!row) {
+            addProblem(out.problems, name, lineNo, why);
             continue;
         }
-        row.firstYear = std::stoi(year);
-        const std::optional<Money> m = Money::parse(amount);
-        if (!m || !(*m > Money()) || m->raw() % 100 != 0) {
-            addProblem(out.problems, name, lineNo, "not an amount in dollars and cents above 0: " + amount);
-            continue;
-        }
-        row.amount = *m;
-        if (source.empty()) {
-            addProblem(out.problems, name, lineNo, "the row has no source");
-            continue;
-        }
-        row.source = source;
-        if (!out.schedule.rows.empty() && row.firstYear <= out.schedule.rows.back().firstYear) {
-            addProblem(out.problems, name, lineNo, "the years must increase");
-            continue;
-        }
-        out.schedule.rows.push_back(std::move(row));
+        out.schedule.rows.push_back(std::move(*row));
     }
     if (out.schedule.rows.empty() && out.problems.empty())
         addProblem(out.problems, name, 0, "no minimum amounts");

@@ -1,0 +1,37 @@
+#include "support/ratesources.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace rwtest {
+
+namespace fs = std::filesystem;
+
+fs::path ShippedRateSources()
+{
+    const char* src = std::getenv("RW_SOURCE_DIR");
+    return fs::path(src ? src : ".") / "data" / "rates";
+}
+
+void CopyRateSourcesWithNextQuarter(const fs::path& dest)
+{
+    fs::copy(ShippedRateSources(), dest, fs::copy_options::recursive);
+    std::ifstream in(dest / "fed.csv", std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    in.close();
+    std::string fed = text.str();
+    const auto at = fed.find("07/01/2026,09/30/2026,0.07,0.07,C,\"ESTIMATE:");
+    if (at == std::string::npos) {
+        ADD_FAILURE() << "fed.csv has no estimated third quarter of 2026";
+        return;
+    }
+    fed.replace(at, fed.find('\n', at) - at, "07/01/2026,09/30/2026,0.07,0.07,C,Rev. Rul. 2026-12");
+    fed += "01/01/2027,03/31/2027,0.08,0.08,C,ESTIMATE: a rise expected\n";
+    std::ofstream(dest / "fed.csv", std::ios::binary) << fed;
+}
+
+}  // namespace rwtest
