@@ -16,6 +16,8 @@ void ThrowFault(std::int16_t number, std::string_view procedure, std::string det
     throw Fault(number, std::string(procedure), std::move(detail));
 }
 
+Refusal::Refusal(std::string title, std::string text) : std::runtime_error(std::move(text)), title_(std::move(title)) {}
+
 bool NamedByValueType(const Fault& f)
 {
     return f.procedure() == "Money" || f.procedure() == "Case" || f.procedure() == "RoundCurrency";

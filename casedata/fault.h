@@ -43,6 +43,22 @@ private:
 
 [[noreturn]] void ThrowFault(std::int16_t number, std::string_view procedure, std::string detail = {});
 
+// An expected condition met inside a computation: the case asks for something
+// the program cannot honestly give (interest on a rate the table does not
+// hold). It is answered with a message where the computation was asked for;
+// the program, the case in memory and the case on disk stay as they were.
+// Never a fault: WithFaultName lets it pass unchanged.
+class Refusal : public std::runtime_error {
+public:
+    Refusal(std::string title, std::string text);
+
+    const std::string& title() const { return title_; }
+    std::string_view text() const { return what(); }
+
+private:
+    std::string title_;
+};
+
 // The description of an error number, as the run-time words it
 // ("Subscript out of range" for 9, "Invalid file format" for 321).
 std::string ErrorDescription(int number);
@@ -69,6 +85,8 @@ decltype(auto) WithFaultName(std::string_view procedure, F&& body)
 {
     try {
         return body();
+    } catch (const Refusal&) {
+        throw;
     } catch (const Fault& f) {
         if (NamedByValueType(f))
             ThrowFault(f.number(), procedure, f.detail());

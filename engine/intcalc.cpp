@@ -6,6 +6,7 @@
 #include "engine/ratesel.h"
 
 #include <cmath>
+#include <optional>
 
 namespace rw {
 
@@ -38,6 +39,14 @@ bool intFactor(RateSelector& sel, ResultPeriod& row)
         }
         return compounds;
     });
+}
+
+// A row that needs no rate (suspended, not yet due) shows none when the table
+// has none for its days.
+void noRateShown(ResultPeriod& r)
+{
+    if (std::isnan(r.fRate))
+        r.fRate = 0.0f;
 }
 
 ResultPeriod& checkedRow(std::vector<ResultPeriod>& rows, std::size_t k, std::string_view procedure)
@@ -131,15 +140,23 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
                 ResultAsPoint(p, rows, cur);
             }
         }
-        // The last interest row runs to the stop date on the balance after
-        // the point that ended the walk (a payment, charge or penalty dated
-        // on the stop date; the stop point itself carries nothing). When the
-        // points ran out first there is no such row to close.
+        // The last interest row runs through the stop date on the balance
+        // before that day's events; a payment, charge or penalty dated on the
+        // stop date then follows as an event row of its own, as on any other
+        // day, so its interest part counts. When the points ran out first
+        // there is no such row to close.
         if (reachedStop) {
             ResultPeriod& last = rows[cur];
             last.dtEnd = stopDate;
-            last.cTaxPen = rows[cur - 1].cTaxPen + tl[j].cTax + tl[j].cPen;
+            last.fRate = sel.stdPeriodRate(stopDate);
             last.cAccruedInt = rows[cur - 1].cAccruedInt;
+            for (; j < tl.size() && tl[j].dtDate == stopDate; ++j) {
+                const std::string_view kind = tl[j].sCode.view();
+                if (kind != code::kRatePeriodEnd && kind != code::kStop) {
+                    nextRow();
+                    ResultAsPoint(tl[j], rows, cur);
+                }
+            }
         }
         rows.resize(cur + 1);
 
@@ -154,12 +171,25 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
                 r.cInterest = Money();
                 r.dIntFactor = 0.0;
                 r.sDesc = "Int Suspended";
+                noRateShown(r);
             } else if (r.dtBegin < in.dtDue) {
                 // Nothing accrues on a row that begins before the return is due.
                 r.cInterest = Money();
                 r.dIntFactor = 0.0;
                 if (mentionsInterest(r.sDesc))
                     r.sDesc = "T/R Not Due";
+                noRateShown(r);
+            } else if (const std::optional<MissingRate> missing = r.nDays > 0 ? sel.missingRate(r) : std::nullopt) {
+                // A rate the table does not hold: nothing is owed on a zero
+                // balance at any rate; anything else cannot be computed.
+                if (r.cTaxPen + r.cAccruedInt != Money())
+                    throw RefuseMissingRate(in, wr, *missing);
+                r.fRate = 0.0f;
+                r.nDays = 0;
+                r.dIntFactor = 0.0;
+                r.cInterest = RoundCurrency(r.cInterest, 2);
+                if (r.sDesc.isUnset())
+                    r.sDesc = "Nothing Owed";
             } else {
                 const bool compounds = intFactor(sel, r);
                 const Money base = compounds ? r.cTaxPen + r.cAccruedInt : r.cTaxPen;

@@ -6,6 +6,7 @@
 
 
 #include <algorithm>
+#include <limits>
 
 namespace rw {
 
@@ -152,7 +153,7 @@ float GetRevisedRate(const InitInputs& init, ResultPeriod& row, const RateTable&
 }
 
 RateSelector::RateSelector(const InitInputs& init, const RateTable& wr, const TimeLine& tl)
-    : init_(init), wr_(wr), stdRows_(wr), revisedRows_(wr), tax_(tl)
+    : init_(init), wr_(wr), stdRows_(wr), revisedRows_(wr), coverRows_(wr), tax_(tl)
 {
 }
 
@@ -160,8 +161,78 @@ float RateSelector::stdPeriodRate(Date d)
 {
     const std::ptrdiff_t i = stdRows_.find(d);
     if (i < 0)
-        beyondTable("GetStdPeriodRate", wr_, d, &init_);
+        return std::numeric_limits<float>::quiet_NaN();
     return wr_[static_cast<std::size_t>(i)].fUPRate;
+}
+
+std::optional<MissingRate> RateSelector::missingRate(const ResultPeriod& row)
+{
+    using Kind = MissingRate::Kind;
+    if (wr_.empty())
+        return MissingRate{Kind::AfterTable, row.dtBegin, row.dtEnd};
+    const Date first = wr_.front().dtFrom;
+    if (row.dtBegin < first)
+        return MissingRate{Kind::BeforeTable, row.dtBegin, std::min(row.dtEnd, first - 1)};
+    const std::ptrdiff_t i = coverRows_.find(row.dtEnd);
+    if (i < 0)
+        return MissingRate{Kind::AfterTable, std::max(row.dtBegin, wr_.back().dtThru + 1), row.dtEnd};
+
+    // Federal rows revise the underpayment column in both directions; a
+    // state's overpaid row takes the refund column.
+    const bool refund = !init_.isFederal() && !(row.cTaxPen + row.cAccruedInt > Money());
+    auto lacks = [&](std::size_t k) {
+        return std::isnan(wr_[k].fUPRate) || (refund && std::isnan(wr_[k].fOPRate));
+    };
+    auto k = static_cast<std::size_t>(i);
+    if (!lacks(k))
+        return std::nullopt;
+    // The whole stretch of its kind, however many rows the year ends cut it
+    // into: a hole, or rows whose only lack is the refund rate.
+    const Kind kind = std::isnan(wr_[k].fUPRate) ? Kind::Hole : Kind::Refund;
+    auto same = [&](std::size_t n) { return lacks(n) && std::isnan(wr_[n].fUPRate) == (kind == Kind::Hole); };
+    std::size_t a = k;
+    std::size_t b = k;
+    while (a > 0 && same(a - 1))
+        --a;
+    while (b + 1 < wr_.size() && same(b + 1))
+        ++b;
+    return MissingRate{kind, wr_[a].dtFrom, wr_[b].dtThru};
+}
+
+Refusal RefuseMissingRate(const InitInputs& init, const RateTable& wr, const MissingRate& missing)
+{
+    using Kind = MissingRate::Kind;
+    const std::string table = "The " + std::string(AuthorityForCode(init.sTaxAuth.view()).name) + " rate table";
+    const std::string stretch = FormatShortDate(missing.from) + " to " + FormatShortDate(missing.thru);
+    constexpr std::string_view update
+        = "install a release of the rates that covers it (see \"Updating interest rates\" in the manual).";
+    std::string text;
+    switch (missing.kind) {
+    case Kind::Hole:
+        text = table + " has no published interest rate for " + stretch
+            + ", and the balance in that period is not zero. Change the start or stop date so that the "
+              "calculation leaves that period out, or "
+            + std::string(update);
+        break;
+    case Kind::Refund:
+        text = table + " has no published overpayment (refund) rate for " + stretch
+            + ", and the case is overpaid in that period. Change the start or stop date so that the "
+              "calculation leaves that period out, or "
+            + std::string(update);
+        break;
+    case Kind::BeforeTable:
+        text = table + " begins on " + FormatShortDate(wr.empty() ? missing.thru : wr.front().dtFrom)
+            + ", and this calculation needs a rate for " + stretch
+            + ". Change the start date so that the calculation lies within the table, or " + std::string(update);
+        break;
+    case Kind::AfterTable:
+        text = table + (wr.empty() ? std::string(" has no rows") : " ends on " + FormatShortDate(wr.back().dtThru))
+            + ", and this calculation needs a rate for " + stretch
+            + ". Change the stop date so that the calculation lies within the table, or " + std::string(update);
+        break;
+    }
+    return Refusal("Interest Cannot Be Computed",
+                   text + " Interest is never computed on a rate the table does not hold.");
 }
 
 float RateSelector::revisedUSRate(ResultPeriod& row)

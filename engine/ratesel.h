@@ -11,6 +11,7 @@
 #include "engine/intcalc.h"
 
 #include <cstddef>
+#include <optional>
 
 namespace rw {
 
@@ -55,6 +56,20 @@ float GetRevisedUSRate(const InitInputs& init, ResultPeriod& row, const TimeLine
 // overpayment rate when nothing is owed.
 float GetRevisedStateRate(ResultPeriod& row, const RateRow& tableRow);
 
+// A stretch of the rate table without the rate an interest row needs: a hole
+// in the table (no published rate at all), a refund rate never published for
+// an overpaid row, or days before the table begins or after it ends.
+struct MissingRate {
+    enum class Kind { Hole, Refund, BeforeTable, AfterTable };
+    Kind kind = Kind::Hole;
+    Date from;  // the stretch the table lacks (for a hole, all of it)
+    Date thru;
+};
+
+// The message that refuses a computation needing the rate the table lacks,
+// naming the authority, the missing stretch and what the user can do.
+Refusal RefuseMissingRate(const InitInputs& init, const RateTable& wr, const MissingRate& missing);
+
 // The rate selection of one computation: the functions above for the rows of
 // one case, rate table and time line, asked in date order. Results are those
 // of the functions above; the table rows and the tax to date are found with
@@ -63,7 +78,12 @@ class RateSelector {
 public:
     RateSelector(const InitInputs& init, const RateTable& wr, const TimeLine& tl);
 
-    float stdPeriodRate(Date d);                            // GetStdPeriodRate
+    // GetStdPeriodRate, except that a date beyond the table gives NaN (no
+    // rate) instead of a fault: missingRate then tells what is lacking.
+    float stdPeriodRate(Date d);
+    // What the table lacks for an interest row (its days and its balance,
+    // cTaxPen + cAccruedInt, set), or nothing when the rate is there.
+    std::optional<MissingRate> missingRate(const ResultPeriod& row);
     float revisedRate(ResultPeriod& row, bool& compounds);  // GetRevisedRate
     float revisedUSRate(ResultPeriod& row);                 // GetRevisedUSRate
 
@@ -72,6 +92,7 @@ private:
     const RateTable& wr_;
     RateRowFinder stdRows_;
     RateRowFinder revisedRows_;
+    RateRowFinder coverRows_;
     TaxToDateCursor tax_;
 };
 

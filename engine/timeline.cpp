@@ -51,6 +51,19 @@ void writeSortCode(TLPoint& p)
 
 }  // namespace
 
+bool HasDueDatePoint(const InitInputs& init)
+{
+    if (IsYes(init.bPayroll))
+        return true;
+    const Date due = init.dtDue;
+    return due.isGiven() && init.tlStart.dtDate < due && due < init.tlStop.dtDate;
+}
+
+Date ChargeInterestDate(const ChargeRec& ch)
+{
+    return ch.dtIntStart.isGiven() && ch.dtIntStart != Date() ? ch.dtIntStart : ch.dtLiab;
+}
+
 std::int16_t CountUSPts(const InitInputs& init, std::int16_t n)
 {
     std::int32_t count = n;
@@ -67,7 +80,7 @@ std::int16_t CountPoints(const Case& c, const RateTable& rates)
 {
     const InitInputs& in = c.init;
     std::int64_t count = std::int64_t{in.nPmts} + 2 + in.nCharges + static_cast<std::int64_t>(rates.size());
-    if (IsYes(in.bPayroll))
+    if (HasDueDatePoint(in))
         count += 1;
     if (in.dtIntSuspend.isGiven())
         count += 2;
@@ -83,7 +96,7 @@ void AddChargePts(const Case& c, TimeLine& tl, std::int16_t& next)
 {
     WithFaultName("AddChargePts", [&] {
         for (const ChargeRec& ch : c.otherCharges()) {
-            TLPoint p = makePoint(ch.dtIntStart, {}, code::kOtherCharge);
+            TLPoint p = makePoint(ChargeInterestDate(ch), {}, code::kOtherCharge);
             p.sDesc = ch.sDesc;  // as stored, a never-set text included
             p.cTax = ch.cToTax;
             p.cPen = ch.cToPen;
@@ -158,7 +171,9 @@ void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyC
         start.sCode = code::kStart;
         putPoint(start, tl, next, "BuildTimeLine");
 
-        if (IsYes(in.bPayroll))
+        // A return falling due after the calculation starts closes the row
+        // on its due date, so that interest runs from the day after it.
+        if (HasDueDatePoint(in))
             putPoint(makePoint(in.dtDue, "T/R due next day", code::kPayrollDue), tl, next, "BuildTimeLine");
 
         TLPoint stop = in.tlStop;

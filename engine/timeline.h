@@ -44,6 +44,16 @@ public:
     virtual void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next) = 0;
 };
 
+// Whether the time line has the "PRD " point on the due date: always in a
+// payroll case, and whenever the return falls due strictly between the start
+// and the stop date, so that interest runs from the day after it is due.
+bool HasDueDatePoint(const InitInputs& init);
+
+// The day interest starts on a charge: its own interest date, or its date of
+// liability when it has none (0 or no date, as older files and JSON cases
+// can hold).
+Date ChargeInterestDate(const ChargeRec& ch);
+
 // Points the builder creates itself: start, stop, payments, charges, one per
 // rate row, the payroll due date, the suspension pair, the corporate starts.
 std::int16_t CountPoints(const Case& c, const RateTable& rates);
@@ -56,7 +66,8 @@ void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyC
 // The builder's steps. Each writes its points at next, next + 1, ... of a
 // time line already sized by CountPoints and advances next; a point beyond
 // the array is a fault (9), an index beyond 32,767 an overflow fault (6).
-// One "OTHC" point per charge in use, dated by its interest start.
+// One "OTHC" point per charge in use, dated by its interest start
+// (ChargeInterestDate).
 void AddChargePts(const Case& c, TimeLine& tl, std::int16_t& next);
 // One "PMT " point per payment in use, with its three parts negated.
 void AddPmtPts(const Case& c, TimeLine& tl, std::int16_t& next);

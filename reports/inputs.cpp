@@ -2,6 +2,7 @@
 
 #include "casedata/fault.h"
 #include "casedata/numtext.h"
+#include "engine/timeline.h"
 #include "reports/reporttext.h"
 
 #include <vector>
@@ -161,7 +162,7 @@ void PrnCharges(PrintManager& pm, const Case& c)
                 PrnChrgHeadings(pm, c.init);
             p.printAt(3, ch.sDesc.shown());
             p.printAt(22, FormatMMDDYYYY(ch.dtLiab));
-            p.printAt(33, FormatMMDDYYYY(ch.dtIntStart));
+            p.printAt(33, FormatMMDDYYYY(ChargeInterestDate(ch)));
             pm.PrnAmtAt(ch.cTotal, 44);
             p.endLine();
         }
@@ -281,7 +282,7 @@ GridData FillChrgGrd(const Case& c)
         GridData g = SetupChrgGrd(list.size());
         for (std::size_t i = 0; i < list.size(); ++i)
             g.cells[i + 1] = {list[i].sDesc.shown(), FormatMMDDYYYY(list[i].dtLiab),
-                              FormatMMDDYYYY(list[i].dtIntStart), FormatMoney(list[i].cTotal)};
+                              FormatMMDDYYYY(ChargeInterestDate(list[i])), FormatMoney(list[i].cTotal)};
         return g;
     });
 }

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <limits>
 
 using namespace enginetest;
 using rw::ResultPeriod;
@@ -191,8 +193,6 @@ TEST_P(PaymentDay, TheBalanceChangesFromTheDayAfterThePayment)
 INSTANTIATE_TEST_SUITE_P(
     Interest, PaymentDay,
     ::testing::Values(
-        // on the stop date: no event row; the last row runs on 6,000 for all 59 days
-        EventDayCase{"onStopDate", D(2017, 3, 1), 2, "6000", 59},
         // on the start date: an event row right after the start row; 6,000 for 59 days
         EventDayCase{"onStartDate", D(2017, 1, 1), 3, "6000", 59},
         // before the start: no row, no change of the balance
@@ -303,22 +303,193 @@ TEST(Interest, SuspensionAcrossRatePeriods)
                                {D(2017, 10, 1), D(2017, 12, 31), "Compound Int.", 92, i8}});
 }
 
-// Rows that begin before the due date earn nothing for their whole length;
-// in a payroll case the "PRD " point closes such a row on the due date.
-TEST(Interest, RowsBeginningBeforeTheDueDateEarnNothing)
+// Rows that begin before the due date earn nothing; a due date strictly
+// between the start and the stop date closes the row there, in a payroll case
+// or not, so interest runs from the day after it.
+struct DueCase {
+    const char* name;
+    Date due;
+    bool payroll;
+    bool duePoint;      // a "T/R due next day" row on the due date
+    const char* total;  // the interest of the case
+};
+
+class DueDate : public ::testing::TestWithParam<DueCase> {};
+
+TEST_P(DueDate, InterestRunsFromTheDayAfterTheDueDate)
+{
+    const DueCase& e = GetParam();
+    rw::Case c = Federal(D(2017, 1, 1), D(2017, 3, 31), "10000");
+    c.init.dtDue = e.due;
+    c.init.bPayroll = e.payroll ? rw::kYes : rw::kNo;
+    const Outcome run = Compute(c, kOneRow8);
+    EXPECT_EQ(run.total, M(e.total));
+    bool duePoint = false;
+    for (const ResultPeriod& r : run.rows)
+        duePoint = duePoint || r.sDesc.is("T/R due next day");
+    EXPECT_EQ(duePoint, e.duePoint);
+}
+
+// 10,000.00 at 8 % (the single nearest), 2/16-3/31/2017, 44 days on 365:
+// (1 + 0.08/365)^44 - 1 = 0.0096894201; x 10,000 = 96.894 -> 96.89.
+// The whole quarter, 1/2-3/31, 89 days: 0.0196961711 x 10,000 = 196.9617 -> 196.96.
+INSTANTIATE_TEST_SUITE_P(
+    Interest, DueDate,
+    ::testing::Values(DueCase{"dueInsideNotPayroll", D(2017, 2, 15), false, true, "96.89"},
+                      DueCase{"dueInsidePayroll", D(2017, 2, 15), true, true, "96.89"},
+                      DueCase{"dueOnTheStart", D(2017, 1, 1), false, false, "196.96"},
+                      DueCase{"dueOnTheStopDate", D(2017, 3, 31), false, false, "0"},
+                      DueCase{"dueAfterTheStop", D(2017, 4, 15), false, false, "0"}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+TEST(Interest, TheDueDateRowAndTheRowBeforeIt)
 {
     rw::Case c = Federal(D(2017, 1, 1), D(2017, 3, 31), "10000");
     c.init.dtDue = D(2017, 2, 15);
     ExpectRows(Compute(c, kOneRow8), {{D(2017, 1, 1), D(2017, 1, 1), "T/R Not Due", 0, Money()},
-                                      {D(2017, 1, 2), D(2017, 3, 31), nullptr, 89, Money()}});
-
-    c.init.bPayroll = rw::kYes;
-    const Money i = Compound(M("10000"), r8, 365, 44);  // 2/16-3/31: 96.89
-    EXPECT_EQ(i, M("96.89"));
-    ExpectRows(Compute(c, kOneRow8), {{D(2017, 1, 1), D(2017, 1, 1), "T/R Not Due", 0, Money()},
                                       {D(2017, 1, 2), D(2017, 2, 15), nullptr, 45, Money()},
                                       {D(2017, 2, 15), D(2017, 2, 15), "T/R due next day", 0, Money()},
-                                      {D(2017, 2, 16), D(2017, 3, 31), "Compound Int.", 44, i}});
+                                      {D(2017, 2, 16), D(2017, 3, 31), "Compound Int.", 44, M("96.89")}});
+}
+
+// Events on the stop date: the last row runs through the stop date on the
+// balance before them, and each follows as an event row whose interest part
+// counts. 10,000.00 at 8 %, 1/2-2/1/2017, 31 days:
+// (1 + 0.08/365)^31 - 1 = 0.0068169059; x 10,000 = 68.169 -> 68.17.
+TEST(Interest, EventsOnTheStopDateFollowTheLastRow)
+{
+    rw::Case c = Federal(D(2017, 1, 1), D(2017, 2, 1), "10000");
+    AddPayment(c, D(2017, 2, 1), "4000");
+    Outcome run = Compute(c, kOneRow8);
+    ExpectRows(run, {{D(2017, 1, 1), D(2017, 1, 1), "Start Interest", 0, Money()},
+                     {D(2017, 1, 2), D(2017, 2, 1), "Compound Int.", 31, M("68.17")},
+                     {D(2017, 2, 1), D(2017, 2, 1), "Payment", 0, Money()}});
+    EXPECT_EQ(run.rows[1].cTaxPen, M("10000"));
+    EXPECT_EQ(run.rows[2].cTaxPen, M("6000"));
+
+    // Paid in full on the stop date, interest included: nothing is left.
+    c.pmts[0].cToTax = M("10000");
+    c.pmts[0].cToInt = M("68.17");
+    run = Compute(c, kOneRow8);
+    EXPECT_EQ(run.rows[1].cInterest, M("68.17"));
+    EXPECT_EQ(run.total, Money());
+
+    // A charge on the stop date earns nothing that day.
+    c = Federal(D(2017, 1, 1), D(2017, 2, 1), "10000");
+    AddCharge(c, D(2017, 2, 1), "5000");
+    run = Compute(c, kOneRow8);
+    EXPECT_EQ(run.total, M("68.17"));
+    EXPECT_EQ(run.rows.back().cTaxPen, M("15000"));
+}
+
+// A charge without an interest date runs from its date of liability.
+// 10,000.00 from 1/2 to 1/31/2017, 30 days: 0.0065962821 x 10,000 -> 65.96;
+// then 11,065.96 for 2/1-3/1, 29 days: 0.0063757066 x 11,065.96 = 70.553 -> 70.55.
+TEST(Interest, AChargeWithoutInterestDateRunsFromItsLiability)
+{
+    for (const Date none : {Date(), rw::NoDate}) {
+        rw::Case c = Federal(D(2017, 1, 1), D(2017, 3, 1), "10000");
+        AddCharge(c, D(2017, 1, 31), "1000");
+        c.charges[0].dtIntStart = none;
+        const Outcome run = Compute(c, kOneRow8);
+        EXPECT_EQ(run.total, M("136.51"));
+    }
+}
+
+// ---- Rates the table does not hold ----------------------------------------------
+
+std::string RefusalOf(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const rw::Refusal& r) {
+        return r.title() + ": " + std::string(r.text());
+    }
+    return "no refusal";
+}
+
+bool Mentions(const std::string& text, const char* part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+constexpr float kNoRate = std::numeric_limits<float>::quiet_NaN();
+
+// A state table with a hole in the second half of 2017 (no published rate in
+// either direction) and no refund rate published for 2018.
+const rw::RateTable kHoleTable = {Row(D(2016, 1, 1), D(2016, 12, 31), 0.08f, 0.06f),
+                                  Row(D(2017, 1, 1), D(2017, 6, 30), 0.08f, 0.06f),
+                                  Row(D(2017, 7, 1), D(2017, 12, 31), kNoRate, kNoRate),
+                                  Row(D(2018, 1, 1), D(2018, 12, 31), 0.08f, kNoRate)};
+
+rw::Case Florida(Date start, Date stop, const char* balance)
+{
+    rw::Case c = Federal(start, stop, balance);
+    c.init.sTaxAuth = "FL  ";
+    return c;
+}
+
+struct MissingCase {
+    const char* name;
+    std::function<rw::Case()> kase;
+    std::vector<const char*> told;  // parts of the message; empty: computed
+};
+
+class MissingRate : public ::testing::TestWithParam<MissingCase> {};
+
+TEST_P(MissingRate, RefusedUnlessNothingIsOwed)
+{
+    const MissingCase& e = GetParam();
+    const std::string said = RefusalOf([&] { Compute(e.kase(), kHoleTable); });
+    if (e.told.empty()) {
+        EXPECT_EQ(said, "no refusal");
+        return;
+    }
+    EXPECT_TRUE(Mentions(said, "Interest Cannot Be Computed: The Florida rate table ")) << said;
+    for (const char* part : e.told)
+        EXPECT_TRUE(Mentions(said, part)) << said;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Interest, MissingRate,
+    ::testing::Values(
+        MissingCase{"owedInAHole", [] { return Florida(D(2017, 1, 1), D(2017, 12, 31), "10000"); },
+                    {"no published interest rate for 7/1/2017 to 12/31/2017", "balance in that period is not zero"}},
+        MissingCase{"overpaidInAHole", [] { return Florida(D(2017, 1, 1), D(2017, 8, 31), "-10000"); },
+                    {"no published interest rate for 7/1/2017 to 12/31/2017"}},
+        MissingCase{"beforeTheHole", [] { return Florida(D(2016, 6, 1), D(2017, 6, 30), "10000"); }, {}},
+        MissingCase{"overpaidWithoutRefundRate", [] { return Florida(D(2018, 1, 1), D(2018, 3, 31), "-500"); },
+                    {"no published overpayment (refund) rate for 1/1/2018 to 12/31/2018"}},
+        MissingCase{"owedWhereOnlyTheRefundRateIsMissing",
+                    [] { return Florida(D(2018, 1, 1), D(2018, 3, 31), "500"); }, {}},
+        MissingCase{"zeroBalanceWithoutRefundRate", [] { return Florida(D(2018, 1, 1), D(2018, 3, 31), "0"); }, {}},
+        MissingCase{"beforeTheTable", [] { return Florida(D(2015, 6, 30), D(2016, 6, 30), "10000"); },
+                    {"begins on 1/1/2016", "needs a rate for 7/1/2015 to 12/31/2015", "Change the start date"}},
+        MissingCase{"afterTheTable", [] { return Florida(D(2018, 6, 30), D(2019, 2, 1), "10000"); },
+                    {"ends on 12/31/2018", "needs a rate for 1/1/2019 to 2/1/2019", "Change the stop date"}},
+        MissingCase{"notYetDueBeforeTheTable",
+                    [] {
+                        rw::Case c = Florida(D(2015, 6, 30), D(2016, 6, 30), "10000");
+                        c.init.dtDue = D(2016, 1, 1);
+                        return c;
+                    },
+                    {}}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+// Paid in full, interest included, before the hole: the zero balance earns
+// nothing there and nothing is refused. 10,000.00 at 8 % for 1/2-6/30/2017,
+// 180 days: (1 + 0.08/365)^180 - 1 = 0.0402361254 -> 402.36.
+TEST(Interest, AZeroBalanceEarnsNothingInAHole)
+{
+    rw::Case c = Florida(D(2017, 1, 1), D(2018, 3, 31), "10000");
+    AddPayment(c, D(2017, 6, 30), "10000", "402.36");
+    const Outcome run = Compute(c, kHoleTable);
+    EXPECT_EQ(run.rows[1].cInterest, M("402.36"));
+    EXPECT_EQ(run.total, Money());
+    ASSERT_GE(run.rows.size(), 4u);
+    EXPECT_EQ(run.rows[3].dtBegin, D(2017, 7, 1));
+    EXPECT_TRUE(run.rows[3].sDesc.is("Nothing Owed")) << run.rows[3].sDesc.str();
+    EXPECT_EQ(run.rows[3].fRate, 0.0f);
 }
 
 // ---- Limits and odd cases ----------------------------------------------------
@@ -363,12 +534,19 @@ TEST(Interest, MoreThan601RowsIsAFault)
     EXPECT_EQ(FaultOf([&] { Compute(c, t); }), "9 GetInterest: the computation needs more than 601 result rows");
 }
 
-TEST(Interest, StopDateBeyondTheRateTableIsFaultNine)
+// No row crosses a year end: each row takes its basis from the year it begins
+// in. 100,000.00 at 8 %, start 9/30/2023, stop 12/31/2024:
+//   10/1-12/31/2023, 92 days on 365: 0.0203668032 x 100,000 = 2,036.68;
+//   2024, 366 days on 366: 0.0832775958 x 102,036.68 = 8,497.37; total 10,534.05.
+// One row from 10/1/2023 to 12/31/2024 would take 365 for all 458 days:
+//   0.1055827373 x 100,000 = 10,558.27.
+TEST(Interest, RowsCutAtTheYearEndTakeEachYearsBasis)
 {
-    rw::Case c = Federal(D(2026, 6, 1), D(2027, 7, 1), "10000");
-    const rw::RateTable t = Quarterly(2026, 2026, r8);
-    EXPECT_EQ(FaultOf([&] { Compute(c, t); }),
-              "9 GetStdPeriodRate: the stop date 07/01/2027 lies beyond the rate table, which ends 12/31/2026");
+    const rw::Case c = Federal(D(2023, 9, 30), D(2024, 12, 31), "100000");
+    const rw::RateTable cut = {Row(D(2023, 10, 1), D(2023, 12, 31), 0.08f), Row(D(2024, 1, 1), D(2024, 12, 31), 0.08f)};
+    EXPECT_EQ(Compute(c, cut).total, M("10534.05"));
+    const rw::RateTable merged = {Row(D(2023, 10, 1), D(2024, 12, 31), 0.08f)};
+    EXPECT_EQ(Compute(c, merged).total, M("10558.27"));
 }
 
 TEST(Interest, TheCaseIsNotChanged)
