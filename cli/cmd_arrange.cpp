@@ -80,6 +80,9 @@ int CmdArrange(CliEnv& env)
         } else {
             WriteCase(*out, c);
         }
+    } catch (const Refusal& r) {
+        WriteRefusal(env, r);
+        return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

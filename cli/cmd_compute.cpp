@@ -188,6 +188,9 @@ int CmdCompute(CliEnv& env)
         return status;
     try {
         env.out << ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums)).dump(2) << "\n";
+    } catch (const Refusal& r) {
+        WriteRefusal(env, r);
+        return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

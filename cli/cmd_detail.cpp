@@ -23,6 +23,9 @@ int CmdDetail(CliEnv& env)
     DetailAnalysis a;
     try {
         a = MakeDetailAnalysis(ComputeCase(c, rates, env.release.info.ftfMinimums).rows);
+    } catch (const Refusal& r) {
+        WriteRefusal(env, r);
+        return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

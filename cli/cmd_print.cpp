@@ -114,6 +114,9 @@ int CmdPrint(CliEnv& env)
     PrintJob job{*printer, state, msgs, [&](std::string_view s) { env.err << s << "\n"; }, {}};
     try {
         PrintReports(*choice, static_cast<std::int16_t>(copies), c, job, StandardReportSources(rates, env.release.info.ftfMinimums));
+    } catch (const Refusal& r) {
+        WriteRefusal(env, r);
+        return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

@@ -94,6 +94,14 @@ void WriteFault(CliEnv& env, const Fault& f)
     env.out << j.dump() << "\n";
 }
 
+void WriteRefusal(CliEnv& env, const Refusal& r)
+{
+    nlohmann::json j;
+    j["refused"] = {{"title", Latin1ToUtf8(r.title())}, {"message", Latin1ToUtf8(std::string(r.text()))}};
+    env.out << j.dump() << "\n";
+    env.err << Latin1ToUtf8(std::string(r.text())) << "\n";
+}
+
 // report --reports LIST CASE: the texts of the report windows in the order
 // the report display command opens them. Text windows print their text; grid
 // windows print their grid with columns aligned (one blank between columns);
@@ -120,6 +128,9 @@ int CmdReport(CliEnv& env)
     std::vector<ReportWindow> windows;
     try {
         windows = ReportWindows(*choice, c, StandardReportSources(rates, env.release.info.ftfMinimums));
+    } catch (const Refusal& r) {
+        WriteRefusal(env, r);
+        return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;

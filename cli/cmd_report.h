@@ -32,5 +32,8 @@ private:
 
 // {"fault": {"procedure": ..., "number": ..., "detail": ...}} on env.out.
 void WriteFault(CliEnv& env, const Fault& f);
+// A computation the rates cannot support, as {"refused": {"title", "message"}}
+// on the output and its message on the error stream.
+void WriteRefusal(CliEnv& env, const Refusal& r);
 
 }  // namespace rw::cli

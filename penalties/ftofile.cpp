@@ -26,13 +26,30 @@ constexpr double kFtfMonthlyRate = 0.05;
 
 }  // namespace
 
-Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear)
+Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear, std::string* note)
 {
-    const std::optional<Money> amount = minimums.forDueYear(dueYear);
-    if (!amount)
-        ThrowFault(kErrInvalidCall, "FailToFileMinimum",
-                   "the rate release gives no failure-to-file minimum for a return due in " + std::to_string(dueYear));
-    return *amount;
+    auto tell = [&](std::string text) {
+        if (note != nullptr)
+            *note = std::move(text);
+    };
+    tell({});
+    if (minimums.rows.empty()) {
+        tell("The release of the rates lists no minimum failure-to-file penalty; none was applied.");
+        return Money();
+    }
+    const FtfMinimum& first = minimums.rows.front();
+    const FtfMinimum& last = minimums.rows.back();
+    const std::string due = std::to_string(dueYear);
+    if (dueYear < first.firstYear) {
+        tell("Minimum failure-to-file penalty: the release of the rates lists amounts from " + std::to_string(first.firstYear)
+             + "; its earliest, " + FormatMoney(first.amount) + ", was applied to this return due in " + due + ".");
+        return first.amount;
+    }
+    if (dueYear > last.firstYear)
+        tell("Minimum failure-to-file penalty: the release of the rates lists amounts through " + std::to_string(last.firstYear)
+             + "; the " + std::to_string(last.firstYear) + " amount, " + FormatMoney(last.amount)
+             + ", was applied to this return due in " + due + ".");
+    return minimums.forDueYear(dueYear).value_or(last.amount);
 }
 
 float FailToPayRate(const Case& c, const FtoTable& table, Date date, int i)
@@ -119,7 +136,7 @@ void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::
 }
 
 void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
-                    const FtfMinimumSchedule& minimums)
+                    const FtfMinimumSchedule& minimums, std::string* minimumNote)
 {
     WithFaultName("FtoFtoTimeLine", [&] {
         const InitInputs& in = c.init;
@@ -133,10 +150,15 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
         // A payroll return has none; nor has a run that left no month rows.
         // The amounts come with the release of the rates.
         const bool minimumMayApply = !ftoRows.empty() && in.dtFiled - in.dtExtended > 60.0 && !IsYes(in.bPayroll);
-        const Money minimum = minimumMayApply ? FailToFileMinimum(minimums, in.dtDue.year()) : Money();
+        std::string note;
+        const Money minimum = minimumMayApply ? FailToFileMinimum(minimums, in.dtDue.year(), &note) : Money();
+        if (minimumNote != nullptr)
+            minimumNote->clear();
         if (minimumMayApply && point.cPen < minimum) {
             const Money base = GetFtoFBase(c, tl);
             point.cPen = base < minimum ? base : minimum;
+            if (minimumNote != nullptr && !(base < minimum))
+                *minimumNote = note;
             // The rows keep adding up to the point: the first charged month
             // shows the whole amount, the later ones 0.
             const Money threshold = Money::fromRaw(10);  // 0.001
@@ -153,7 +175,7 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
 }
 
 void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
-                      const FtfMinimumSchedule& minimums)
+                      const FtfMinimumSchedule& minimums, std::string* minimumNote)
 {
     WithFaultName("CalcUSFtoFilePay", [&] {
         const InitInputs& in = c.init;
@@ -201,8 +223,10 @@ void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vect
 
         if (IsYes(in.bFtoPay))
             FtoPtoTimeLine(c, tl, next, ftoRows);
+        if (minimumNote != nullptr)
+            minimumNote->clear();
         if (IsYes(in.bFtoFile))
-            FtoFtoTimeLine(c, tl, next, ftoRows, minimums);
+            FtoFtoTimeLine(c, tl, next, ftoRows, minimums, minimumNote);
     });
 }
 

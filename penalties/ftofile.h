@@ -36,8 +36,10 @@ struct FtoTable {
 // carrying an amount copied into ftoRows (replacing what it held), then the
 // "FPP " points when failure to pay is on and the "FFP " point when failure
 // to file is on. The minimum amounts are those of the release of the rates.
+// minimumNote, when given, receives the note of FailToFileMinimum when the
+// minimum was applied, and is emptied otherwise.
 void CalcUSFtoFilePay(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
-                      const FtfMinimumSchedule& minimums);
+                      const FtfMinimumSchedule& minimums, std::string* minimumNote = nullptr);
 
 // One month's failure to pay: cNetTax, fFtpRate and cFtp of row i.
 void GetFtoPayTaxBal(const Case& c, const TimeLine& tl, FtoTable& table, int i);
@@ -56,9 +58,11 @@ Money GetFtoFBase(const Case& c, const TimeLine& tl);
 // not later than 7/19/1984.
 Date GetFailToFileIntStart(const Case& c, Date assessDate);
 
-// The minimum failure-to-file amount for a return due in the given year; a
-// year the release gives no amount for is a fault.
-Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear);
+// The minimum failure-to-file amount for a return due in the given year. A
+// year after the last one the release of the rates lists takes the latest
+// amount it lists (one before the first, the earliest); note then tells which
+// year's amount was taken. A release without minimums gives 0 and says so.
+Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear, std::string* note = nullptr);
 
 // Appends the "FPP " points: the months up to the assessment date in one point
 // on that date (also when 0), every later month on its own first day.
@@ -66,6 +70,6 @@ void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::
 
 // Applies the minimum amount to ftoRows and appends the "FFP " point.
 void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,
-                    const FtfMinimumSchedule& minimums);
+                    const FtfMinimumSchedule& minimums, std::string* minimumNote = nullptr);
 
 }  // namespace rw

@@ -60,7 +60,7 @@ void PrnFtoFPHead(PrintManager& pm, const InitInputs& init)
     });
 }
 
-void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows)
+void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows, std::string_view note)
 {
     WithFaultName("PrnFtoFilePay", [&] {
         Printer& p = pm.printer();
@@ -99,6 +99,10 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
             p.printLine(1, "Penalty stops on filing date of return: " + FormatMMDDYYYY(init.dtFiled));
             p.printLine(1, "If after 1984, interest runs on penalty from extended due date: "
                                + FormatMMDDYYYY(init.dtExtended));
+            if (!note.empty()) {
+                pm.PrnManager2(1, h1, h2, kTitle);
+                p.printLine(1, std::string(note));
+            }
         }
         if (IsYes(init.bFtoPay)) {
             pm.PrnManager2(8, h1, h2, kTitle);

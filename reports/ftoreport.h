@@ -23,7 +23,10 @@ GridData FailFilePayGrid(const std::vector<FtoRow>& rows);
 GridData SetupFailFilePay(std::size_t months);
 
 // The printed analysis (Courier New 8, restored at the end).
-void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows);
+// note: which year's minimum failure-to-file amount was applied, printed
+// under the failure-to-file block when not empty.
+void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows,
+                   std::string_view note = {});
 void PrnFtoFPHead(PrintManager& pm, const InitInputs& init);
 
 }  // namespace rw

@@ -22,6 +22,17 @@ std::string dateRange(const InitInputs& init)
     return FormatShortDate(init.tlStart.dtDate) + " to " + FormatShortDate(init.tlStop.dtDate);
 }
 
+// In an overpayment case with stop days the computation already stops that
+// many days before the date the user gave (the refund check's date); the
+// summary says so under its period line.
+std::string refundStopNote(const InitInputs& init)
+{
+    if (!IsYes(init.bOverpayment) || init.nStopDays <= 0)
+        return {};
+    return "Interest on the refund stops " + std::to_string(init.nStopDays) + " days before the check date, "
+        + FormatShortDate(init.tlStop.dtDate + init.nStopDays) + ".";
+}
+
 // The lines without the total, and the total itself.
 std::vector<SummaryLine> shownLines(const TimeLine& tl, const InitInputs& init, Money interest, Money& total)
 {
@@ -112,6 +123,8 @@ std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money intere
         AppendLine(text, init.sName.trimmed());
         AppendLine(text, init.s2ndLine.trimmed());
         AppendLine(text, "From " + dateRange(init));
+        if (const std::string note = refundStopNote(init); !note.empty())
+            AppendLine(text, note);
         AppendLine(text, "");
         AppendLine(text, kNote);
         AppendLine(text, "");
@@ -135,6 +148,10 @@ void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Mo
         const std::string h1 = init.sName.shown();
         const std::string h2 = init.s2ndLine.shown();
         pm.PrnManager2(3, h1, h2, "Summary From " + dateRange(init));
+        if (const std::string note = refundStopNote(init); !note.empty()) {
+            pm.PrnManager2(1, h1, h2, "Summary");
+            p.printLine(kTextColumn, note);
+        }
         p.emptyLine();
         p.printLine(kTextColumn, kNote);
         p.emptyLine();

@@ -51,7 +51,10 @@ std::string sFormatSumm(Money amount);
 // The label left-aligned in 30 characters, then sFormatSumm: 44 characters.
 std::string sFormatSummLine(std::string_view label, Money amount);
 
-// The text of the summary window, lines ended by CR LF.
+// The text of the summary window, lines ended by CR LF. init is the case
+// as computed (ComputeCase): in an overpayment case with stop days its stop
+// date is already the day interest stops, and a line under the period says
+// so with the check date.
 std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest);
 
 // Prints the summary through the page manager (Courier New 12, restored).

@@ -23,11 +23,11 @@ void AppendLogLine(const Session& s, const std::string& line)
 
 }  // namespace
 
-std::string ErrorReportText(int number, std::string_view procedure)
+std::string ErrorReportText(int number, std::string_view procedure, std::string_view detail)
 {
     return "Error " + std::to_string(number) + ", " + ErrorDescription(number)
         + ", encountered.  Location of error: " + std::string(procedure)
-        + ".  Do you want to save your data before the program ABORTS?";
+        + (detail.empty() ? std::string() : " (" + std::string(detail) + ")") + ".  Do you want to save your data before the program ABORTS?";
 }
 
 std::string PossibleSolutionText(int number)
@@ -44,10 +44,10 @@ std::string PossibleSolutionText(int number)
 
 void ReportError(ShellContext& ctx, const Fault& fault)
 {
-    ReportError(ctx, fault.number(), fault.procedure());
+    ReportError(ctx, fault.number(), fault.procedure(), fault.detail());
 }
 
-void ReportError(ShellContext& ctx, int number, std::string_view procedure)
+void ReportError(ShellContext& ctx, int number, std::string_view procedure, std::string_view detail)
 {
     Session& s = ctx.session;
     // Nothing may stop the report: a copy or a save that fails is passed over.
@@ -55,7 +55,7 @@ void ReportError(ShellContext& ctx, int number, std::string_view procedure)
         WriteRecoveryCopy(s);
     } catch (const std::exception&) {
     }
-    const std::string text = ErrorReportText(number, procedure);
+    const std::string text = ErrorReportText(number, procedure, detail);
     if (ctx.msgs.ask("WARNING!", text, MsgIcon::Exclamation)) {
         try {
             FileSaveAs(ctx);
@@ -77,6 +77,10 @@ bool RunCommand(ShellContext& ctx, std::string_view name, const std::function<vo
     try {
         fn();
         return true;
+    } catch (const Refusal& r) {
+        // Expected: the case asks for what the rates cannot give. The user is
+        // told why; the program, the case and its file stay as they were.
+        ctx.msgs.show(r.title(), std::string(r.text()), MsgIcon::Exclamation);
     } catch (const Fault& f) {
         ReportError(ctx, f);
     } catch (const std::bad_alloc&) {

@@ -15,7 +15,10 @@ namespace rw {
 
 // "Error 9, Subscript out of range, encountered.  Location of error:
 // GetInterest.  Do you want to save your data before the program ABORTS?"
-std::string ErrorReportText(int number, std::string_view procedure);
+// With the fault's explanation (detail) when it has one:
+// "... Location of error: GetInterest (the computation needs more than 601
+// result rows).  Do you want ..."
+std::string ErrorReportText(int number, std::string_view procedure, std::string_view detail = {});
 
 // The "Possible Solution:" hint of an error number; empty for numbers
 // without one (all but 9 and 321).
@@ -25,9 +28,10 @@ std::string PossibleSolutionText(int number);
 // the question (Yes runs Save As), a line in qraterr.log ("mm-dd-yyyy -> "
 // and the question's text), the hint, the end.
 void ReportError(ShellContext& ctx, const Fault& fault);
-void ReportError(ShellContext& ctx, int number, std::string_view procedure);
+void ReportError(ShellContext& ctx, int number, std::string_view procedure, std::string_view detail = {});
 
-// The command boundary: runs fn and hands a fault to ReportError. Any other
+// The command boundary: runs fn and hands a fault to ReportError. A refusal
+// of the computation (rw::Refusal) is shown as a warning and ends nothing. Any other
 // exception becomes a fault named after the command (out of memory 7,
 // anything else 5). True when fn finished without a fault.
 bool RunCommand(ShellContext& ctx, std::string_view name, const std::function<void()>& fn);

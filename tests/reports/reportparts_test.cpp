@@ -89,7 +89,7 @@ TEST(InputsGrids, ChargesAndDeposits)
     const GridData c = InputsGrid(comp.kase, InputGridKind::Charges);
     EXPECT_EQ(c.caption, "Other Charge Inputs");
     EXPECT_EQ(c.cells[0], (Cells{"DESC.", "LIABILITY DATE", "INTEREST START DATE", "AMOUNT"}));
-    EXPECT_EQ(c.cells[2], (Cells{"Late charge     ", "08/01/2016", "04/14/1810", "100.00"}));
+    EXPECT_EQ(c.cells[2], (Cells{"Late charge     ", "08/01/2016", "08/01/2016", "100.00"}));
     const GridData d = InputsGrid(comp.kase, InputGridKind::Deposits);
     EXPECT_EQ(d.caption, "Payroll Deposit Inputs");
     ASSERT_EQ(d.rows(), 4u);

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPushButton>
@@ -248,6 +249,12 @@ GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks&
 
     auto* top = new QVBoxLayout(this);
     top->addWidget(table_, 1);
+    if (!report.text.empty()) {
+        auto* note = new QLabel(fromCore(report.text), this);
+        note->setObjectName(QStringLiteral("lblNote"));
+        note->setWordWrap(true);
+        top->addWidget(note);
+    }
     top->addLayout(commandRow(true));
     finishSetup();
 }
