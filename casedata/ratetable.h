@@ -16,6 +16,10 @@
 
 namespace rw {
 
+// A rate the authority did not publish for a row's period is a quiet NaN:
+// fOPRate alone (no refund rate), or both rates (a hole in the table, a
+// period without any published rate). A NaN is unequal to itself, so rows
+// that may hold one are compared by their encoded bytes, not with ==.
 struct RateRow {
     Date dtFrom;
     Date dtThru;

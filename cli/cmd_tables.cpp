@@ -8,6 +8,7 @@
 #include <map>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,7 +18,7 @@ namespace {
 
 // Nine significant digits tell every single-precision rate apart, so the
 // listing shows exactly what the table holds (0.075 reads 0.075000003). A
-// refund rate the authority did not publish is held as a NaN.
+// rate the authority did not publish is held as a NaN.
 std::string rateText(float f)
 {
     if (ratesrc::IsRateNotPublished(f))
@@ -42,12 +43,35 @@ bool sameRate(const std::string& sourceText, float tableRate)
     return ratesrc::ParseRateText(sourceText) == tableRate;
 }
 
+using Holes = std::vector<std::pair<const Authority*, std::vector<std::string>>>;
+
+std::string joinedPeriods(const std::vector<std::string>& periods)
+{
+    std::string text;
+    for (const std::string& p : periods)
+        text += (text.empty() ? "" : ", ") + p;
+    return text;
+}
+
+// After a blank line and the heading, one line per table with holes: the
+// code and the periods.
+void printHoles(CliEnv& env, std::string_view heading, const Holes& holes)
+{
+    if (holes.empty())
+        return;
+    env.out << "\n" << heading << "\n";
+    for (const auto& [a, periods] : holes)
+        env.out << LeftAlign(a->code, 6) << joinedPeriods(periods) << "\n";
+}
+
 // tables: every authority in list order with its table's coverage, then the
-// periods of each table whose refund rate was not published.
+// holes of the tables: the periods without a published underpayment rate,
+// and those without a published refund rate.
 int listTables(CliEnv& env)
 {
     bool allPresent = true;
-    std::vector<std::pair<const Authority*, std::vector<std::string>>> unpublished;
+    Holes noUnderpayment;
+    Holes unpublished;
     env.out << LeftAlign("Code", 6) << LeftAlign("Authority", 34) << LeftAlign("Table", 14)
             << LeftAlign("Present", 9) << LeftAlign("First", 12) << LeftAlign("Last", 12)
             << RightAlign("Rows", 5) << "\n";
@@ -60,8 +84,9 @@ int listTables(CliEnv& env)
             env.out << LeftAlign(FormatMMDDYYYY(r.rows.front().dtFrom), 12)
                     << LeftAlign(FormatMMDDYYYY(r.rows.back().dtThru), 12)
                     << RightAlign(std::to_string(r.rows.size()), 5) << "\n";
-            auto periods = ratesrc::UnpublishedRefundPeriods(r.rows);
-            if (!periods.empty())
+            if (auto periods = ratesrc::UnpublishedUnderpaymentPeriods(r.rows); !periods.empty())
+                noUnderpayment.emplace_back(&a, std::move(periods));
+            if (auto periods = ratesrc::UnpublishedRefundPeriods(r.rows); !periods.empty())
                 unpublished.emplace_back(&a, std::move(periods));
         } else if (present)
             env.out << "unreadable\n";
@@ -74,16 +99,12 @@ int listTables(CliEnv& env)
                         << RateTableProblem(r) << "\n";
         }
     }
-    if (!unpublished.empty()) {
-        env.out << "\nRefund (overpayment) rate not published; an overpayment in these periods cannot be "
-                   "computed:\n";
-        for (const auto& [a, periods] : unpublished) {
-            std::string text;
-            for (const std::string& p : periods)
-                text += (text.empty() ? "" : ", ") + p;
-            env.out << LeftAlign(a->code, 6) << text << "\n";
-        }
-    }
+    printHoles(env,
+               "Underpayment rate not published (no published rate); interest in these periods cannot be "
+               "computed:",
+               noUnderpayment);
+    printHoles(env, "Refund (overpayment) rate not published; an overpayment in these periods cannot be computed:",
+               unpublished);
     return allPresent ? kExitOk : kExitProblem;
 }
 
@@ -126,16 +147,18 @@ int showTable(CliEnv& env, const Authority& a)
                 method += " (" + s.method + ")";
             source = s.source;
             if (!sameRate(s.underpayment, row.fUPRate) || !sameRate(s.overpayment, row.fOPRate))
-                source += " (the source row gives " + s.underpayment + " / "
-                    + (s.overpayment.empty() ? "not published" : s.overpayment)
+                source += " (the source row gives " + (s.underpayment.empty() ? "not published" : s.underpayment)
+                    + " / " + (s.overpayment.empty() ? "not published" : s.overpayment)
                     + ": the table is out of date)";
         }
         env.out << LeftAlign(from, 12) << LeftAlign(thru, 12) << LeftAlign(rateText(row.fUPRate), 14)
                 << LeftAlign(rateText(row.fOPRate), 14) << LeftAlign(method, 16) << source << "\n";
     }
-    std::string unpublished;
-    for (const std::string& p : ratesrc::UnpublishedRefundPeriods(r.rows))
-        unpublished += (unpublished.empty() ? "" : ", ") + p;
+    const std::string noUnderpayment = joinedPeriods(ratesrc::UnpublishedUnderpaymentPeriods(r.rows));
+    if (!noUnderpayment.empty())
+        env.out << "Underpayment rate not published for " << noUnderpayment
+                << " (no published rate): interest in these periods cannot be computed.\n";
+    const std::string unpublished = joinedPeriods(ratesrc::UnpublishedRefundPeriods(r.rows));
     if (!unpublished.empty())
         env.out << "Refund (overpayment) rate not published for " << unpublished
                 << ": an overpayment in these periods cannot be computed.\n";

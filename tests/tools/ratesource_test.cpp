@@ -15,6 +15,8 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace rs = rw::ratesrc;
 using rw::Date;
@@ -257,12 +259,129 @@ TEST(TableCheck, AnEmptyOverpaymentRateIsHeldAsNotPublished)
     EXPECT_EQ(std::bit_cast<std::uint32_t>(b.rows[0].fOPRate), 0x7FC00000u);
 }
 
-TEST(TableCheck, RefusesARowMarkedAsAGap)
+TEST(TableCheck, AGapRowBetweenSourcedRowsIsAHoleBothWays)
 {
     rwtest::TempDir dir;
-    const auto b = buildFromFile(dir, "01/01/2017,12/31/2017,0.04,,S,GAP: not found\n");
-    EXPECT_TRUE(mentions(b, 2, "marked GAP:"));
-    EXPECT_EQ(b.problems.size(), 1u);
+    const auto b = buildFromFile(dir,
+                                 "01/01/2016,12/31/2016,0.04,0.03,S,Bulletin 2016\n"
+                                 "01/01/2017,12/31/2017,,,C,GAP: not found\n"
+                                 "01/01/2018,12/31/2018,0.05,0.04,S,Bulletin 2018\n");
+    ASSERT_TRUE(b.ok()) << b.problems.front().text();
+    ASSERT_EQ(b.rows.size(), 3u);
+    EXPECT_TRUE(rs::IsRateNotPublished(b.rows[1].fUPRate));
+    EXPECT_TRUE(rs::IsRateNotPublished(b.rows[1].fOPRate));
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(b.rows[1].fUPRate), 0x7FC00000u);
+    EXPECT_EQ(b.rows[1].sCalcMethod, 'C');
+    EXPECT_EQ(b.rows[2].fUPRate, 0.05f);
+    // Encoded and read back, the hole is the same bytes (a NaN is unequal to
+    // itself, so rows holding one are compared by their bytes).
+    const std::vector<char> bytes = rw::EncodeRateTable(b.rows);
+    const auto back = rw::DecodeRateTable(bytes);
+    ASSERT_EQ(back.status, rw::RateTableReadResult::Status::Ok);
+    EXPECT_TRUE(std::isnan(back.rows[1].fUPRate));
+    EXPECT_TRUE(std::isnan(back.rows[1].fOPRate));
+    EXPECT_EQ(rw::EncodeRateTable(back.rows), bytes);
+}
+
+TEST(TableCheck, RefusesGapRowsThatGiveARateOrBeginOrEndTheTable)
+{
+    rwtest::TempDir dir;
+    struct Case {
+        const char* what;
+        const char* body;
+        int line;
+        const char* problem;
+    };
+    for (const Case& c :
+         {Case{"a rate on a GAP row",
+               "01/01/2016,12/31/2016,0.04,0.03,S,a\n01/01/2017,12/31/2017,0.04,,S,GAP: not found\n"
+               "01/01/2018,12/31/2018,0.05,0.04,S,b\n",
+               3, "but gives a rate"},
+          Case{"a leading GAP row", "01/01/2017,12/31/2017,,,C,GAP: not found\n01/01/2018,12/31/2018,0.05,0.04,S,b\n",
+               2, "a table begins and ends with a sourced row"},
+          Case{"a trailing GAP row", "01/01/2017,12/31/2017,0.05,0.04,S,b\n01/01/2018,12/31/2018,,,C,GAP: not yet\n",
+               3, "a table begins and ends with a sourced row"},
+          Case{"a GAP row without a method",
+               "01/01/2016,12/31/2016,0.04,0.03,S,a\n01/01/2017,12/31/2017,,,,GAP: not found\n"
+               "01/01/2018,12/31/2018,0.05,0.04,S,b\n",
+               3, "method ''"}}) {
+        SCOPED_TRACE(c.what);
+        const auto b = buildFromFile(dir, c.body);
+        EXPECT_FALSE(b.ok());
+        EXPECT_TRUE(b.rows.empty());
+        EXPECT_TRUE(mentions(b, c.line, c.problem)) << (b.problems.empty() ? "" : b.problems.front().text());
+    }
+}
+
+// --- Cutting rows at year ends -----------------------------------------------------
+
+struct YearEndCase {
+    const char* name;
+    const char* from;
+    const char* thru;
+    std::vector<std::pair<std::string, std::string>> pieces;
+};
+
+class YearEnds : public ::testing::TestWithParam<YearEndCase> { };
+
+TEST_P(YearEnds, EveryPieceLiesInOneYearAndKeepsTheRow)
+{
+    const YearEndCase& c = GetParam();
+    const rs::SourceRow row{7, c.from, c.thru, "0.08", "", "S-monthly", "Notice, as published"};
+    const std::vector<rs::SourceRow> out = rs::SplitAtYearEnds({row});
+    ASSERT_EQ(out.size(), c.pieces.size());
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        EXPECT_EQ(out[i].from, c.pieces[i].first) << i;
+        EXPECT_EQ(out[i].thru, c.pieces[i].second) << i;
+        EXPECT_EQ(out[i].line, 7);
+        EXPECT_EQ(out[i].underpayment, "0.08");
+        EXPECT_EQ(out[i].overpayment, "");
+        EXPECT_EQ(out[i].method, "S-monthly");
+        EXPECT_EQ(out[i].source, "Notice, as published");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, YearEnds,
+    ::testing::Values(
+        YearEndCase{"WithinOneYear", "01/01/2023", "12/31/2023", {{"01/01/2023", "12/31/2023"}}},
+        // 92 days of 2023 (31 + 30 + 31) and 91 of 2024 (31 + 29 + 31).
+        YearEndCase{"AcrossOneYearEnd",
+                    "10/01/2023",
+                    "03/31/2024",
+                    {{"10/01/2023", "12/31/2023"}, {"01/01/2024", "03/31/2024"}}},
+        YearEndCase{"EndingOnAYearEnd",
+                    "07/01/2019",
+                    "12/31/2021",
+                    {{"07/01/2019", "12/31/2019"}, {"01/01/2020", "12/31/2020"}, {"01/01/2021", "12/31/2021"}}},
+        YearEndCase{"ThreeYearEnds",
+                    "01/01/2010",
+                    "06/30/2013",
+                    {{"01/01/2010", "12/31/2010"},
+                     {"01/01/2011", "12/31/2011"},
+                     {"01/01/2012", "12/31/2012"},
+                     {"01/01/2013", "06/30/2013"}}},
+        YearEndCase{"OneDay", "12/31/2023", "12/31/2023", {{"12/31/2023", "12/31/2023"}}},
+        YearEndCase{"NewYearsEveToNewYearsDay",
+                    "12/31/2023",
+                    "01/01/2024",
+                    {{"12/31/2023", "12/31/2023"}, {"01/01/2024", "01/01/2024"}}}),
+    [](const ::testing::TestParamInfo<YearEndCase>& i) { return std::string(i.param.name); });
+
+TEST(YearEndsOfATable, RowsFollowEachOtherAndUnreadableDatesPassAsWritten)
+{
+    const std::vector<rs::SourceRow> rows{
+        {2, "07/01/2023", "09/30/2023", "0.07", "0.07", "C", "a"},
+        {3, "10/01/2023", "03/31/2024", "0.08", "0.08", "C", "b"},
+        {4, "4/1/2024", "06/30/2024", "0.08", "0.08", "C", "c"},
+    };
+    const std::vector<rs::SourceRow> out = rs::SplitAtYearEnds(rows);
+    ASSERT_EQ(out.size(), 4u);
+    EXPECT_EQ(out[0], rows[0]);
+    EXPECT_EQ(out[1].thru, "12/31/2023");
+    EXPECT_EQ(out[2].from, "01/01/2024");
+    EXPECT_EQ(out[2].line, 3);
+    EXPECT_EQ(out[3], rows[2]);
 }
 
 TEST(TableCheck, RefusesUnknownMethodsDatesHeaderAndEmptySource)

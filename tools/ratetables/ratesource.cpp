@@ -313,16 +313,30 @@ TableBuild BuildTable(const SourceFile& src)
                             + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
             out = *f;
         };
-        // Every period needs its underpayment rate; a refund rate the
-        // authority did not publish is marked, not filled.
-        if (r.underpayment.empty())
-            problem(r, "underpayment rate is empty");
-        else
-            checkedRate(r.underpayment, "underpayment", row.fUPRate);
-        if (r.overpayment.empty())
+        if (IsGapRow(r)) {
+            // A period without any published rate: a hole in both directions,
+            // never a guess. It lies between sourced rows; the table's first
+            // and last days are sourced ones.
+            if (!r.underpayment.empty() || !r.overpayment.empty())
+                problem(r, "the row is marked " + std::string(kGapMark) + " (no published rate) but gives a rate");
+            if (&r == &src.rows.front() || &r == &src.rows.back())
+                problem(r,
+                        "the row is marked " + std::string(kGapMark)
+                            + " (no published rate): a table begins and ends with a sourced row");
+            row.fUPRate = kRateNotPublished;
             row.fOPRate = kRateNotPublished;
-        else
-            checkedRate(r.overpayment, "overpayment", row.fOPRate);
+        } else {
+            // Every sourced period needs its underpayment rate; a refund rate
+            // the authority did not publish is marked, not filled.
+            if (r.underpayment.empty())
+                problem(r, "underpayment rate is empty");
+            else
+                checkedRate(r.underpayment, "underpayment", row.fUPRate);
+            if (r.overpayment.empty())
+                row.fOPRate = kRateNotPublished;
+            else
+                checkedRate(r.overpayment, "overpayment", row.fOPRate);
+        }
 
         if (const auto m = TableMethod(r.method))
             row.sCalcMethod = *m;
@@ -330,10 +344,6 @@ TableBuild BuildTable(const SourceFile& src)
             problem(r, "method " + inQuotes(r.method) + " is not S, S-monthly or C");
         if (r.source.empty())
             problem(r, "the row has no source");
-        else if (r.source.starts_with(kGapMark))
-            problem(r,
-                    "the row is marked " + std::string(kGapMark)
-                        + " (no published rate): such a period cannot be part of a table");
         b.rows.push_back(row);
     }
     if (!b.ok())
@@ -341,20 +351,27 @@ TableBuild BuildTable(const SourceFile& src)
     return b;
 }
 
-bool IsUsableScheduleRow(const SourceRow& row)
+bool IsGapRow(const SourceRow& row)
 {
-    return !row.source.starts_with(kGapMark) && !row.underpayment.empty();
+    return row.source.starts_with(kGapMark);
 }
 
-KeptRun LatestUsableRun(const std::vector<SourceRow>& rows)
+bool IsSourcedScheduleRow(const SourceRow& row)
 {
+    return !IsGapRow(row) && !row.underpayment.empty();
+}
+
+SourcedSpan SourcedRows(const std::vector<SourceRow>& rows)
+{
+    std::size_t begin = 0;
+    while (begin < rows.size() && !IsSourcedScheduleRow(rows[begin]))
+        ++begin;
+    if (begin == rows.size())
+        return SourcedSpan{};
     std::size_t end = rows.size();
-    while (end > 0 && !IsUsableScheduleRow(rows[end - 1]))
+    while (end > begin && !IsSourcedScheduleRow(rows[end - 1]))
         --end;
-    std::size_t begin = end;
-    while (begin > 0 && IsUsableScheduleRow(rows[begin - 1]))
-        --begin;
-    return KeptRun{begin, end};
+    return SourcedSpan{begin, end};
 }
 
 ScheduleConversion ConvertSchedule(const SourceFile& schedule)
@@ -383,12 +400,28 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
         prevThru = thru;
     }
 
-    c.kept = LatestUsableRun(schedule.rows);
+    c.kept = SourcedRows(schedule.rows);
     if (c.kept.begin == c.kept.end)
         c.problems.push_back({schedule.name, 0, "no sourced row gives an underpayment rate"});
     for (std::size_t i = c.kept.begin; i < c.kept.end; ++i) {
         const SourceRow& r = schedule.rows[i];
         SourceRow out = r;
+        if (IsGapRow(r)) {
+            // A hole between sourced periods: no rate in either direction.
+            if (!r.underpayment.empty() || !r.overpayment.empty())
+                problem(r, "the row is marked " + std::string(kGapMark) + " (no published figure) but gives a rate");
+            if (out.method.empty())
+                out.method = "C";
+            c.rows.push_back(std::move(out));
+            continue;
+        }
+        if (r.underpayment.empty()) {
+            problem(r,
+                    "gives no underpayment rate but is not marked " + std::string(kGapMark)
+                        + ": every period of a table needs its underpayment rate, or the mark that none was "
+                          "published");
+            continue;
+        }
         const auto up = PercentToFraction(r.underpayment);
         if (!up)
             problem(r, "underpayment " + inQuotes(r.underpayment) + " is not a per cent figure");
@@ -438,6 +471,35 @@ std::string joined(const std::vector<std::string>& parts, std::string_view none)
 
 }  // namespace
 
+std::vector<SourceRow> SplitAtYearEnds(const std::vector<SourceRow>& rows)
+{
+    std::vector<SourceRow> out;
+    out.reserve(rows.size());
+    for (const SourceRow& r : rows) {
+        const auto from = ParseMMDDYYYY(r.from);
+        const auto thru = ParseMMDDYYYY(r.thru);
+        if (!from || !thru || *thru < *from) {
+            out.push_back(r);
+            continue;
+        }
+        Date begin = *from;
+        for (;;) {
+            const Date yearEnd = Date::fromCivil(begin.year(), 12, 31);
+            SourceRow piece = r;
+            piece.from = FormatMMDDYYYY(begin);
+            if (*thru <= yearEnd) {
+                piece.thru = r.thru;
+                out.push_back(std::move(piece));
+                break;
+            }
+            piece.thru = FormatMMDDYYYY(yearEnd);
+            out.push_back(std::move(piece));
+            begin = yearEnd + 1;
+        }
+    }
+    return out;
+}
+
 std::vector<std::string> UnpublishedRefundPeriods(const std::vector<SourceRow>& rows)
 {
     return stretches(
@@ -453,25 +515,42 @@ std::vector<std::string> UnpublishedRefundPeriods(const RateTable& rows)
         [](const RateRow& r) { return FormatMMDDYYYY(r.dtThru); });
 }
 
+std::vector<std::string> UnpublishedUnderpaymentPeriods(const std::vector<SourceRow>& rows)
+{
+    return stretches(
+        rows, [](const SourceRow& r) { return r.underpayment.empty(); },
+        [](const SourceRow& r) { return r.from; }, [](const SourceRow& r) { return r.thru; });
+}
+
+std::vector<std::string> UnpublishedUnderpaymentPeriods(const RateTable& rows)
+{
+    return stretches(
+        rows, [](const RateRow& r) { return IsRateNotPublished(r.fUPRate); },
+        [](const RateRow& r) { return FormatMMDDYYYY(r.dtFrom); },
+        [](const RateRow& r) { return FormatMMDDYYYY(r.dtThru); });
+}
+
 std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
 {
     std::ostringstream md;
     md << "# Rate table coverage\n\n"
           "Each rate table delivered with the program: the first and last day it covers, its number of\n"
-          "rate periods, how interest is computed, and where its rates were published. A calculation\n"
-          "whose start or stop date lies outside a state's table is warned about when the Initial\n"
-          "Inputs are accepted. Methods: S simple interest; S-monthly simple interest that the\n"
+          "rate periods, how interest is computed, its holes, and where its rates were published. A\n"
+          "calculation whose start or stop date lies outside a state's table is warned about when the\n"
+          "Initial Inputs are accepted. Methods: S simple interest; S-monthly simple interest that the\n"
           "authority charges by the month (the table charges it daily); C daily compounding.\n"
+          "\"Underpayment rate not published\" lists the periods inside a table for which no published\n"
+          "rate was found at all: a calculation cannot compute interest on an amount owed in them.\n"
           "\"Refund rate not published\" lists the periods for which the authority's overpayment\n"
           "(refund) rate was not found: a calculation cannot compute interest on an overpayment in\n"
-          "them, and no rate is put in their place.\n\n"
+          "them. No rate is ever put in the place of one that was not published.\n\n"
           "| Authority | Code | Table file | First date | Last date | Rows | Method "
-          "| Refund rate not published |\n"
-          "|---|---|---|---|---|---:|---|---|\n";
+          "| Underpayment rate not published | Refund rate not published |\n"
+          "|---|---|---|---|---|---:|---|---|---|\n";
     auto methodsOf = [](const std::vector<SourceRow>& rows) {
         std::vector<std::string> seen;
         for (const SourceRow& r : rows)
-            if (std::find(seen.begin(), seen.end(), r.method) == seen.end())
+            if (!IsGapRow(r) && std::find(seen.begin(), seen.end(), r.method) == seen.end())
                 seen.push_back(r.method);
         std::string out;
         for (const std::string& m : seen)
@@ -483,11 +562,39 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
         const Authority& a = *t.authority;
         md << "| " << escapeMarkdown(a.name) << " | " << codeOf(a) << " | " << a.file << " | ";
         if (t.rows.empty())
-            md << "- | - | 0 | - | - |\n";
+            md << "- | - | 0 | - | - | - |\n";
         else
             md << t.rows.front().from << " | " << t.rows.back().thru << " | " << t.rows.size() << " | "
-               << methodsOf(t.rows) << " | " << joined(UnpublishedRefundPeriods(t.rows), "-") << " |\n";
+               << methodsOf(t.rows) << " | " << joined(UnpublishedUnderpaymentPeriods(t.rows), "-") << " | "
+               << joined(UnpublishedRefundPeriods(t.rows), "-") << " |\n";
     }
+
+    // Each distinct text of the rows that satisfy `pick` once, in the order
+    // first used, with the periods and number of rows it stands for.
+    auto textsOf = [](const std::vector<SourceRow>& rows, auto pick) {
+        std::string out;
+        std::vector<std::string> texts;
+        for (const SourceRow& r : rows)
+            if (pick(r) && std::find(texts.begin(), texts.end(), r.source) == texts.end())
+                texts.push_back(r.source);
+        for (const std::string& text : texts) {
+            std::string spans;
+            std::size_t count = 0;
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                if (rows[i].source != text)
+                    continue;
+                std::size_t j = i;
+                while (j + 1 < rows.size() && rows[j + 1].source == text)
+                    ++j;
+                spans += (spans.empty() ? "" : ", ") + span(rows[i], rows[j]);
+                count += j - i + 1;
+                i = j;
+            }
+            out += "- " + spans + " (" + std::to_string(count) + (count == 1 ? " row" : " rows")
+                + "): " + escapeMarkdown(text) + "\n";
+        }
+        return out;
+    };
 
     for (const AuthorityTable& t : tables) {
         const Authority& a = *t.authority;
@@ -500,46 +607,37 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
            << t.rows.front().from << " to " << t.rows.back().thru << ".\n\n";
 
         md << "Method:\n\n";
+        auto methodLabel = [](const SourceRow& r) {
+            return IsGapRow(r) ? std::string("no published rate") : methodName(r.method);
+        };
         for (std::size_t i = 0; i < t.rows.size();) {
             std::size_t j = i;
-            while (j + 1 < t.rows.size() && t.rows[j + 1].method == t.rows[i].method)
+            while (j + 1 < t.rows.size() && methodLabel(t.rows[j + 1]) == methodLabel(t.rows[i]))
                 ++j;
-            md << "- " << span(t.rows[i], t.rows[j]) << ": " << methodName(t.rows[i].method) << "\n";
+            md << "- " << span(t.rows[i], t.rows[j]) << ": " << methodLabel(t.rows[i]) << "\n";
             i = j + 1;
         }
 
-        const std::vector<std::string> unpublished = UnpublishedRefundPeriods(t.rows);
-        if (!unpublished.empty()) {
-            md << "\nRefund (overpayment) rate not published:\n\n";
-            for (const std::string& p : unpublished)
+        const std::vector<std::string> noUnderpayment = UnpublishedUnderpaymentPeriods(t.rows);
+        if (!noUnderpayment.empty()) {
+            md << "\nUnderpayment rate not published (no published rate at all):\n\n";
+            for (const std::string& p : noUnderpayment)
                 md << "- " << p << "\n";
-            md << "\nThe underpayment rate of these periods is published; interest on an overpayment\n"
-                  "in them cannot be computed with this table.\n";
+            md << "\nInterest on an amount owed in these periods, or on an overpayment, cannot be computed\n"
+                  "with this table.\n";
+        }
+        const std::vector<std::string> noRefund = UnpublishedRefundPeriods(t.rows);
+        if (!noRefund.empty()) {
+            md << "\nRefund (overpayment) rate not published:\n\n";
+            for (const std::string& p : noRefund)
+                md << "- " << p << "\n";
+            md << "\nInterest on an overpayment in these periods cannot be computed with this table.\n";
         }
 
-        // Each distinct source once, in the order first used, with the periods
-        // it stands for.
-        md << "\nPublished sources:\n\n";
-        std::vector<std::string> texts;
-        for (const SourceRow& r : t.rows)
-            if (std::find(texts.begin(), texts.end(), r.source) == texts.end())
-                texts.push_back(r.source);
-        for (const std::string& text : texts) {
-            std::string spans;
-            std::size_t count = 0;
-            for (std::size_t i = 0; i < t.rows.size(); ++i) {
-                if (t.rows[i].source != text)
-                    continue;
-                std::size_t j = i;
-                while (j + 1 < t.rows.size() && t.rows[j + 1].source == text)
-                    ++j;
-                spans += (spans.empty() ? "" : ", ") + span(t.rows[i], t.rows[j]);
-                count += j - i + 1;
-                i = j;
-            }
-            md << "- " << spans << " (" << count << (count == 1 ? " row" : " rows")
-               << "): " << escapeMarkdown(text) << "\n";
-        }
+        md << "\nPublished sources:\n\n" << textsOf(t.rows, [](const SourceRow& r) { return !IsGapRow(r); });
+        const std::string notes = textsOf(t.rows, [](const SourceRow& r) { return IsGapRow(r); });
+        if (!notes.empty())
+            md << "\nWhat the research found for the periods without a published rate:\n\n" << notes;
     }
     return md.str();
 }

@@ -14,6 +14,9 @@
 //
 // A state schedule has the same columns with rates in per cent; a row whose
 // source begins "GAP:" is a period for which no published figure was found.
+// Such a period between two sourced rows stays in the table as a hole: a row
+// whose underpayment and overpayment fields are both empty, held in the table
+// as kRateNotPublished in both directions.
 
 #include "casedata/dates.h"
 #include "casedata/ratetable.h"
@@ -37,10 +40,11 @@ inline constexpr std::string_view kScheduleHeader
 // slipped decimal point, a per cent figure written where a fraction belongs.
 inline constexpr float kMaxRate = 0.5f;
 
-// The overpayment (refund) rate of a period for which the authority published
-// none: a quiet NaN in the table's fOPRate. Any interest computed with it is
-// NaN, so it can never pass for a figure; the engine refuses an overpayment
-// period that needs it.
+// A rate the authority did not publish for a period: a quiet NaN in the
+// table's fOPRate (the refund rate of a row whose overpayment field is empty)
+// or in both fUPRate and fOPRate (a "GAP:" row, a period without any
+// published rate). Any interest computed with it is NaN, so it can never pass
+// for a figure; the engine refuses a period that needs it.
 inline constexpr float kRateNotPublished = std::numeric_limits<float>::quiet_NaN();
 inline bool IsRateNotPublished(float rate)
 {
@@ -116,52 +120,70 @@ struct TableBuild {
 
 // Checks a table source and builds its rows. Refused: no rows; a date that is
 // not mm/dd/yyyy; from after thru; a row that does not begin the day after the
-// previous row ends; an empty underpayment rate; a rate that is not a plain
-// decimal, negative or above kMaxRate; an unknown method; an empty source or
-// one marked "GAP:". An empty overpayment rate is not published and becomes
-// kRateNotPublished. Every problem is reported, not only the first.
+// previous row ends; an empty underpayment rate on a row not marked "GAP:"; a
+// rate that is not a plain decimal, negative or above kMaxRate; an unknown
+// method; an empty source; a "GAP:" row that gives a rate, or one that begins
+// or ends the table (a table runs from its first to its last sourced day). An
+// empty overpayment rate is not published and becomes kRateNotPublished; a
+// "GAP:" row holds kRateNotPublished in both directions. Every problem is
+// reported, not only the first.
 TableBuild BuildTable(const SourceFile& src);
 
-// A schedule row the table can use: not a "GAP:" row, and its underpayment
-// rate given. Its overpayment (refund) rate may be missing: the table then
-// marks it as not published. A row without an underpayment rate cannot be
-// used: every period of a table needs one.
-bool IsUsableScheduleRow(const SourceRow& row);
+// A row marked "GAP:": a period for which no published rate was found.
+bool IsGapRow(const SourceRow& row);
 
-// The rows [begin, end) a table keeps from a schedule: the run of usable rows
-// that ends with the last usable row, reaching back to the nearest row that
-// cannot be used (a "GAP:" row, or one without an underpayment rate). Rows
-// before it are left out even when they are usable, so that the table never
-// spans a period without a published underpayment rate. begin == end when no
-// row is usable.
-struct KeptRun {
+// A schedule row that gives the table a published underpayment rate: not a
+// "GAP:" row, and its underpayment rate given. Its overpayment (refund) rate
+// may be missing: the table then marks it as not published.
+bool IsSourcedScheduleRow(const SourceRow& row);
+
+// The rows [begin, end) a table takes from a schedule: from the first sourced
+// row to the last, every row between them included. "GAP:" rows before the
+// first or after the last are left out; a "GAP:" row between them stays as a
+// hole. Both 0 when no row is sourced.
+struct SourcedSpan {
     std::size_t begin = 0;
     std::size_t end = 0;
 };
-KeptRun LatestUsableRun(const std::vector<SourceRow>& rows);
+SourcedSpan SourcedRows(const std::vector<SourceRow>& rows);
 
 struct ScheduleConversion {
-    std::vector<SourceRow> rows;  // the kept rows, rates as fractions
-    KeptRun kept;                 // which schedule rows they are
+    std::vector<SourceRow> rows;  // the rows taken, rates as fractions
+    SourcedSpan kept;             // which schedule rows they are
     std::vector<SourceProblem> problems;
     bool ok() const { return problems.empty() && !rows.empty(); }
 };
 
 // Converts a state schedule into a table source: checks that the schedule's
-// periods (gaps included) follow each other day by day, keeps the latest
-// usable run and turns its per cent figures into fractions. An overpayment
-// rate left empty stays empty (not published). Methods and source texts are
-// kept as written.
+// periods (gaps included) follow each other day by day, takes the rows from
+// the first sourced row to the last and turns their per cent figures into
+// fractions. An overpayment rate left empty stays empty (not published). A
+// "GAP:" row between sourced rows is written with both rates empty, its
+// method as the schedule gives it or "C", and its text kept; a "GAP:" row
+// that gives a rate is refused, and so is a row between sourced rows that
+// gives a refund rate without an underpayment rate and is not marked "GAP:".
+// Methods and source texts are kept as written.
 ScheduleConversion ConvertSchedule(const SourceFile& schedule);
 
+// The rows cut at every 31 December they span: a row from 10/01/2023 to
+// 03/31/2024 becomes 10/01/2023-12/31/2023 and 01/01/2024-03/31/2024. Each
+// piece keeps the row's rates, method, source and line. The year's day count
+// (365 or 366) that daily compounding uses is taken from the year a table row
+// begins in, so no table row may reach into the next year. Rows whose dates
+// do not read are passed on as they are (the table check names them).
+std::vector<SourceRow> SplitAtYearEnds(const std::vector<SourceRow>& rows);
+
 // The stretches of a table's rows (consecutive rows merged) whose overpayment
-// rate was not published, as "mm/dd/yyyy to mm/dd/yyyy" texts, oldest first.
+// rate, or underpayment rate, was not published, as "mm/dd/yyyy to
+// mm/dd/yyyy" texts, oldest first. A "GAP:" row is in both.
 std::vector<std::string> UnpublishedRefundPeriods(const std::vector<SourceRow>& rows);
 std::vector<std::string> UnpublishedRefundPeriods(const RateTable& rows);
+std::vector<std::string> UnpublishedUnderpaymentPeriods(const std::vector<SourceRow>& rows);
+std::vector<std::string> UnpublishedUnderpaymentPeriods(const RateTable& rows);
 
 // The Markdown page that lists every authority's table with its coverage,
-// methods, the periods without a published refund rate, and published
-// sources. `tables` holds one checked source per authority, in list order.
+// methods, its holes (the periods without a published underpayment rate, and
+// those without a published refund rate), and published sources. `tables` holds one checked source per authority, in list order.
 struct AuthorityTable {
     const Authority* authority = nullptr;
     std::vector<SourceRow> rows;

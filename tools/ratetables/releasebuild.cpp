@@ -142,34 +142,50 @@ ReleaseBuild BuildRelease(const fs::path& sourcesDir)
         const std::string code = TrimRight(a.code);
         ReleaseTable table;
         table.authority = &a;
+        // The table source as the release keeps it: the rows cut at every
+        // year end (whatever the source file merged), checked again as written.
+        std::string sourceName;
+        std::vector<SourceRow> rows;
         if (code == "US") {
             const SourceFile fed = ReadSourceFile(sourcesDir / "fed.csv", kTableHeader);
-            TableBuild built = BuildTable(fed);
+            const TableBuild built = BuildTable(fed);
             take(built.problems);
             if (!built.ok())
+                continue;
+            // Federal rates are published for every period, both of them: the
+            // federal table has no holes.
+            bool holes = false;
+            for (const SourceRow& r : fed.rows)
+                if (IsGapRow(r) || r.overpayment.empty()) {
+                    addProblem(out.problems, fed.name, r.line,
+                               "the federal table needs both published rates on every row");
+                    holes = true;
+                }
+            if (holes)
                 continue;
             ReleaseDates dates = DeriveReleaseDates(fed);
             take(dates.problems);
             out.info = std::move(dates.info);
-            table.sourceText = FormatTableSource(fed.rows);
-            table.rows = std::move(built.rows);
+            sourceName = fed.name;
+            rows = fed.rows;
         } else {
             const SourceFile schedule = ReadSourceFile(sourcesDir / "states" / (code + ".csv"), kScheduleHeader);
-            const ScheduleConversion conv = ConvertSchedule(schedule);
+            ScheduleConversion conv = ConvertSchedule(schedule);
             take(conv.problems);
             if (!conv.ok()) {
                 if (conv.problems.empty())
                     addProblem(out.problems, schedule.name, 0, "no row can be used");
                 continue;
             }
-            table.sourceText = FormatTableSource(conv.rows);
-            TableBuild built
-                = BuildTable(ParseSource(table.sourceText, schedule.name + " (converted)", kTableHeader));
-            take(built.problems);
-            if (!built.ok())
-                continue;
-            table.rows = std::move(built.rows);
+            sourceName = schedule.name;
+            rows = std::move(conv.rows);
         }
+        table.sourceText = FormatTableSource(SplitAtYearEnds(rows));
+        TableBuild built = BuildTable(ParseSource(table.sourceText, sourceName + " (as tabled)", kTableHeader));
+        take(built.problems);
+        if (!built.ok())
+            continue;
+        table.rows = std::move(built.rows);
         out.tables.push_back(std::move(table));
     }
 

@@ -68,7 +68,11 @@ struct ReleaseBuild {
 };
 
 // Reads and checks every source of the folder. Every problem is reported,
-// not only the first; a build with problems must not be written.
+// not only the first; a build with problems must not be written. Each table
+// is built from its rows cut at every year end (SplitAtYearEnds), so that no
+// table row spans two years whatever the source file merged; a state table
+// runs from its first to its last sourced row with its "GAP:" rows as holes
+// (ConvertSchedule); the federal table must give both rates on every row.
 ReleaseBuild BuildRelease(const std::filesystem::path& sourcesDir);
 
 // Writes a checked build into outDir: the tables (each read back and compared
