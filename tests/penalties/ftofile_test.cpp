@@ -143,9 +143,9 @@ TEST(FailureToFileAndPay, MinimumAmountByYearOfTheDueDate)
     EXPECT_EQ(rw::FailToFileMinimum(early2018, 2016), M("205.00"));
     EXPECT_EQ(rw::FailToFileMinimum(early2018, 2025), M("205.00"));
 
-    // The shipped release follows the later statutes and inflation
-    // adjustments (ftf_minimum.csv).
-    const rw::FtfMinimumSchedule& shipped = rwtest::ShippedRelease().ftfMinimums;
+    // The release of late 2026 follows the later statutes and inflation
+    // adjustments (its ftf_minimum.csv).
+    const rw::FtfMinimumSchedule& shipped = rwtest::FixtureRelease().ftfMinimums;
     EXPECT_EQ(rw::FailToFileMinimum(shipped, 2008), M("100.00"));
     EXPECT_EQ(rw::FailToFileMinimum(shipped, 2017), M("205.00"));
     EXPECT_EQ(rw::FailToFileMinimum(shipped, 2019), M("210.00"));
@@ -164,7 +164,7 @@ TEST(FailureToFileAndPay, MinimumAmountByYearOfTheDueDate)
 // The months charged begin 4/16, 5/16 and 6/16 (7/16 is after the filing):
 // 3 x 5 % x 1,000.00 = 150.00, under either minimum, and the tax is above
 // both, so the point is the minimum of the release: 485.00 for a return due
-// in 2024 by the shipped release, 205.00 (the 2016 amount) by the 2018 one.
+// in 2024 by the release of late 2026, 205.00 (the 2016 amount) by the 2018 one.
 TEST(FailureToFileAndPay, MinimumComesWithTheReleaseOfTheRates)
 {
     rw::Case c = Federal(D(4, 15, 2024), D(4, 15, 2024), D(12, 31, 2024), "1,000.00");
@@ -174,7 +174,7 @@ TEST(FailureToFileAndPay, MinimumComesWithTheReleaseOfTheRates)
     c.init.dtFtoFileAssess = D(9, 1, 2024);
 
     for (const auto& [release, expected] :
-         {std::pair{&rwtest::ShippedRelease(), "485.00"}, std::pair{&rwtest::Release2018(), "205.00"}}) {
+         {std::pair{&rwtest::FixtureRelease(), "485.00"}, std::pair{&rwtest::Release2018(), "205.00"}}) {
         SCOPED_TRACE(release->name);
         const FtoRun r = compute(c, release->ftfMinimums);
         const auto ffp = PointsWithCode(r.tl, "FFP ");

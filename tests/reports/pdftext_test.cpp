@@ -4,6 +4,7 @@
 // normalised, empty lines ignored). Skipped where pdftotext or PDF output is
 // not available.
 
+#include "support/releases.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
@@ -87,16 +88,18 @@ TEST(PdfOutput, PdfTextFindsTheLinesOfTheTextBackEnd)
         GTEST_SKIP() << "pdftotext is not installed";
     rwtest::TempDir dir;
     const std::filesystem::path kase = std::filesystem::path(RW_REPORTS_TESTDATA) / "pdfcase" / "case.json";
-    const std::string cli = RW_CLI_PATH;
+    // The tool computes with the tests' release of the rates, not the shipped one.
+    const std::string cli
+        = "RW_INSTALL_DIR=" + shellQuoted(rwtest::FixtureReleaseFolder()) + " " + shellQuoted(RW_CLI_PATH);
     const auto pdf = dir / "case.pdf";
     const auto printed = dir / "printed.txt";
     const auto extracted = dir / "extracted.txt";
-    const int pdfStatus = run(shellQuoted(cli) + " print --reports all --pdf " + shellQuoted(pdf) + " " + shellQuoted(kase)
+    const int pdfStatus = run(cli + " print --reports all --pdf " + shellQuoted(pdf) + " " + shellQuoted(kase)
                               + " >/dev/null 2>" + shellQuoted(dir / "err.txt"));
     if (pdfStatus != 0 && readFile(dir / "err.txt").find("not part of this build") != std::string::npos)
         GTEST_SKIP() << "PDF output is not part of this build";
     ASSERT_EQ(pdfStatus, 0) << readFile(dir / "err.txt");
-    ASSERT_EQ(run(shellQuoted(cli) + " print --reports all --text --pdf-metrics " + shellQuoted(kase) + " >" + shellQuoted(printed)
+    ASSERT_EQ(run(cli + " print --reports all --text --pdf-metrics " + shellQuoted(kase) + " >" + shellQuoted(printed)
                   + " 2>/dev/null"),
               0);
     ASSERT_EQ(run("pdftotext -layout " + shellQuoted(pdf) + " " + shellQuoted(extracted)), 0);

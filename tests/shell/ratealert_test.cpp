@@ -67,26 +67,26 @@ INSTANTIATE_TEST_SUITE_P(RateAlert, RateAlerts,
                                          AlertRow{"07/01/18", RateAlertKind::End},
                                          AlertRow{" 5/5/2018 ", RateAlertKind::Estimate}));
 
-// The shipped release: verified through the last federal row not marked as an
-// estimate (6/30/2026), estimated through the table's end (12/31/2026).
-TEST(RateAlert, ShippedReleaseEstimatesThroughTheEndOf2026)
+// The release of late 2026: verified through the last federal row not marked
+// as an estimate (12/31/2026), estimated through the table's end (3/31/2027).
+TEST(RateAlert, ReleaseOfLate2026EstimatesThroughMarch2027)
 {
-    const rw::ReleaseInfo& shipped = rwtest::ShippedRelease();
-    EXPECT_EQ(rw::CheckRateCurrency("6/30/2026", shipped).kind, RateAlertKind::None);
-    const rw::RateAlert estimate = rw::CheckRateCurrency("11/23/2026", shipped);
+    const rw::ReleaseInfo& release = rwtest::FixtureRelease();
+    EXPECT_EQ(rw::CheckRateCurrency("12/31/2026", release).kind, RateAlertKind::None);
+    const rw::RateAlert estimate = rw::CheckRateCurrency("2/15/2027", release);
     EXPECT_EQ(estimate.kind, RateAlertKind::Estimate);
-    EXPECT_EQ(estimate.message.rfind("This program has verified interest rates through June 30, 2026.  The program "
-                                     "has estimated interest rates through December 31, 2026.  Since your stop "
-                                     "date of 11/23/2026 is past June 30, 2026, but not past December 31, 2026, "
+    EXPECT_EQ(estimate.message.rfind("This program has verified interest rates through December 31, 2026.  The "
+                                     "program has estimated interest rates through March 31, 2027.  Since your stop "
+                                     "date of 2/15/2027 is past December 31, 2026, but not past March 31, 2027, "
                                      "this calculation should be considered an ESTIMATE.  \n\n",
                                      0),
               0u);
-    EXPECT_EQ(rw::CheckRateCurrency("12/31/2026", shipped).kind, RateAlertKind::Estimate);
-    const rw::RateAlert end = rw::CheckRateCurrency("1/1/2027", shipped);
+    EXPECT_EQ(rw::CheckRateCurrency("3/31/2027", release).kind, RateAlertKind::Estimate);
+    const rw::RateAlert end = rw::CheckRateCurrency("4/1/2027", release);
     EXPECT_EQ(end.kind, RateAlertKind::End);
-    EXPECT_EQ(end.message.rfind("This program has verified interest rates through June 30, 2026.  The program has "
-                                "estimated interest rates through December 31, 2026.  Since your stop date of "
-                                "1/1/2027 is past December 31, 2026, the program can not continue.  ",
+    EXPECT_EQ(end.message.rfind("This program has verified interest rates through December 31, 2026.  The program "
+                                "has estimated interest rates through March 31, 2027.  Since your stop date of "
+                                "4/1/2027 is past March 31, 2027, the program can not continue.  ",
                                 0),
               0u);
     EXPECT_EQ(end.exitCaption, "End Program");

@@ -10,6 +10,11 @@ namespace rwtest {
 
 namespace fs = std::filesystem;
 
+fs::path FixtureRateSources()
+{
+    return fs::path(RW_FIXTURE_SOURCES);
+}
+
 fs::path ShippedRateSources()
 {
     const char* src = std::getenv("RW_SOURCE_DIR");
@@ -18,19 +23,19 @@ fs::path ShippedRateSources()
 
 void CopyRateSourcesWithNextQuarter(const fs::path& dest)
 {
-    fs::copy(ShippedRateSources(), dest, fs::copy_options::recursive);
+    fs::copy(FixtureRateSources(), dest, fs::copy_options::recursive);
     std::ifstream in(dest / "fed.csv", std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
     in.close();
     std::string fed = text.str();
-    const auto at = fed.find("07/01/2026,09/30/2026,0.07,0.07,C,\"ESTIMATE:");
+    const auto at = fed.find("01/01/2027,03/31/2027,0.07,0.07,C,ESTIMATE:");
     if (at == std::string::npos) {
-        ADD_FAILURE() << "fed.csv has no estimated third quarter of 2026";
+        ADD_FAILURE() << "the fixture's fed.csv has no estimated first quarter of 2027";
         return;
     }
-    fed.replace(at, fed.find('\n', at) - at, "07/01/2026,09/30/2026,0.07,0.07,C,Rev. Rul. 2026-12");
-    fed += "01/01/2027,03/31/2027,0.08,0.08,C,ESTIMATE: a rise expected\n";
+    fed.replace(at, fed.find('\n', at) - at, "01/01/2027,03/31/2027,0.07,0.07,C,Rev. Rul. 2027-3");
+    fed += "04/01/2027,06/30/2027,0.08,0.08,C,ESTIMATE: a rise expected\n";
     std::ofstream(dest / "fed.csv", std::ios::binary) << fed;
 }
 

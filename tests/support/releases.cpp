@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 namespace rwtest {
 
 namespace {
@@ -24,17 +22,20 @@ std::filesystem::path Release2018Folder()
     return std::filesystem::path(RW_TEST_FIXTURES) / "release-2018";
 }
 
+std::filesystem::path FixtureReleaseFolder()
+{
+    return std::filesystem::path(RW_FIXTURE_RELEASE);
+}
+
 const rw::ReleaseInfo& Release2018()
 {
     static const rw::ReleaseInfo info = readOnce(Release2018Folder() / rw::kReleaseFileName);
     return info;
 }
 
-const rw::ReleaseInfo& ShippedRelease()
+const rw::ReleaseInfo& FixtureRelease()
 {
-    const char* dir = std::getenv("RW_INSTALL_DIR");
-    static const rw::ReleaseInfo info
-        = readOnce(std::filesystem::path(dir ? dir : ".") / rw::kReleaseFileName);
+    static const rw::ReleaseInfo info = readOnce(FixtureReleaseFolder() / rw::kReleaseFileName);
     return info;
 }
 

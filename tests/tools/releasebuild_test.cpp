@@ -1,7 +1,9 @@
 // Building a release of the rates: the dates and texts derived from the
-// federal source, the failure-to-file minimums, the refusals, and the release
-// folder written from the sources the program ships.
+// federal source, the failure-to-file minimums, the refusals, the release
+// folder written from the frozen sources of the tests, rows cut at year ends
+// and state tables with their holes.
 
+#include "casedata/numtext.h"
 #include "casedata/ratetable.h"
 #include "tools/ratetables/releasebuild.h"
 
@@ -10,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <sstream>
 
@@ -117,20 +120,20 @@ TEST(Minimums, Refusals)
     EXPECT_TRUE(mentions(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems, "m.csv:1: the first line"));
 }
 
-// The sources the program ships give the release of the second quarter of
-// 2026: fed.csv's last verified row ends 6/30/2026, its ESTIMATE rows run to
-// 12/31/2026.
-TEST(ShippedSources, BuildTheReleaseOf2026SecondQuarter)
+// The frozen sources of the fourth quarter of 2026 give its release:
+// fed.csv's last verified row ends 12/31/2026, its ESTIMATE row runs to
+// 3/31/2027.
+TEST(FixtureSources, BuildTheReleaseOf2026FourthQuarter)
 {
-    const rs::ReleaseBuild b = rs::BuildRelease(rwtest::ShippedRateSources());
+    const rs::ReleaseBuild b = rs::BuildRelease(rwtest::FixtureRateSources());
     ASSERT_TRUE(b.ok()) << b.problems.front().text();
     ASSERT_EQ(b.tables.size(), rw::Authorities().size());
-    EXPECT_EQ(b.info.name, "Qrat2026Q2");
-    EXPECT_EQ(b.info.description, "2026, 2nd Quarter");
-    EXPECT_EQ(b.info.verifiedThrough, Date::fromCivil(2026, 6, 30));
-    EXPECT_EQ(b.info.verifiedThroughText, "June 30, 2026");
-    EXPECT_EQ(b.info.estimatedThrough, Date::fromCivil(2026, 12, 31));
-    EXPECT_EQ(b.info.estimatedThroughText, "December 31, 2026");
+    EXPECT_EQ(b.info.name, "Qrat2026Q4");
+    EXPECT_EQ(b.info.description, "2026, 4th Quarter");
+    EXPECT_EQ(b.info.verifiedThrough, Date::fromCivil(2026, 12, 31));
+    EXPECT_EQ(b.info.verifiedThroughText, "December 31, 2026");
+    EXPECT_EQ(b.info.estimatedThrough, Date::fromCivil(2027, 3, 31));
+    EXPECT_EQ(b.info.estimatedThroughText, "March 31, 2027");
     EXPECT_EQ(b.info.ftfMinimums.forDueYear(2016), Money::fromCents(205'00));
     EXPECT_EQ(b.info.ftfMinimums.forDueYear(2018), Money::fromCents(210'00));
     EXPECT_EQ(b.info.ftfMinimums.forDueYear(2021), Money::fromCents(435'00));
@@ -138,7 +141,7 @@ TEST(ShippedSources, BuildTheReleaseOf2026SecondQuarter)
     EXPECT_NE(b.info.ftfMinimums.rows.back().source.find("Rev. Proc. 2025-32"), std::string::npos);
 }
 
-// A copy of the sources with one more quarter (Q3 2026 announced, Q1 2027
+// A copy of the sources with one more quarter (Q1 2027 announced, Q2 2027
 // estimated).
 class OneMoreQuarter : public testing::Test {
 protected:
@@ -151,10 +154,10 @@ TEST_F(OneMoreQuarter, IsTheWholeUpdate)
 {
     const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
     ASSERT_TRUE(b.ok()) << b.problems.front().text();
-    EXPECT_EQ(b.info.name, "Qrat2026Q3");
-    EXPECT_EQ(b.info.description, "2026, 3rd Quarter");
-    EXPECT_EQ(b.info.verifiedThroughText, "September 30, 2026");
-    EXPECT_EQ(b.info.estimatedThroughText, "March 31, 2027");
+    EXPECT_EQ(b.info.name, "Qrat2027Q1");
+    EXPECT_EQ(b.info.description, "2027, 1st Quarter");
+    EXPECT_EQ(b.info.verifiedThroughText, "March 31, 2027");
+    EXPECT_EQ(b.info.estimatedThroughText, "June 30, 2027");
 
     std::string why;
     ASSERT_TRUE(rs::WriteRelease(b, out.path(), &why)) << why;
@@ -163,10 +166,10 @@ TEST_F(OneMoreQuarter, IsTheWholeUpdate)
     EXPECT_EQ(read, b.info);
     const auto fed = rw::ReadRateTableFile(out / "fed.tbl");
     ASSERT_EQ(fed.status, rw::RateTableReadResult::Status::Ok);
-    EXPECT_EQ(fed.rows.back().dtFrom, Date::fromCivil(2027, 1, 1));
-    EXPECT_EQ(fed.rows.back().dtThru, Date::fromCivil(2027, 3, 31));
+    EXPECT_EQ(fed.rows.back().dtFrom, Date::fromCivil(2027, 4, 1));
+    EXPECT_EQ(fed.rows.back().dtThru, Date::fromCivil(2027, 6, 30));
     // Each table's source travels with it.
-    EXPECT_NE(readFile(out / "rates-src" / "fed.csv").find("Rev. Rul. 2026-12"), std::string::npos);
+    EXPECT_NE(readFile(out / "rates-src" / "fed.csv").find("Rev. Rul. 2027-3"), std::string::npos);
     EXPECT_TRUE(fs::is_regular_file(out / "rates-src" / "Il-st.csv"));
 }
 
@@ -174,17 +177,23 @@ TEST_F(OneMoreQuarter, RefusedSourcesWriteNothing)
 {
     struct Damage {
         const char* what;
-        const char* row;  // appended to fed.csv
+        const char* rows;  // appended to fed.csv
         const char* problem;
     };
-    for (const Damage& d : {Damage{"a hole", "04/02/2027,06/30/2027,0.07,0.07,C,ESTIMATE: x\n", "not contiguous"},
-                            Damage{"a rate of 60 %", "04/01/2027,06/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
-                            Damage{"a negative rate", "04/01/2027,06/30/2027,-0.01,0.07,C,ESTIMATE: x\n", "-0.01"},
-                            Damage{"no source", "04/01/2027,06/30/2027,0.07,0.07,C,\n", "the row has no source"}}) {
+    for (const Damage& d :
+         {Damage{"a hole", "07/02/2027,09/30/2027,0.07,0.07,C,ESTIMATE: x\n", "not contiguous"},
+          Damage{"a rate of 60 %", "07/01/2027,09/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
+          Damage{"a negative rate", "07/01/2027,09/30/2027,-0.01,0.07,C,ESTIMATE: x\n", "-0.01"},
+          Damage{"no source", "07/01/2027,09/30/2027,0.07,0.07,C,\n", "the row has no source"},
+          Damage{"a period without a published rate",
+                 "07/01/2027,09/30/2027,,,C,GAP: not found\n10/01/2027,12/31/2027,0.08,0.08,C,ESTIMATE: x\n",
+                 "the federal table needs both published rates on every row"},
+          Damage{"no refund rate", "07/01/2027,09/30/2027,0.08,,C,ESTIMATE: x\n",
+                 "the federal table needs both published rates on every row"}}) {
         SCOPED_TRACE(d.what);
         rwtest::TempDir copy;
         fs::copy(sources.path(), copy.path(), fs::copy_options::recursive);
-        std::ofstream(copy / "fed.csv", std::ios::app | std::ios::binary) << d.row;
+        std::ofstream(copy / "fed.csv", std::ios::app | std::ios::binary) << d.rows;
         const rs::ReleaseBuild b = rs::BuildRelease(copy.path());
         EXPECT_FALSE(b.ok());
         EXPECT_TRUE(mentions(b.problems, d.problem)) << (b.problems.empty() ? "" : b.problems.front().text());
@@ -200,6 +209,108 @@ TEST_F(OneMoreQuarter, AMissingStateScheduleIsNamed)
     const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
     EXPECT_FALSE(b.ok());
     EXPECT_TRUE(mentions(b.problems, "PA.csv")) << b.problems.front().text();
+}
+
+// A small folder of sources, every authority with one row, in which single
+// files are then replaced: the release build on made-up rates.
+class SmallSources : public testing::Test {
+protected:
+    SmallSources()
+    {
+        fs::create_directories(sources / "states");
+        write("fed.csv", kHeader + "01/01/2024,03/31/2024,0.08,0.08,C,Rev. Rul. A\n");
+        for (const rw::Authority& a : rw::Authorities()) {
+            const std::string code = rw::TrimRight(a.code);
+            if (code != "US")
+                write("states/" + code + ".csv",
+                      std::string(rs::kScheduleHeader) + "\n01/01/2024,03/31/2024,7,7,S,Statute\n");
+        }
+        write("ftf_minimum.csv", "first_year,amount,source\n2024,485.00,Rev. Proc. 2023-34\n");
+    }
+    void write(const std::string& name, const std::string& text)
+    {
+        std::ofstream(sources / name, std::ios::binary) << text;
+    }
+    // The written release's table of `file`, and its source.
+    rw::RateTable built(const char* file)
+    {
+        const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
+        EXPECT_TRUE(b.ok()) << (b.problems.empty() ? "" : b.problems.front().text());
+        std::string why;
+        EXPECT_TRUE(rs::WriteRelease(b, out.path(), &why)) << why;
+        const auto t = rw::ReadRateTableFile(out / file);
+        EXPECT_EQ(t.status, rw::RateTableReadResult::Status::Ok);
+        return t.rows;
+    }
+    rwtest::TempDir sources;
+    rwtest::TempDir out;
+};
+
+// Daily compounding takes the year's day count (365 or 366) from the year an
+// interest row begins in, so a table row reaching across 31 December would
+// compound the days of the second year on the first year's basis. The source
+// row 10/01/2023-03/31/2024 (183 days: 31 + 30 + 31 in 2023, 31 + 29 + 31 in
+// the leap year 2024) becomes 10/01/2023-12/31/2023 (92 days, a 365-day year)
+// and 01/01/2024-03/31/2024 (91 days, a 366-day year), each with the row's
+// rates, method and source.
+TEST_F(SmallSources, AFederalRowAcrossAYearEndIsCut)
+{
+    write("fed.csv", kHeader
+                         + "07/01/2023,09/30/2023,0.07,0.07,C,Rev. Rul. B\n"
+                           "10/01/2023,03/31/2024,0.08,0.08,C,\"Rev. Rul. C, merged\"\n");
+    const rw::RateTable t = built("fed.tbl");
+    ASSERT_EQ(t.size(), 3u);
+    EXPECT_EQ(t[1].dtFrom, Date::fromCivil(2023, 10, 1));
+    EXPECT_EQ(t[1].dtThru, Date::fromCivil(2023, 12, 31));
+    EXPECT_EQ(t[2].dtFrom, Date::fromCivil(2024, 1, 1));
+    EXPECT_EQ(t[2].dtThru, Date::fromCivil(2024, 3, 31));
+    EXPECT_EQ(t[1].dtThru.dayNumber() - t[1].dtFrom.dayNumber() + 1, 92.0);
+    EXPECT_EQ(t[2].dtThru.dayNumber() - t[2].dtFrom.dayNumber() + 1, 91.0);
+    for (const rw::RateRow* r : {&t[1], &t[2]}) {
+        EXPECT_EQ(r->fUPRate, 0.08f);
+        EXPECT_EQ(r->fOPRate, 0.08f);
+        EXPECT_EQ(r->sCalcMethod, 'C');
+    }
+    // The table's source says the same, each piece with the row's source.
+    EXPECT_EQ(readFile(out / "rates-src" / "fed.csv"),
+              kHeader
+                  + "07/01/2023,09/30/2023,0.07,0.07,C,Rev. Rul. B\n"
+                    "10/01/2023,12/31/2023,0.08,0.08,C,\"Rev. Rul. C, merged\"\n"
+                    "01/01/2024,03/31/2024,0.08,0.08,C,\"Rev. Rul. C, merged\"\n");
+}
+
+// A state schedule with a leading GAP, a sourced row over two and a half
+// years, a GAP between sourced rows, a trailing GAP: the table runs from the
+// first to the last sourced day, cut at each year end, the hole in the middle
+// held as a row without either rate.
+TEST_F(SmallSources, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
+{
+    write("states/PA.csv", std::string(rs::kScheduleHeader)
+                               + "\n01/01/2020,12/31/2020,,,,GAP: not found\n"
+                                 "01/01/2021,06/30/2023,5,5,S,Statute A\n"
+                                 "07/01/2023,12/31/2023,,,,GAP: not found either\n"
+                                 "01/01/2024,03/31/2024,6,,S,Statute B\n"
+                                 "04/01/2024,12/31/2024,,,,GAP: not yet announced\n");
+    const rw::RateTable t = built("pa1.tbl");
+    // 2021, 2022, 1-6/2023, the hole 7-12/2023, 1-3/2024.
+    ASSERT_EQ(t.size(), 5u);
+    EXPECT_EQ(t.front().dtFrom, Date::fromCivil(2021, 1, 1));
+    EXPECT_EQ(t[2].dtFrom, Date::fromCivil(2023, 1, 1));
+    EXPECT_EQ(t[2].dtThru, Date::fromCivil(2023, 6, 30));
+    EXPECT_EQ(t[2].fUPRate, 0.05f);
+    EXPECT_TRUE(std::isnan(t[3].fUPRate));
+    EXPECT_TRUE(std::isnan(t[3].fOPRate));
+    EXPECT_EQ(t[3].sCalcMethod, 'C');
+    EXPECT_EQ(t.back().dtThru, Date::fromCivil(2024, 3, 31));
+    EXPECT_EQ(t.back().fUPRate, 0.06f);
+    EXPECT_TRUE(std::isnan(t.back().fOPRate));
+    EXPECT_EQ(readFile(out / "rates-src" / "pa1.csv"),
+              kHeader
+                  + "01/01/2021,12/31/2021,0.05,0.05,S,Statute A\n"
+                    "01/01/2022,12/31/2022,0.05,0.05,S,Statute A\n"
+                    "01/01/2023,06/30/2023,0.05,0.05,S,Statute A\n"
+                    "07/01/2023,12/31/2023,,,C,GAP: not found either\n"
+                    "01/01/2024,03/31/2024,0.06,,S,Statute B\n");
 }
 
 }  // namespace

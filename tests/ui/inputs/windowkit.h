@@ -159,27 +159,25 @@ inline bool showActive(QWidget* w)
     return QTest::qWaitForWindowActive(w);
 }
 
-// A temporary installation folder holding the rate tables of the build with
-// the release file of early 2018 (whose alerts are known word for word)
-// or the build's own, and a per-user data root beside it.
+// A temporary installation folder holding the rate tables of the tests'
+// release of late 2026 (built from the frozen sources under tests/fixtures)
+// with the release file of early 2018 (whose alerts are known word for word)
+// or that release's own, and a per-user data root beside it.
 class InstallFolder {
 public:
-    enum class Release { Early2018, Shipped };
+    enum class Release { Early2018, Late2026 };
 
     explicit InstallFolder(Release release = Release::Early2018)
     {
         namespace fs = std::filesystem;
         fs::create_directories(tmp_ / "install");
         fs::create_directories(tmp_ / "data");
-        const char* built = std::getenv("RW_INSTALL_DIR");
-        if (!built || !*built)
-            return;
+        const fs::path built = FixtureReleaseFolder();
         for (const auto& entry : fs::directory_iterator(built))
             if (entry.path().extension() == ".tbl")
                 fs::copy_file(entry.path(), tmp_ / "install" / entry.path().filename());
-        const fs::path releaseFile = release == Release::Shipped
-            ? fs::path(built) / rw::kReleaseFileName
-            : Release2018Folder() / rw::kReleaseFileName;
+        const fs::path releaseFile = release == Release::Late2026 ? built / rw::kReleaseFileName
+                                                                  : Release2018Folder() / rw::kReleaseFileName;
         fs::copy_file(releaseFile, tmp_ / "install" / rw::kReleaseFileName);
     }
     rw::Paths paths() const { return rw::Paths::ForFolders(tmp_ / "install", tmp_ / "data"); }
@@ -189,12 +187,12 @@ private:
     TempDir tmp_;
 };
 
-// The build's own installation folder (every rate table), for dialogs that
-// only read tables.
+// The folder of the tests' release of late 2026 (every rate table), for
+// dialogs that only read tables.
 inline rw::Paths BuiltInstallation()
 {
-    const char* built = std::getenv("RW_INSTALL_DIR");
-    return rw::Paths::ForFolders(built ? built : ".", built ? built : ".");
+    const std::filesystem::path built = FixtureReleaseFolder();
+    return rw::Paths::ForFolders(built, built);
 }
 
 // Saves a picture of the window into RW_SHOTS_DIR when that is set.

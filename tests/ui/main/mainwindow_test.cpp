@@ -124,7 +124,7 @@ private Q_SLOTS:
     void rateAlertNoneAtEndOfMarch();
     void rateAlertEstimateInApril();
     void rateAlertEndProgramInJuly();
-    void shippedReleaseTakesACurrentStopDateAsAnEstimate();
+    void releaseOfLate2026TakesAStopDateIn2027AsAnEstimate();
     void optionalRatesSetsTheCheckMark();
     void suspendSetsTheCheckMark();
     void extendedDueDateFromThePenaltiesMenu();
@@ -504,14 +504,14 @@ void MainWindowTest::rateAlertEstimateInApril()
     QCOMPARE(p.session.kase.init.tlStop.dtDate, Date::fromCivil(2018, 4, 1));
 }
 
-// The release the program ships: rates verified through 6/30/2026 and
-// estimated through 12/31/2026, so a stop date of today is an estimate, not
-// the end of the program.
-void MainWindowTest::shippedReleaseTakesACurrentStopDateAsAnEstimate()
+// The release of late 2026 (the tests' release, built from frozen sources):
+// rates verified through 12/31/2026 and estimated through 3/31/2027, so a stop
+// date in February 2027 is an estimate, not the end of the program.
+void MainWindowTest::releaseOfLate2026TakesAStopDateIn2027AsAnEstimate()
 {
-    Program p(InstallFolder::Release::Shipped);
+    Program p(InstallFolder::Release::Late2026);
     QVERIFY(p.started);
-    QVERIFY(p.title().startsWith(QStringLiteral("2026, 2nd Quarter Ratewright - ")));
+    QVERIFY(p.title().startsWith(QStringLiteral("2026, 4th Quarter Ratewright - ")));
     QVERIFY(p.msgs.shown.empty());
     QString exitCaption;
     QString message;
@@ -523,23 +523,23 @@ void MainWindowTest::shippedReleaseTakesACurrentStopDateAsAnEstimate()
             click(a, "btnExitDialog");
         });
         auto* stop = child<QLineEdit>(dlg, "txtStop");
-        typeInto(stop, QStringLiteral("11/23/2026"));
+        typeInto(stop, QStringLiteral("2/15/2027"));
         QTest::keyClick(stop, Qt::Key_Tab);
         QTRY_VERIFY(alert.fired());
         ModalWatch again([](QWidget* a) { click(a, "btnExitDialog"); });
         dlg->activateWindow();
         QTRY_VERIFY(dlg->isActiveWindow());
-        FillInitialInputs(dlg, "11/23/2026");
+        FillInitialInputs(dlg, "2/15/2027");
     });
     p.action("mnuFileNew")->trigger();
     QVERIFY(fill.fired());
     QCOMPARE(exitCaption, QStringLiteral("Continue With Current Program"));
     QVERIFY(message.startsWith(QStringLiteral(
-        "This program has verified interest rates through June 30, 2026.  The program has estimated interest rates "
-        "through December 31, 2026.  Since your stop date of 11/23/2026 is past June 30, 2026, but not past "
-        "December 31, 2026, this calculation should be considered an ESTIMATE.  ")));
+        "This program has verified interest rates through December 31, 2026.  The program has estimated interest "
+        "rates through March 31, 2027.  Since your stop date of 2/15/2027 is past December 31, 2026, but not past "
+        "March 31, 2027, this calculation should be considered an ESTIMATE.  ")));
     QCOMPARE(p.program.ends, 0);
-    QCOMPARE(p.session.kase.init.tlStop.dtDate, Date::fromCivil(2026, 11, 23));
+    QCOMPARE(p.session.kase.init.tlStop.dtDate, Date::fromCivil(2027, 2, 15));
 
     QString description, release;
     ModalWatch about([&](QWidget* dlg) {
@@ -550,9 +550,9 @@ void MainWindowTest::shippedReleaseTakesACurrentStopDateAsAnEstimate()
     });
     p.action("mnuHelpAbout")->trigger();
     QVERIFY(about.fired());
-    QCOMPARE(description, QStringLiteral("2026, 2nd Quarter"));
-    QCOMPARE(release, QStringLiteral("Interest rates: release Qrat2026Q2, verified through June 30, 2026, estimated "
-                                     "through December 31, 2026"));
+    QCOMPARE(description, QStringLiteral("2026, 4th Quarter"));
+    QCOMPARE(release, QStringLiteral("Interest rates: release Qrat2026Q4, verified through December 31, 2026, "
+                                     "estimated through March 31, 2027"));
 }
 
 void MainWindowTest::rateAlertEndProgramInJuly()
