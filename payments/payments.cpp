@@ -36,9 +36,13 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
         return {};
     if (owedOnLast_ && owedOnLast_->first == dateText)
         return owedOnLast_->second;
+    Case kase = case_;
+    if (edited_ && *edited_ < kase.payments().size())
+        RemoveListEntry(kase.pmts, kase.init.nPmts, *edited_);
+    AllocateIrsPayments(kase, rates_, ftfMinimums_, ParseUserDate(dateText));
     USPenalties penalties(ftfMinimums_);
     TLPoint totals;
-    const Money interest = IntToDate(dateText, case_, rates_, &penalties, totals, msgs_);
+    const Money interest = IntToDate(dateText, kase, rates_, &penalties, totals, msgs_);
     const OwedOnDate owed{totals.cTax, totals.cPen, interest};
     owedOnLast_.emplace(std::string(dateText), owed);
     return owed;
@@ -102,9 +106,10 @@ void PaymentDialog::interestChanged(PaymentForm& form) const
     calcUnallocPmt(form);
 }
 
-void PaymentDialog::dateChanged(const PaymentForm& form) const
+void PaymentDialog::dateChanged(PaymentForm& form) const
 {
     ChkDateInPeriod(form.date, "Payment", case_.init, msgs_);
+    refreshPmtAlloc(form);
 }
 
 bool PaymentDialog::okAllowed(const PaymentForm& form) const
@@ -146,10 +151,12 @@ void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
     form.editEnabled = form.deleteEnabled = case_.init.nPmts >= 1;
 }
 
-bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form)
+bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<std::size_t> editedPayment)
 {
     cancelled_ = false;
-    payment_.newShowing();
+    payment_.newShowing(editedPayment);
+    if (editedPayment && form.irsMethod)
+        payment_.calcUnallocPmt(form);
     if (!showPayment_ || !showPayment_(form))
         cancelled_ = true;
     if (cancelled_)
@@ -232,7 +239,7 @@ void PaymentsDialog::edit(PaymentsForm& form, int selected)
     dlg.amount = FormatMoneyField(copy.cAmount);
     dlg.irsMethod = !copy.sMethod.is("T");
     PaymentDialog::setAllocLbls(dlg);
-    if (!addPmt(copy, dlg))
+    if (!addPmt(copy, dlg, static_cast<std::size_t>(selected)))
         return;  // Cancel or a refused entry leaves the payment as it was
     case_.pmts[static_cast<std::size_t>(selected)] = copy;
     fillPmtLst(form);

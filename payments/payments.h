@@ -6,7 +6,7 @@
 #include "casedata/messages.h"
 #include "casedata/ratetable.h"
 #include "casedata/release.h"
-#include "payments/allocation.h"
+#include "penalties/allocation.h"
 #include "penalties/arrange.h"
 #include "penalties/formfields.h"
 
@@ -39,7 +39,9 @@ enum class PmtAllocMode {
 
 // The reactions of "Payment Information": what is owed on the payment date
 // comes from the interest computation stopped on that date (IntToDate), with
-// the case's penalties computed on the way.
+// the case's penalties computed on the way. The case is taken as a computation
+// takes it: the IRS-method payments before the date allocated again, and the
+// payment being edited left out (its old copy is not a payment before itself).
 class PaymentDialog {
 public:
     PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs);
@@ -50,8 +52,13 @@ public:
     OwedOnDate owedOn(std::string_view dateText) const;
 
     // The dialog is about to be shown (for another payment, or after the case
-    // changed): what was owed before is computed afresh.
-    void newShowing() { owedOnLast_.reset(); }
+    // changed): what was owed before is computed afresh. editedPayment is the
+    // index of the payment being edited, nothing for a new one.
+    void newShowing(std::optional<std::size_t> editedPayment = std::nullopt)
+    {
+        owedOnLast_.reset();
+        edited_ = editedPayment;
+    }
 
     // CalcIRSPmtInt: returns the interest owed on the date.
     Money calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const;
@@ -69,8 +76,9 @@ public:
     void irsMethodClicked(PaymentForm& form) const { refreshPmtAlloc(form); }  // also focus in / out
     void interestChanged(PaymentForm& form) const;
     void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }    // amount, tax, penalties
-    // The date field holds a new date: the period check, "Payment".
-    void dateChanged(const PaymentForm& form) const;
+    // The date field holds a new date: the period check, "Payment"; then the
+    // allocation on the new date (RefreshPmtAlloc).
+    void dateChanged(PaymentForm& form) const;
     // OK: false (with a warning) while a money field is not an amount; the
     // window then keeps the dialog open.
     bool okAllowed(const PaymentForm& form) const;
@@ -82,6 +90,7 @@ private:
     const RateTable& rates_;
     const FtfMinimumSchedule& ftfMinimums_;
     Messages& msgs_;
+    std::optional<std::size_t> edited_;
     mutable std::optional<std::pair<std::string, OwedOnDate>> owedOnLast_;
 };
 
@@ -124,8 +133,9 @@ public:
     void close(PaymentsForm& form, ArrangeProgress* progress = nullptr);
 
     // AddPmt: shows the dialog over form and, when the payment is complete,
-    // writes it into pmt.
-    bool addPmt(PaymentRec& pmt, PaymentForm& form);
+    // writes it into pmt. editedPayment: the index of the payment being edited
+    // (an IRS-method payment then opens allocated on the case as it stands).
+    bool addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<std::size_t> editedPayment = std::nullopt);
 
     const PaymentDialog& paymentDialog() const { return payment_; }
 

@@ -3,6 +3,7 @@
 #include "casedata/fault.h"
 
 #include "penalties/accrel.h"
+#include "penalties/allocation.h"
 #include "penalties/ftofile.h"
 #include "penalties/payroll.h"
 
@@ -27,6 +28,8 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMini
 {
     CaseComputation out;
     out.kase = c;
+    // A payment allocated by the IRS method follows the case as it now stands.
+    AllocateIrsPayments(out.kase, rates, ftfMinimums);
     USPenalties penalties(ftfMinimums);
     out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;

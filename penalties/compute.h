@@ -29,7 +29,7 @@ private:
 };
 
 struct CaseComputation {
-    Case kase;  // the copy the computation ran on
+    Case kase;  // the copy the computation ran on, its IRS-method payments allocated again
     TimeLine timeline;
     std::vector<ResultPeriod> rows;
     Money interest;
@@ -38,7 +38,8 @@ struct CaseComputation {
 };
 
 // Copies the case and computes it with the rates and failure-to-file minimums
-// of one release (faults propagate as rw::Fault).
+// of one release (faults propagate as rw::Fault). On the copy, every payment
+// of the IRS method is first allocated again (AllocateIrsPayments).
 CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
 
 }  // namespace rw

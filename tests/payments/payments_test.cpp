@@ -1,5 +1,6 @@
 // Payments: the allocation on the payment date, the Payment Information
-// dialog and the Payments list, with the dialog's showings scripted.
+// dialog and the Payments list, with the dialog's showings scripted. (The
+// allocation rules themselves are tested with the penalties.)
 
 #include "payments/payments.h"
 
@@ -18,48 +19,6 @@ using namespace pentest;
 using rw::MenuMark;
 using rw::OwedOnDate;
 using rw::PaymentForm;
-
-// ---- The allocation rules ------------------------------------------------------
-
-TEST(Allocation, IrsMethodTaxThenPenaltiesThenInterest)
-{
-    struct Row {
-        const char* name;
-        const char* amount;
-        OwedOnDate owed;
-        const char *tax, *penalties, *interest;
-    };
-    const Row rows[] = {
-        // 600 + 100 + 250 owed of 1,000.00: the 50.00 left goes to tax.
-        {"Overpaid", "1,000.00", {M("600"), M("100"), M("250")}, "650.00", "100.00", "250.00"},
-        {"TaxOnly", "500.00", {M("600"), M("100"), M("250")}, "500.00", "0", "0"},
-        {"PartOfThePenalties", "650.00", {M("600"), M("100"), M("250")}, "600.00", "50.00", "0"},
-        {"PartOfTheInterest", "800.00", {M("600"), M("100"), M("250")}, "600.00", "100.00", "100.00"},
-        {"NothingOwed", "80.00", {}, "80.00", "0", "0"},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(r.name);
-        const rw::PaymentAllocation a = rw::AllocateByIrsMethod(M(r.amount), r.owed);
-        EXPECT_EQ(a.tax, M(r.tax));
-        EXPECT_EQ(a.penalties, M(r.penalties));
-        EXPECT_EQ(a.interest, M(r.interest));
-        EXPECT_EQ(a.tax + a.penalties + a.interest, M(r.amount));
-    }
-}
-
-TEST(Allocation, InterestCeilingIsTheShareOfInterestInAllThatIsOwed)
-{
-    // 500.00 x 300 / (600 + 100 + 300) = 150.00.
-    const OwedOnDate owed{M("600"), M("100"), M("300")};
-    const auto ceiling = rw::InterestCeiling(M("500.00"), owed);
-    ASSERT_TRUE(ceiling.has_value());
-    EXPECT_EQ(*ceiling, M("150.00"));
-    EXPECT_FALSE(rw::InterestAboveCeiling(M("150.01"), *ceiling));  // one cent over is allowed
-    EXPECT_TRUE(rw::InterestAboveCeiling(M("150.02"), *ceiling));
-    EXPECT_FALSE(rw::InterestCeiling(M("500.00"), OwedOnDate{}).has_value());
-    // 100.00 x 1 / 3 = 33.333333... -> 33.3333 (four decimals).
-    EXPECT_EQ(*rw::InterestCeiling(M("100.00"), {M("1"), M("1"), M("1")}), M("33.3333"));
-}
 
 // ---- The dialogs ----------------------------------------------------------------
 
@@ -373,6 +332,69 @@ TEST_F(Payments, EditKeepsThePlaceAndCancelChangesNothing)
     dlg.edit(list, -1);
     EXPECT_EQ(msgs.texts(), (std::vector<std::string>{"No item selected!  Please click on the item you want to select."}));
     EXPECT_EQ(kase, before);
+}
+
+// An IRS-method payment of 650.00 on 5/1/2016, typed before the 100.00
+// penalty was entered (648.68 tax, 1.32 interest), counts in what is owed on a
+// later day as a computation allocates it: 600.00 tax and 50.00 of the
+// penalty. Owed on 6/27/2016 then: no tax, 50.00 penalties, and interest of
+//   4/16 - 5/1, 16 days on 700.00: 1.534246... -> 1.53
+//   the payment's part of interest: 0
+//   5/2 - 6/27, 57 days on 50.00:  0.390410... -> 0.39
+// (Taken as typed it would leave -48.68 tax and 100.00 penalties.)
+TEST_F(Payments, OwedOnADayTakesTheIrsMethodPaymentsBeforeItAsTheCaseNowStands)
+{
+    AddPayment(kase, D(5, 1, 2016), "650.00");
+    kase.pmts[0].cToTax = M("648.68");
+    kase.pmts[0].cToInt = M("1.32");
+    kase.pmts[0].sMethod = "I";
+    const OwedOnDate owed = dlg.paymentDialog().owedOn("6/27/2016");
+    EXPECT_EQ(owed.tax, Money());
+    EXPECT_EQ(owed.penalties, M("50.00"));
+    EXPECT_EQ(owed.interest, M("1.92"));
+    EXPECT_EQ(kase.pmts[0].cToTax, M("648.68"));  // the case keeps what was typed
+}
+
+// An IRS-method payment of 800.00 on 5/1/2016, typed before the 100.00
+// penalty was entered: 600.00 tax and 600.00 x 5 % x 16 / 365 = 1.315068...
+// -> 1.32 interest were owed then (4/16 - 5/1), so 798.68 tax and 1.32
+// interest.
+TEST_F(Payments, EditingAnIrsMethodPaymentAllocatesItOnTheCaseAsItStands)
+{
+    AddPayment(kase, D(5, 1, 2016), "800.00");
+    kase.pmts[0].cToTax = M("798.68");
+    kase.pmts[0].cToInt = M("1.32");
+    kase.pmts[0].sMethod = "I";
+    rw::PaymentsForm list = dlg.open();
+    PaymentForm moved;
+    steps.push_back([this, &moved](PaymentForm& f) {
+        // Moved to 6/27/2016 and allocated there. The payment's old copy on
+        // 5/1 is not a payment before itself: 600.00 tax, 100.00 penalties
+        // and 7.00 interest are owed (not -98.47 tax and no penalty), so
+        // 600.00 + 100.00 + 7.00 and the 93.00 left to tax.
+        f.date = "6/27/2016";
+        dlg.paymentDialog().dateChanged(f);
+        moved = f;
+        return true;
+    });
+    dlg.edit(list, 0);
+    // It opens allocated on 5/1 as the case now stands: 600.00 tax, 100.00
+    // penalties, 700.00 x 5 % x 16 / 365 = 1.534246... -> 1.53 interest, and
+    // the 98.47 left to tax.
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].toTax, "698.47");
+    EXPECT_EQ(seen[0].toPenalties, "100.00");
+    EXPECT_EQ(seen[0].toInterest, "1.53");
+    EXPECT_EQ(seen[0].unallocatedLabel, "Unallocated: 0.00");
+    EXPECT_EQ(moved.toTax, "693.00");
+    EXPECT_EQ(moved.toPenalties, "100.00");
+    EXPECT_EQ(moved.toInterest, "7.00");
+    const rw::PaymentRec& p = kase.pmts[0];
+    EXPECT_EQ(p.dtPmt, D(6, 27, 2016));
+    EXPECT_EQ(p.cToTax, M("693.00"));
+    EXPECT_EQ(p.cToPen, M("100.00"));
+    EXPECT_EQ(p.cToInt, M("7.00"));
+    EXPECT_TRUE(msgs.shown.empty());
 }
 
 TEST_F(Payments, DeleteAsksAndTheLastDeletionClearsTheCheckMark)

@@ -3,8 +3,15 @@
 // payment to tax first, then to penalties, then to interest; a payment the
 // user allocates may put on interest at most its share in proportion to the
 // interest among everything owed on the payment date.
+//
+// The rules sit below the payments dialog, beside the whole computation of a
+// case: a payment allocated by the IRS method is allocated again against the
+// case as it stands every time the case is computed.
 
+#include "casedata/caserecord.h"
 #include "casedata/money.h"
+#include "casedata/ratetable.h"
+#include "casedata/release.h"
 
 #include <optional>
 
@@ -37,5 +44,18 @@ std::optional<Money> InterestCeiling(Money amount, const OwedOnDate& owed);
 // The ceiling is exceeded when the interest part is above it by more than one
 // cent (and the ceiling plus a cent is above 0).
 bool InterestAboveCeiling(Money interestPart, Money ceiling);
+
+// What is owed on day d of the case, with its penalties: IntToDate with the
+// case stopped on d, every payment dated on or after d counting as nothing.
+OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
+
+// Allocates every payment of the IRS method ("I") again, one after another in
+// date order (list order within a day): each against what is owed on its date
+// with the payments before it already allocated again. A payment with the
+// user's own allocation ("T") or without a date keeps its parts. With
+// `before`, only the payments dated before that day (what is owed on that day
+// depends on no other).
+void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+                         std::optional<Date> before = std::nullopt);
 
 }  // namespace rw
