@@ -105,13 +105,15 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
                          static_cast<QLineEdit*>(penalties_)})
         connect(e, &QLineEdit::textEdited, this, [this] { react([this] { logic_.amountChanged(form_); }); });
     // A new payment date is checked against the calculation period once the
-    // user leaves the field with a date different from the one last checked.
+    // user leaves the field with a date different from the one last checked;
+    // the payment is then allocated on the new date.
     whenLeft(date_, [this] {
         readForm();
         if (form_.date == checkedDate_)
             return;
         checkedDate_ = form_.date;
         logic_.dateChanged(form_);
+        showForm();
     });
     connect(ok, &QPushButton::clicked, this, [this] { guard([this] { okClicked(); }); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

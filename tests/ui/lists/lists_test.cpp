@@ -97,6 +97,7 @@ class ListsTest : public QObject {
 private Q_SLOTS:
     void paymentsAllocatedAsTyped();
     void paymentsEditCancelAndDelete();
+    void editedPaymentAllocatedOnItsNewDate();
     void chargesListedByLiabilityDate();
     void depositNoticeDatesHintsAndSevereQuestion();
     void payrollPaymentsArrangedForLowestPenalty();
@@ -282,6 +283,69 @@ void ListsTest::paymentsEditCancelAndDelete()
     QVERIFY(f.msgs.shown[0].question);
     QCOMPARE(f.kase.init.nPmts, std::int16_t(0));
     QCOMPARE(f.recoveryCopies, 1);
+}
+
+// 10,000.00 due 4/15/2016 with a 100.00 penalty charged that day, interest
+// 0.01 % of the base a day. A payment of 10,200.00 on 5/1/2016 by the IRS
+// method, typed before the penalty was entered (10,000.00 tax and 16 days on
+// 10,000.00 = 16.00 interest owed then): 10,184.00 tax, 16.00 interest.
+// Opened, it is allocated on the case as it stands: 10,000.00 tax, 100.00
+// penalty, 16 days on 10,100.00 = 16.16 interest, 83.84 left to tax. Moved to
+// 6/1/2016, once the date field is left: 47 days on 10,100.00 = 47.47
+// interest, 52.53 left to tax (its old copy on 5/1 does not count).
+void ListsTest::editedPaymentAllocatedOnItsNewDate()
+{
+    rw::Case c = FederalCase(D(4, 15, 2016), D(4, 15, 2016), D(12, 31, 2016), "10000");
+    rw::ChargeRec ch;
+    ch.sDesc = "Penalty";
+    ch.dtLiab = ch.dtIntStart = D(4, 15, 2016);
+    ch.cTotal = ch.cToPen = M("100");
+    c.charges.assign(1, ch);
+    c.init.nCharges = 1;
+    rw::PaymentRec p;
+    p.sDesc = "Check 1001";
+    p.dtPmt = D(5, 1, 2016);
+    p.cAmount = M("10200");
+    p.cToTax = M("10184");
+    p.cToInt = M("16");
+    p.sMethod = "I";
+    c.pmts.assign(1, p);
+    c.init.nPmts = 1;
+    Fixture f(std::move(c));
+    ModalDriver drive;
+    drive.when(QStringLiteral("Payments"), [](QWidget* dlg) {
+        selectLine(dlg, "lstPmt", 0);
+        click(dlg, "btnEdit");
+    });
+    drive.when(QStringLiteral("Payment Information"), [](QWidget* dlg) {
+        QCOMPARE(text(dlg, "CScurTax"), QStringLiteral("10,083.84"));
+        QCOMPARE(text(dlg, "CScurPen"), QStringLiteral("100.00"));
+        QCOMPARE(text(dlg, "CScurInt"), QStringLiteral("16.16"));
+        auto* date = child<QLineEdit>(dlg, "CSdtPmt");
+        retype(date, QStringLiteral("6/1/2016"));
+        QCOMPARE(text(dlg, "CScurTax"), QStringLiteral("10,083.84"));  // not while the date is typed
+        QTest::keyClick(date, Qt::Key_Return);
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(child<QLineEdit>(dlg, "CScurPmt")));
+        QCOMPARE(text(dlg, "CScurTax"), QStringLiteral("10,052.53"));
+        QCOMPARE(text(dlg, "CScurPen"), QStringLiteral("100.00"));
+        QCOMPARE(text(dlg, "CScurInt"), QStringLiteral("47.47"));
+        QCOMPARE(text(dlg, "CSLblBalance"), QStringLiteral("Unallocated: 0.00"));
+        click(dlg, "btnOK");
+    });
+    drive.when(QStringLiteral("Payments"), [](QWidget* dlg) {
+        QCOMPARE(lineOf(dlg, "lstPmt", 0), QStringLiteral("06/01/2016 Check 1001      "));
+        click(dlg, "btnClose");
+    });
+
+    rw::ui::RunPaymentsCommand(f.ctx);
+    QVERIFY2(drive.finished(), qPrintable(drive.failures.join(u'\n')));
+    dumpMessages(f);
+    QVERIFY(f.msgs.shown.empty());
+    const rw::PaymentRec& moved = f.kase.pmts[0];
+    QCOMPARE(moved.dtPmt, D(6, 1, 2016));
+    QCOMPARE(moved.cToTax, M("10052.53"));
+    QCOMPARE(moved.cToPen, M("100"));
+    QCOMPARE(moved.cToInt, M("47.47"));
 }
 
 void ListsTest::chargesListedByLiabilityDate()
