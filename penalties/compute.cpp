@@ -14,14 +14,21 @@ void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& nex
     WithFaultName("AddUSPenaltyPts", [&] {
         ftoRows.clear();
         prTable.clear();
+        ftfMinimumNote.clear();
         const InitInputs& in = c.init;
         if (in.nDeposits >= 1)
             AddUSPRPts(c, tl, next, prTable);
         if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
-            CalcUSFtoFilePay(c, tl, next, ftoRows, ftfMinimums_);
+            CalcUSFtoFilePay(c, tl, next, ftoRows, ftfMinimums_, &ftfMinimumNote);
         if (IsYes(in.bAccRel))
             CalcAccRelPen(c, tl, next);
     });
+}
+
+void ApplyRefundStopDays(InitInputs& init)
+{
+    if (IsYes(init.bOverpayment) && init.nStopDays > 0)
+        init.tlStop.dtDate = init.tlStop.dtDate - init.nStopDays;
 }
 
 CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums)
@@ -30,9 +37,11 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMini
     out.kase = c;
     // A payment allocated by the IRS method follows the case as it now stands.
     AllocateIrsPayments(out.kase, rates, ftfMinimums);
+    ApplyRefundStopDays(out.kase.init);
     USPenalties penalties(ftfMinimums);
     out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;
+    out.ftfMinimumNote = penalties.ftfMinimumNote;
     // The payroll analysis lists the table of every case with deposits, also
     // when the penalty run did not make it.
     if (out.kase.init.nDeposits >= 1)

@@ -23,6 +23,7 @@ public:
 
     std::vector<FtoRow> ftoRows;            // rows with a positive net failure to file or failure to pay
     std::vector<PRPenTblElement> prTable;   // payroll penalty table for the payments in list order
+    std::string ftfMinimumNote;             // which year's minimum was applied, when not the due year's own
 
 private:
     const FtfMinimumSchedule& ftfMinimums_;
@@ -35,7 +36,13 @@ struct CaseComputation {
     Money interest;
     std::vector<FtoRow> ftoRows;
     std::vector<PRPenTblElement> prTable;
+    std::string ftfMinimumNote;  // FailToFileMinimum's note, when the minimum applied
 };
+
+// Interest on a refund stops up to 30 days before the date of the refund
+// check, which is the stop date the user enters: in an overpayment case the
+// computation runs to the stop date less the case's stop days.
+void ApplyRefundStopDays(InitInputs& init);
 
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment

@@ -104,7 +104,7 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
             }
             if (chosen(choice, kRptFailFilePay) && ftoRequested(comp->kase.init)) {
                 status(kPrintingFailFilePay);
-                PrnFtoFilePay(pm, comp->kase.init, comp->ftoRows);
+                PrnFtoFilePay(pm, comp->kase.init, comp->ftoRows, comp->ftfMinimumNote);
             }
             if (chosen(choice, kRptAccRel) && IsYes(comp->kase.init.bAccRel)) {
                 status(kPrintingAccRel);
@@ -161,6 +161,7 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c, cons
             w.caption = "Failure To File & Pay Analysis";
             w.modal = true;
             w.grid = FailFilePayGrid(comp->ftoRows);
+            w.text = comp->ftfMinimumNote;  // shown under the grid when not empty
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptDetail)) {

@@ -127,7 +127,7 @@ struct ReportWindow {
     std::string name;     // the window's name ("frmRptDetail", ...)
     std::string caption;  // its caption
     bool modal = false;   // the failure to file and pay analysis opens modally
-    std::string text;     // text windows: the text, lines ended by CR LF
+    std::string text;     // text windows: the text, lines ended by CR LF; grid windows: a note under the grid
     std::optional<GridData> grid;              // grid windows
     std::optional<InputsWindowData> inputs;    // the inputs window (text and list buttons)
 };

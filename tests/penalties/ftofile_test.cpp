@@ -154,10 +154,36 @@ TEST(FailureToFileAndPay, MinimumAmountByYearOfTheDueDate)
     EXPECT_EQ(rw::FailToFileMinimum(shipped, 2026), M("525.00"));
     EXPECT_EQ(rw::FailToFileMinimum(shipped, 2040), M("535.00"));
 
-    // A schedule that does not reach back to the year cannot give a minimum.
-    const rw::FtfMinimumSchedule from2020{{{2020, M("435.00"), "test"}}};
-    EXPECT_THROW(rw::FailToFileMinimum(from2020, 2019), rw::Fault);
-    EXPECT_THROW(rw::FailToFileMinimum(rw::FtfMinimumSchedule{}, 2019), rw::Fault);
+}
+
+// A year the release does not list takes the nearest amount it lists, and
+// the note (shown in the failure-to-file analysis) says which.
+TEST(FailureToFileAndPay, MinimumForAYearTheReleaseDoesNotList)
+{
+    const rw::FtfMinimumSchedule listed{{{2020, M("435.00"), "test"}, {2022, M("450.00"), "test"}}};
+    struct Want {
+        const rw::FtfMinimumSchedule* schedule;
+        int year;
+        const char* amount;
+        const char* note;
+    };
+    const rw::FtfMinimumSchedule none;
+    for (const Want& w : {
+             Want{&listed, 2021, "435.00", ""},
+             Want{&listed, 2022, "450.00", ""},
+             Want{&listed, 2025, "450.00",
+                  "Minimum failure-to-file penalty: the release of the rates lists amounts through 2022; the 2022 "
+                  "amount, 450.00, was applied to this return due in 2025."},
+             Want{&listed, 2019, "435.00",
+                  "Minimum failure-to-file penalty: the release of the rates lists amounts from 2020; its earliest, "
+                  "435.00, was applied to this return due in 2019."},
+             Want{&none, 2019, "0", "The release of the rates lists no minimum failure-to-file penalty; none was applied."},
+         }) {
+        SCOPED_TRACE(w.year);
+        std::string note = "stale";
+        EXPECT_EQ(rw::FailToFileMinimum(*w.schedule, w.year, &note), M(w.amount));
+        EXPECT_EQ(note, w.note);
+    }
 }
 
 // Due 4/15/2024, tax 1,000.00, no payments, filed 90 days late (7/14/2024).
