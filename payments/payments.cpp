@@ -36,14 +36,21 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
         return {};
     if (owedOnLast_ && owedOnLast_->first == dateText)
         return owedOnLast_->second;
+    refused_.reset();
     Case kase = case_;
     if (edited_ && *edited_ < kase.payments().size())
         RemoveListEntry(kase.pmts, kase.init.nPmts, *edited_);
-    AllocateIrsPayments(kase, rates_, ftfMinimums_, ParseUserDate(dateText));
-    USPenalties penalties(ftfMinimums_);
-    TLPoint totals;
-    const Money interest = IntToDate(dateText, kase, rates_, &penalties, totals, msgs_);
-    const OwedOnDate owed{totals.cTax, totals.cPen, interest};
+    OwedOnDate owed;
+    try {
+        AllocateIrsPayments(kase, rates_, ftfMinimums_, ParseUserDate(dateText));
+        USPenalties penalties(ftfMinimums_);
+        TLPoint totals;
+        const Money interest = IntToDate(dateText, kase, rates_, &penalties, totals, msgs_);
+        owed = OwedOnDate{totals.cTax, totals.cPen, interest};
+    } catch (const Refusal& r) {
+        // Told when the date field is left, not on every keystroke.
+        refused_ = r;
+    }
     owedOnLast_.emplace(std::string(dateText), owed);
     return owed;
 }
@@ -110,6 +117,8 @@ void PaymentDialog::dateChanged(PaymentForm& form) const
 {
     ChkDateInPeriod(form.date, "Payment", case_.init, msgs_);
     refreshPmtAlloc(form);
+    if (refused_)
+        msgs_.show(refused_->title(), std::string(refused_->text()), MsgIcon::Exclamation);
 }
 
 bool PaymentDialog::okAllowed(const PaymentForm& form) const

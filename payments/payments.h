@@ -57,6 +57,7 @@ public:
     void newShowing(std::optional<std::size_t> editedPayment = std::nullopt)
     {
         owedOnLast_.reset();
+        refused_.reset();
         edited_ = editedPayment;
     }
 
@@ -77,7 +78,9 @@ public:
     void interestChanged(PaymentForm& form) const;
     void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }    // amount, tax, penalties
     // The date field holds a new date: the period check, "Payment"; then the
-    // allocation on the new date (RefreshPmtAlloc).
+    // allocation on the new date (RefreshPmtAlloc). When the rates cannot give
+    // what is owed on that date (it lies beyond the rate table, say), the user
+    // is told here, once, and nothing is taken as owed.
     void dateChanged(PaymentForm& form) const;
     // OK: false (with a warning) while a money field is not an amount; the
     // window then keeps the dialog open.
@@ -92,6 +95,8 @@ private:
     Messages& msgs_;
     std::optional<std::size_t> edited_;
     mutable std::optional<std::pair<std::string, OwedOnDate>> owedOnLast_;
+    // Why what is owed on the date of owedOnLast_ could not be computed.
+    mutable std::optional<Refusal> refused_;
 };
 
 struct PaymentsForm {

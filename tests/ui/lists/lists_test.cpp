@@ -102,6 +102,7 @@ private Q_SLOTS:
     void depositNoticeDatesHintsAndSevereQuestion();
     void payrollPaymentsArrangedForLowestPenalty();
     void oneComputationToPaymentDateIsQuick();
+    void aDateBeyondTheRatesIsToldAndTheDialogStays();
     void faultInsideTheDialogsReachesTheCaller();
 };
 
@@ -649,18 +650,55 @@ void ListsTest::oneComputationToPaymentDateIsQuick()
     QVERIFY(msgs.shown.empty());
 }
 
-// A payment dated beyond the rate table makes the computation to its date
-// fail (error 9 of the rate lookup): the dialogs close and the fault leaves
-// the command for the main window's error reporter.
-void ListsTest::faultInsideTheDialogsReachesTheCaller()
+// A payment dated beyond the rate table: what is owed on that day cannot be
+// computed. The user is told when the date field is left, and the dialog
+// stays open with what was typed.
+void ListsTest::aDateBeyondTheRatesIsToldAndTheDialogStays()
 {
     rw::RateTable table = SimpleTable(0.0365f);
     table[0].dtThru = D(12, 31, 2015);
     Fixture f(FederalCase(D(4, 15, 2015), D(4, 15, 2015), D(12, 31, 2015), "10000"), table);
     ModalDriver drive;
     drive.when(QStringLiteral("Payments"), [](QWidget* dlg) { click(dlg, "btnAdd"); });
+    drive.when(QStringLiteral("Payment Information"), [&f](QWidget* dlg) {
+        auto* date = child<QLineEdit>(dlg, "CSdtPmt");
+        auto* amount = child<QLineEdit>(dlg, "CScurPmt");
+        date->setFocus();
+        QTest::keyClicks(date, QStringLiteral("3/1/2016"));
+        QTest::keyClicks(amount, QStringLiteral("5"));
+        QVERIFY(f.msgs.shown.empty());  // nothing while typing
+        amount->setFocus();
+        QTest::keyClick(date, Qt::Key_Tab);
+        QTRY_VERIFY(!f.msgs.shown.empty());
+        QVERIFY(dlg->isVisible());
+        QCOMPARE(amount->text(), QStringLiteral("5"));
+        click(dlg, "btnCancel");
+    });
+    drive.when(QStringLiteral("Payments"), [](QWidget* dlg) { click(dlg, "btnClose"); });
+    rw::ui::RunPaymentsCommand(f.ctx);
+    QVERIFY2(drive.finished(), qPrintable(drive.failures.join(u'\n')));
+    bool told = false;
+    for (const auto& m : f.msgs.shown)
+        told = told || (m.title == "Interest Cannot Be Computed" && m.text.find("ends on 12/31/2015") != std::string::npos);
+    QVERIFY(told);
+    QCOMPARE(f.kase.init.nPmts, std::int16_t(0));
+}
+
+// A fault inside the computation to the payment date (a payroll deposit with
+// no due date overflows its days-late count) closes the dialogs and leaves
+// the command for the main window's error reporter.
+void ListsTest::faultInsideTheDialogsReachesTheCaller()
+{
+    rw::Case c = FederalCase(D(4, 15, 2015), D(4, 15, 2015), D(12, 31, 2015), "10000");
+    c.init.bAnyPenalties = rw::kYes;
+    c.init.nDeposits = 1;
+    c.deposits[0].dtDepDue = rw::NoDate;
+    c.deposits[0].cRequired = M("1000");
+    Fixture f(c);
+    ModalDriver drive;
+    drive.when(QStringLiteral("Payments"), [](QWidget* dlg) { click(dlg, "btnAdd"); });
     drive.when(QStringLiteral("Payment Information"), [](QWidget* dlg) {
-        QTest::keyClicks(child<QLineEdit>(dlg, "CSdtPmt"), QStringLiteral("3/1/2016"));
+        QTest::keyClicks(child<QLineEdit>(dlg, "CSdtPmt"), QStringLiteral("6/1/2015"));
         QTest::keyClicks(child<QLineEdit>(dlg, "CScurPmt"), QStringLiteral("5"));
     });
     bool thrown = false;
@@ -668,7 +706,7 @@ void ListsTest::faultInsideTheDialogsReachesTheCaller()
         rw::ui::RunPaymentsCommand(f.ctx);
     } catch (const rw::Fault& fault) {
         thrown = true;
-        QCOMPARE(fault.number(), rw::kErrSubscript);
+        QCOMPARE(fault.number(), rw::kErrOverflow);
     }
     QVERIFY(thrown);
     QVERIFY2(drive.finished(), qPrintable(drive.failures.join(u'\n')));

@@ -14,11 +14,13 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QListWidget>
 #include <QRadioButton>
 #include <QToolBar>
 #include <QtTest>
 
 #include <fstream>
+#include <limits>
 
 using namespace rwtest;
 using rw::Date;
@@ -131,6 +133,7 @@ private Q_SLOTS:
     void helpOnHelpAndContents();
     void aboutBox();
     void unknownToolbarKeyWarns();
+    void refusedComputationsLeaveTheProgramAndTheCase();
 };
 
 void MainWindowTest::menusCarryTheirCaptions()
@@ -704,6 +707,79 @@ void MainWindowTest::unknownToolbarKeyWarns()
     QCOMPARE(p.msgs.shown.size(), std::size_t(1));
     QCOMPARE(p.msgs.shown[0].title, std::string("WARNING"));
     QVERIFY(p.msgs.shown[0].text.starts_with("The program does not understand the toolbar choice. Please let "));
+}
+
+// A computation the rate table cannot support is refused with a message: no
+// report opens, the program keeps running, the case and its state stay.
+void MainWindowTest::refusedComputationsLeaveTheProgramAndTheCase()
+{
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    auto row = [](Date from, Date thru, float up, float op) {
+        rw::RateRow r;
+        r.dtFrom = from;
+        r.dtThru = thru;
+        r.fUPRate = up;
+        r.fOPRate = op;
+        return r;
+    };
+    auto D = [](int y, int m, int d) { return Date::fromCivil(y, m, d); };
+    struct Refused {
+        const char* name;
+        const char* authority;
+        Date start;
+        Date stop;
+        std::int64_t balanceCents;
+        rw::RateTable rates;
+        const char* told;
+    };
+    const std::vector<Refused> cases = {
+        {"hole", "FL  ", D(2018, 1, 1), D(2018, 12, 31), 1000000,
+         {row(D(2018, 1, 1), D(2018, 6, 30), 0.07f, 0.07f), row(D(2018, 7, 1), D(2018, 12, 31), none, none)},
+         "The Florida rate table has no published interest rate for 7/1/2018 to 12/31/2018"},
+        {"beforeTheTable", "AR  ", D(2005, 1, 1), D(2010, 6, 30), 1000000,
+         {row(D(2010, 1, 1), D(2010, 12, 31), 0.10f, 0.10f)},
+         "The Arkansas rate table begins on 1/1/2010, and this calculation needs a rate for 1/2/2005 to 12/31/2009"},
+        {"afterTheTable", "US  ", D(2026, 12, 31), D(2027, 6, 30), 1000000,
+         {row(D(2026, 1, 1), D(2026, 12, 31), 0.07f, 0.07f), row(D(2027, 1, 1), D(2027, 3, 31), 0.07f, 0.07f)},
+         "The Federal rate table ends on 3/31/2027, and this calculation needs a rate for 4/1/2027 to 6/30/2027"},
+        {"refundRateNeverPublished", "MO  ", D(2018, 1, 1), D(2018, 12, 31), -1000000,
+         {row(D(2018, 1, 1), D(2018, 12, 31), 0.05f, none)},
+         "The Missouri rate table has no published overpayment (refund) rate for 1/1/2018 to 12/31/2018"},
+    };
+    for (const Refused& e : cases) {
+        Program p;
+        QVERIFY(p.started);
+        rw::Case& c = p.session.kase;
+        c.init.sName.assign(e.name);
+        c.init.sTaxAuth.assign(e.authority);
+        c.init.dtDue = e.start;
+        c.init.tlStart.dtDate = e.start;
+        c.init.tlStart.cTax = rw::Money::fromCents(e.balanceCents);
+        c.init.tlStop.dtDate = e.stop;
+        p.session.gRates = e.rates;
+        p.session.gbSaved = rw::kNo;
+        p.session.menus.reportsEnabled = true;
+        p.window->refresh();
+        const rw::Case before = c;
+        p.msgs.clear();
+        ModalWatch choose([](QWidget* dlg) {
+            auto* list = child<QListWidget>(dlg, "chkReport");
+            list->item(1)->setCheckState(Qt::Checked);  // Summary of Results
+            click(dlg, "btnOK");
+        });
+        p.action("mnuViewReports")->trigger();
+        QVERIFY2(choose.fired(), e.name);
+        QCOMPARE(p.msgs.shown.size(), std::size_t(1));
+        QCOMPARE(p.msgs.shown[0].title, std::string("Interest Cannot Be Computed"));
+        QVERIFY2(p.msgs.shown[0].text.find(e.told) != std::string::npos, p.msgs.shown[0].text.c_str());
+        QCOMPARE(p.program.ends, 0);
+        QVERIFY2(p.session.kase == before, e.name);
+        QCOMPARE(p.session.gbSaved, rw::kNo);
+        for (QWidget* w : QApplication::topLevelWidgets())
+            QVERIFY2(!(w->isVisible() && w->objectName().startsWith(QStringLiteral("frmRpt"))), e.name);
+        // Still running: the next command works.
+        QVERIFY(p.action("mnuViewReports")->isEnabled());
+    }
 }
 
 QTEST_MAIN(MainWindowTest)
