@@ -202,37 +202,33 @@ std::optional<MissingRate> RateSelector::missingRate(const ResultPeriod& row)
 Refusal RefuseMissingRate(const InitInputs& init, const RateTable& wr, const MissingRate& missing)
 {
     using Kind = MissingRate::Kind;
-    const std::string table = "The " + std::string(AuthorityForCode(init.sTaxAuth.view()).name) + " rate table";
     const std::string stretch = FormatShortDate(missing.from) + " to " + FormatShortDate(missing.thru);
-    constexpr std::string_view update
-        = "install a release of the rates that covers it (see \"Updating interest rates\" in the manual).";
-    std::string text;
+    std::string what;    // what the table lacks
+    std::string change;  // the dates that would avoid it
     switch (missing.kind) {
     case Kind::Hole:
-        text = table + " has no published interest rate for " + stretch
-            + ", and the balance in that period is not zero. Change the start or stop date so that the "
-              "calculation leaves that period out, or "
-            + std::string(update);
+        what = "has no published interest rate for " + stretch + ", and the balance in that period is not zero";
+        change = "the start or stop date so that the calculation leaves that period out";
         break;
     case Kind::Refund:
-        text = table + " has no published overpayment (refund) rate for " + stretch
-            + ", and the case is overpaid in that period. Change the start or stop date so that the "
-              "calculation leaves that period out, or "
-            + std::string(update);
+        what = "has no published overpayment (refund) rate for " + stretch + ", and the case is overpaid in that period";
+        change = "the start or stop date so that the calculation leaves that period out";
         break;
     case Kind::BeforeTable:
-        text = table + " begins on " + FormatShortDate(wr.empty() ? missing.thru : wr.front().dtFrom)
-            + ", and this calculation needs a rate for " + stretch
-            + ". Change the start date so that the calculation lies within the table, or " + std::string(update);
+        what = "begins on " + FormatShortDate(wr.front().dtFrom) + ", and this calculation needs a rate for " + stretch;
+        change = "the start date so that the calculation lies within the table";
         break;
     case Kind::AfterTable:
-        text = table + (wr.empty() ? std::string(" has no rows") : " ends on " + FormatShortDate(wr.back().dtThru))
-            + ", and this calculation needs a rate for " + stretch
-            + ". Change the stop date so that the calculation lies within the table, or " + std::string(update);
+        what = (wr.empty() ? std::string("has no rows") : "ends on " + FormatShortDate(wr.back().dtThru))
+            + ", and this calculation needs a rate for " + stretch;
+        change = "the stop date so that the calculation lies within the table";
         break;
     }
     return Refusal("Interest Cannot Be Computed",
-                   text + " Interest is never computed on a rate the table does not hold.");
+                   "The " + std::string(AuthorityForCode(init.sTaxAuth.view()).name) + " rate table " + what
+                       + ". Change " + change
+                       + ", or install a release of the rates that covers it (see \"Updating interest rates\" in "
+                         "the manual). Interest is never computed on a rate the table does not hold.");
 }
 
 float RateSelector::revisedUSRate(ResultPeriod& row)
