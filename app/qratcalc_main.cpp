@@ -1,8 +1,8 @@
 // The desktop program: the About box, start-up, then the main window until
 // the user ends the program.
 
-#include "casedata/paths.h"
-#include "casedata/release.h"
+#include "base/paths.h"
+#include "rates/release.h"
 #include "shell/session.h"
 #include "shell/startup.h"
 #include "ui/common/fields.h"

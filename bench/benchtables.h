@@ -2,8 +2,8 @@
 // Rate tables the benchmarks compute with: one row per calendar quarter,
 // compounding daily, so a long case meets every quarter end of its years.
 
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 
 #include <functional>
 

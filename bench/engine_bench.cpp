@@ -4,7 +4,7 @@
 // The counter "allocs" is the number of heap allocations per computation:
 // it depends on the case's size, never on the number of days.
 
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "engine/intcalc.h"
 
 #include "benchtables.h"

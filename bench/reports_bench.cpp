@@ -5,7 +5,7 @@
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
 #include "reports/textprinter.h"
-#include "ui/print/pdfoutput.h"
+#include "qtprint/pdfoutput.h"
 
 #include "benchtables.h"
 

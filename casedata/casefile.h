@@ -4,10 +4,10 @@
 // (each list only when its count is above 0). Older files, told apart by their
 // version tag, hold a shorter record that is converted on reading.
 
-#include "casedata/binio.h"
+#include "base/binio.h"
 #include "casedata/caserecord.h"
 #include "casedata/recordfields.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "casedata/caserecord.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 namespace rw {
 

@@ -3,10 +3,10 @@
 // (payments, other charges, payroll deposits). The field order of every record
 // below is also its order in the case file.
 
-#include "casedata/dates.h"
-#include "casedata/fault.h"
-#include "casedata/fixedtext.h"
-#include "casedata/money.h"
+#include "base/dates.h"
+#include "base/fault.h"
+#include "base/fixedtext.h"
+#include "base/money.h"
 
 #include <cstdint>
 #include <span>

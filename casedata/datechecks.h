@@ -5,7 +5,7 @@
 // answered and keeps its dialog open.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <optional>
 #include <string>

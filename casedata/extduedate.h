@@ -5,7 +5,7 @@
 // warnings only advise.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "casedata/initialinputs.h"
 
 #include "casedata/datechecks.h"
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <charconv>
 
@@ -114,6 +114,41 @@ InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm&
         && CheckStateTableDates(in, rates_, msgs_) == StateCheckAnswer::SaveAndExit)
         return Result::SaveAndExit;
     return Result::Stored;
+}
+
+namespace {
+// Where the maker offers more current state rate tables.
+const char* kTablesPage = "www.brindlecote.example/ratewright/tables";
+}  // namespace
+
+bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates)
+{
+    if (init.isFederal() || rates.empty())
+        return true;
+    const Date first = rates.front().dtFrom;
+    const Date last = rates.back().dtThru;
+    const auto inside = [&](Date d) { return first <= d && d <= last; };
+    return inside(init.tlStart.dtDate) && inside(init.tlStop.dtDate);
+}
+
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs)
+{
+    if (CalcDatesWithinTable(init, rates))
+        return StateCheckAnswer::Continue;
+    const Date first = rates.front().dtFrom;
+    const Date last = rates.back().dtThru;
+    const bool startOutside = !(first <= init.tlStart.dtDate && init.tlStart.dtDate <= last);
+    const std::string which = startOutside ? "The start date, " : "The stop date, ";
+    const Date shown = startOutside ? init.tlStart.dtDate : init.tlStop.dtDate;
+    const std::string text = which + FormatMMDDYYYY(shown) + ", is not between the first date, "
+        + FormatMMDDYYYY(first) + ", and the last date, " + FormatMMDDYYYY(last)
+        + ", in the state's rate table file. You are welcome " + "to look at " + kTablesPage
+        + " for a more " + "current state rate table. If you press the YES button, "
+        + "the program will let you continue, but, if you don't "
+        + "change that date, it will abort without warning later. "
+        + "If you press the NO button, the program will save your " + "data and exit afterwards. Continue?";
+    return msgs.ask("State Rate Table Problem", text, MsgIcon::Critical) ? StateCheckAnswer::Continue
+                                                                          : StateCheckAnswer::SaveAndExit;
 }
 
 }  // namespace rw

@@ -5,9 +5,9 @@
 // InitialInputsForm; this class fills the form, reacts, and stores it on OK.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
-#include "casedata/paths.h"
-#include "casedata/ratetable.h"
+#include "base/messages.h"
+#include "base/paths.h"
+#include "rates/ratetable.h"
 
 #include <string>
 #include <vector>
@@ -62,5 +62,14 @@ private:
     const Paths& paths_;
     Messages& msgs_;
 };
+
+// The state-table date check: true when both calculation dates lie within the
+// table (bounds inclusive). Federal cases are never checked.
+bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates);
+
+enum class StateCheckAnswer { Continue, SaveAndExit };
+// Asks the user, when a date lies outside the state's table, whether to go on
+// (Yes) or to save and end (No).
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs);
 
 }  // namespace rw

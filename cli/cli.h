@@ -2,8 +2,8 @@
 // qratcalc-cli: the command-line tool through which cases are scripted, tested
 // and batch-processed. Each command lives in its own file.
 
-#include "casedata/paths.h"
-#include "casedata/release.h"
+#include "base/paths.h"
+#include "rates/release.h"
 
 #include <iosfwd>
 #include <optional>

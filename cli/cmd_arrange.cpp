@@ -1,8 +1,8 @@
 #include "cli/cli.h"
 
 #include "casedata/casefile.h"
-#include "casedata/numtext.h"
-#include "cli/casejson.h"
+#include "base/numtext.h"
+#include "casejson/casejson.h"
 #include "cli/cmd_report.h"
 #include "penalties/arrange.h"
 

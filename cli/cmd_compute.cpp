@@ -1,7 +1,7 @@
 #include "cli/cmd_compute.h"
 
-#include "casedata/numtext.h"
-#include "cli/casejson.h"
+#include "base/numtext.h"
+#include "casejson/casejson.h"
 #include "cli/cmd_report.h"
 #include "reports/summary.h"
 

@@ -3,7 +3,7 @@
 // rate table, the whole computation, and the computation as JSON.
 
 #include "casedata/caserecord.h"
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "cli/cli.h"
 #include "penalties/compute.h"
 

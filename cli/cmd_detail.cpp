@@ -1,4 +1,4 @@
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "cli/cli.h"
 #include "cli/cmd_compute.h"
 #include "cli/cmd_report.h"

@@ -1,5 +1,5 @@
 #include "cli/cli.h"
-#include "cli/casejson.h"
+#include "casejson/casejson.h"
 
 #include "casedata/casefile.h"
 

@@ -1,13 +1,13 @@
 #include "cli/cmd_report.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "cli/cmd_compute.h"
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
 #include "reports/textprinter.h"
 
 #ifdef RW_HAVE_QTPRINT
-#include "ui/print/pdfoutput.h"
+#include "qtprint/pdfoutput.h"
 #endif
 
 #include <charconv>

@@ -1,7 +1,7 @@
 #include "cli/cli.h"
 
-#include "casedata/money.h"
-#include "tools/ratetables/releasebuild.h"
+#include "base/money.h"
+#include "ratebuild/releasebuild.h"
 
 #include <ostream>
 

@@ -1,6 +1,6 @@
 #include "cli/cmd_report.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "cli/cmd_compute.h"
 #include "reports/grid.h"
 #include "reports/printmaster.h"

@@ -3,8 +3,8 @@
 // message boxes written to the error stream, and faults written as JSON.
 // (Cases and their rate tables are loaded with LoadCaseAndTable.)
 
-#include "casedata/fault.h"
-#include "casedata/messages.h"
+#include "base/fault.h"
+#include "base/messages.h"
 #include "cli/cli.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "cli/cli.h"
 
-#include "casedata/numtext.h"
-#include "casedata/ratetable.h"
-#include "tools/ratetables/ratesource.h"
+#include "base/numtext.h"
+#include "rates/ratetable.h"
+#include "ratebuild/ratesource.h"
 
 #include <cstdio>
 #include <map>

@@ -1,6 +1,6 @@
 #include "engine/intcalc.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "casedata/datechecks.h"
 #include "engine/ratesel.h"

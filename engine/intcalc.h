@@ -3,7 +3,7 @@
 // per interest period between events), each period with its rate and factor,
 // and the total interest.
 
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "engine/timeline.h"
 
 #include <cstdint>

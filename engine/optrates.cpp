@@ -1,6 +1,6 @@
 #include "engine/optrates.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "casedata/datechecks.h"
 

@@ -4,7 +4,7 @@
 // date warnings only advise; the user's choice is stored as made.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <string>
 

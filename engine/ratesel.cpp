@@ -1,6 +1,6 @@
 #include "engine/ratesel.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include <cmath>
 

@@ -4,7 +4,7 @@
 // suspension, is ever stored; nothing else changes the stored pair.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <string>
 

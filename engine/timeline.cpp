@@ -1,6 +1,6 @@
 #include "engine/timeline.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 
 #include <algorithm>

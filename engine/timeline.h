@@ -3,7 +3,7 @@
 // by date and kind and sorted, built afresh from a case for each computation.
 
 #include "casedata/caserecord.h"
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "payments/charges.h"
 
 #include "casedata/datechecks.h"
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "payments/payments.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 // interest starts to run on it.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "penalties/formfields.h"
 
 #include <functional>

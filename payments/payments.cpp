@@ -1,7 +1,7 @@
 #include "payments/payments.h"
 
 #include "casedata/datechecks.h"
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 

@@ -3,9 +3,9 @@
 // plain forms, with the allocation of a payment on its date.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "base/messages.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 #include "penalties/allocation.h"
 #include "penalties/arrange.h"
 #include "penalties/formfields.h"

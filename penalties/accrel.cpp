@@ -1,6 +1,6 @@
 #include "penalties/accrel.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 
 namespace rw {

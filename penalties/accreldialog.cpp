@@ -1,6 +1,6 @@
 #include "penalties/accreldialog.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <charconv>
 

@@ -2,7 +2,7 @@
 // The "Accuracy Related Penalty" dialog as logic over a plain form.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "penalties/formfields.h"
 
 #include <string>

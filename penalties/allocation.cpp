@@ -1,8 +1,8 @@
 #include "penalties/allocation.h"
 
 #include "casedata/datechecks.h"
-#include "casedata/fault.h"
-#include "casedata/messages.h"
+#include "base/fault.h"
+#include "base/messages.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 

@@ -9,9 +9,9 @@
 // case as it stands every time the case is computed.
 
 #include "casedata/caserecord.h"
-#include "casedata/money.h"
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "base/money.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "penalties/arrange.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <limits>
 

@@ -6,7 +6,7 @@
 // order, replaces the list, and the order as entered stays whenever nothing is
 // cheaper.
 
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "penalties/payroll.h"
 
 #include <cstdint>

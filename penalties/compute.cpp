@@ -1,6 +1,6 @@
 #include "penalties/compute.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "penalties/accrel.h"
 #include "penalties/allocation.h"

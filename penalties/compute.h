@@ -2,7 +2,7 @@
 // A whole computation of a case with every penalty the case asks for: what the
 // report and print commands, the summary and the command-line tool work from.
 
-#include "casedata/release.h"
+#include "rates/release.h"
 #include "engine/intcalc.h"
 #include "penalties/penaltytypes.h"
 

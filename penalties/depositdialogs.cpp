@@ -1,7 +1,7 @@
 #include "penalties/depositdialogs.h"
 
 #include "casedata/datechecks.h"
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 // Information" dialog as logic over plain forms.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "penalties/formfields.h"
 
 #include <functional>

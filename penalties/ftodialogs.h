@@ -4,7 +4,7 @@
 // stores and which check mark the menu entry then carries.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "penalties/formfields.h"
 
 #include <functional>

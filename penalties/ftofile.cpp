@@ -1,6 +1,6 @@
 #include "penalties/ftofile.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 
 namespace rw {

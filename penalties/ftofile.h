@@ -10,7 +10,7 @@
 // more than 60 days late owes at least the minimum amount of its year (or the
 // tax, when that is less).
 
-#include "casedata/release.h"
+#include "rates/release.h"
 #include "engine/timeline.h"
 #include "penalties/penaltytypes.h"
 

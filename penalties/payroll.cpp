@@ -1,6 +1,6 @@
 #include "penalties/payroll.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "reports/ftoreport.h"
 
-#include "casedata/fault.h"
-#include "casedata/numtext.h"
+#include "base/fault.h"
+#include "base/numtext.h"
 #include "reports/reporttext.h"
 
 namespace rw {

@@ -1,6 +1,6 @@
 #include "reports/grid.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "reports/inputs.h"
 
-#include "casedata/fault.h"
-#include "casedata/numtext.h"
+#include "base/fault.h"
+#include "base/numtext.h"
 #include "engine/timeline.h"
 #include "reports/reporttext.h"
 

@@ -1,6 +1,6 @@
 #include "reports/printmanager.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include <limits>
 

@@ -9,8 +9,8 @@
 // of a page are kept free for the page number: with a capacity of 60 lines a
 // page holds the heading block and at most 46 reserved lines.
 
-#include "casedata/messages.h"
-#include "casedata/money.h"
+#include "base/messages.h"
+#include "base/money.h"
 #include "reports/printer.h"
 
 #include <cstdint>

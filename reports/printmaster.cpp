@@ -1,6 +1,6 @@
 #include "reports/printmaster.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "penalties/payroll.h"
 #include "reports/accrelreport.h"
 #include "reports/detail.h"

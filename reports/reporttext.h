@@ -1,7 +1,7 @@
 #pragma once
 // Small text helpers shared by the reports.
 
-#include "casedata/fixedtext.h"
+#include "base/fixedtext.h"
 
 #include <string>
 #include <string_view>

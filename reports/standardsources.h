@@ -2,8 +2,8 @@
 // The figures of the reports as the program computes them: ComputeCase with
 // the authority's rate table (its payroll penalty table included).
 
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 #include "reports/printmaster.h"
 
 namespace rw {

@@ -3,7 +3,7 @@
 // copy, tell the user where it happened and offer to save, log it, add a hint
 // for the two errors that have one, and end the program. Nothing is retried.
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "shell/services.h"
 #include "shell/session.h"
 

@@ -1,7 +1,7 @@
 #include "shell/filecommands.h"
 
 #include "casedata/casefile.h"
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "shell/settings.h"
 
 namespace rw {

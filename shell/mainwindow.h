@@ -3,7 +3,7 @@
 // the checks some menu commands make before their dialog opens, and the note
 // line. The window layer opens the dialogs; these decide whether it may.
 
-#include "casedata/messages.h"
+#include "base/messages.h"
 #include "shell/session.h"
 
 #include <string_view>

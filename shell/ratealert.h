@@ -5,7 +5,7 @@
 // cannot go on and ends. Checked when the End Calculation field of the
 // Initial Inputs dialog loses the focus.
 
-#include "casedata/release.h"
+#include "rates/release.h"
 #include "shell/services.h"
 
 #include <string>

@@ -4,8 +4,8 @@
 // program's end, and today's date. The desktop program implements them with
 // real windows; tests script them.
 
-#include "casedata/dates.h"
-#include "casedata/messages.h"
+#include "base/dates.h"
+#include "base/messages.h"
 
 #include <optional>
 #include <string>

@@ -6,9 +6,9 @@
 // case.
 
 #include "casedata/caserecord.h"
-#include "casedata/paths.h"
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "base/paths.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 #include "reports/printmanager.h"
 #include "reports/printmaster.h"
 

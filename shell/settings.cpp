@@ -1,8 +1,8 @@
 #include "shell/settings.h"
 
-#include "casedata/binio.h"
-#include "casedata/fault.h"
-#include "casedata/numtext.h"
+#include "base/binio.h"
+#include "base/fault.h"
+#include "base/numtext.h"
 
 #include <optional>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "shell/startup.h"
 
-#include "casedata/fault.h"
-#include "casedata/ratetable.h"
+#include "base/fault.h"
+#include "rates/ratetable.h"
 #include "shell/settings.h"
 
 namespace rw {

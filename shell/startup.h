@@ -10,8 +10,8 @@
 // date helpers of casedata format them so, so there is no system setting to
 // change here.
 
-#include "casedata/messages.h"
-#include "casedata/paths.h"
+#include "base/messages.h"
+#include "base/paths.h"
 #include "shell/session.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "casedata/money.h"
+#include "base/money.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "casedata/fault.h"
-#include "casedata/money.h"
+#include "base/fault.h"
+#include "base/money.h"
 
 #include <gtest/gtest.h>
 

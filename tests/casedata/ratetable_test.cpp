@@ -1,6 +1,7 @@
-#include "casedata/ratetable.h"
+#include "casedata/initialinputs.h"
+#include "rates/ratetable.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "handcase.h"
 #include "support/recordingmessages.h"

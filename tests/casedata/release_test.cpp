@@ -1,7 +1,7 @@
 // The release file: what it must hold, how it is refused, and the minimum
 // amounts it carries.
 
-#include "casedata/release.h"
+#include "rates/release.h"
 
 #include <gtest/gtest.h>
 

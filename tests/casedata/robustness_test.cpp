@@ -3,7 +3,7 @@
 // read outside the input, and a result they call Ok must be a consistent case.
 
 #include "casedata/casefile.h"
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 
 #include "handcase.h"
 

@@ -1,7 +1,7 @@
 // The safe save: a write that fails at any step leaves the previous file as
 // it was and no temporary file behind.
 
-#include "casedata/binio.h"
+#include "base/binio.h"
 #include "casedata/casefile.h"
 
 #include "support/tempdir.h"

@@ -1,4 +1,4 @@
-#include "cli/casejson.h"
+#include "casejson/casejson.h"
 
 #include "casedata/casefile.h"
 

@@ -8,7 +8,7 @@
 
 #include "cli/cli.h"
 
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "shell/startup.h"
 
 #include "support/ratesources.h"

@@ -3,8 +3,8 @@
 // one row worked out plainly from the tax rule.
 
 #include "casedata/caserecord.h"
-#include "casedata/fault.h"
-#include "casedata/ratetable.h"
+#include "base/fault.h"
+#include "rates/ratetable.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "enginetest.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "engine/ratesel.h"
 
 #include <gtest/gtest.h>

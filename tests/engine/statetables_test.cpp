@@ -1,7 +1,7 @@
 // State cases computed on the state tables the release build makes, end to
 // end, read from the tests' release of the rates (built from the frozen
 // sources of late 2026), on periods whose rates were published.
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "casedata/initialinputs.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"

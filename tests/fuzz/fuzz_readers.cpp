@@ -3,8 +3,8 @@
 // and a case it accepts must write and read back unchanged.
 
 #include "casedata/casefile.h"
-#include "casedata/ratetable.h"
-#include "cli/casejson.h"
+#include "rates/ratetable.h"
+#include "casejson/casejson.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 
 #include "penalties/arrange.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "pentest.h"
 #include "support/recordingmessages.h"

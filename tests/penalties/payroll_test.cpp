@@ -4,7 +4,7 @@
 #include "penalties/compute.h"
 #include "penalties/payroll.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "pentest.h"
 

@@ -2,11 +2,11 @@
 // file that cannot be written. No pixel widths are asserted.
 
 #include "support/tempdir.h"
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "reports/printmanager.h"
 #include "support/recordingmessages.h"
-#include "ui/print/pdfoutput.h"
-#include "ui/print/qtprinter.h"
+#include "qtprint/pdfoutput.h"
+#include "qtprint/qtprinter.h"
 
 #include <QFontInfo>
 #include <QPdfWriter>

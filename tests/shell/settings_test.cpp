@@ -1,6 +1,6 @@
 #include "shell/settings.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include "shellfixture.h"
 

@@ -7,7 +7,7 @@
 #include "shell/session.h"
 
 #include "../casedata/handcase.h"
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "support/recordingmessages.h"
 #include "support/releases.h"
 #include "support/tempdir.h"

@@ -1,6 +1,6 @@
 #include "shell/startup.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "shell/settings.h"
 
 #include "shellfixture.h"

@@ -2,7 +2,7 @@
 // A scripted stand-in for the message boxes: records every box shown and
 // answers questions from a queue.
 
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 #include <deque>
 #include <string>

@@ -5,7 +5,7 @@
 // build from the frozen sources tests/fixtures/rates-2026q4 into the build
 // tree. Neither changes when the shipped rates (data/rates) are updated.
 
-#include "casedata/release.h"
+#include "rates/release.h"
 
 #include <filesystem>
 

@@ -6,9 +6,9 @@
 // each 31 December it spans. Day numbers count from 30 December 1899; the ones
 // written out were worked by hand from 1/1/2018 = day 43,101.
 
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
-#include "tools/ratetables/ratesource.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
+#include "ratebuild/ratesource.h"
 
 #include "support/releases.h"
 

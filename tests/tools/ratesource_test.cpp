@@ -2,9 +2,9 @@
 // to single precision, per cent figures turned into fractions, refund rates
 // that were not published, and the check's refusals.
 
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "support/tempdir.h"
-#include "tools/ratetables/ratesource.h"
+#include "ratebuild/ratesource.h"
 
 #include <gtest/gtest.h>
 

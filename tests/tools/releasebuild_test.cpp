@@ -3,9 +3,9 @@
 // folder written from the frozen sources of the tests, rows cut at year ends
 // and state tables with their holes.
 
-#include "casedata/numtext.h"
-#include "casedata/ratetable.h"
-#include "tools/ratetables/releasebuild.h"
+#include "base/numtext.h"
+#include "rates/ratetable.h"
+#include "ratebuild/releasebuild.h"
 
 #include "support/ratesources.h"
 #include "support/tempdir.h"

@@ -2,8 +2,8 @@
 // table takes when the schedule has gaps or refund rates that were not
 // published, its holes, and the coverage page.
 
-#include "casedata/ratetable.h"
-#include "tools/ratetables/ratesource.h"
+#include "rates/ratetable.h"
+#include "ratebuild/ratesource.h"
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,9 @@
 // rates. No figure of the live data is pinned here: those are tested on the
 // frozen sources of tests/fixtures.
 
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
-#include "tools/ratetables/releasebuild.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
+#include "ratebuild/releasebuild.h"
 
 #include "support/ratesources.h"
 

@@ -4,7 +4,7 @@
 // frozen sources tests/fixtures/rates-2026q4; the figures below are copied by
 // hand from those sources).
 
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 #include "cli/cli.h"
 #include "support/releases.h"
 #include "support/tempdir.h"

@@ -3,9 +3,9 @@
 // from the table sources. Every authority of the list must have a source that
 // passes the table check.
 
-#include "casedata/ratetable.h"
-#include "tools/ratetables/outfile.h"
-#include "tools/ratetables/ratesource.h"
+#include "rates/ratetable.h"
+#include "ratebuild/outfile.h"
+#include "ratebuild/ratesource.h"
 
 #include <filesystem>
 #include <iostream>

@@ -7,7 +7,7 @@
 // is reported and nothing is written, so a broken source fails the build
 // instead of shipping stale tables.
 
-#include "tools/ratetables/releasebuild.h"
+#include "ratebuild/releasebuild.h"
 
 #include <iostream>
 

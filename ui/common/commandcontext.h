@@ -5,10 +5,10 @@
 // dialog is accepted; the main window then refreshes its menus from the case.
 
 #include "casedata/caserecord.h"
-#include "casedata/messages.h"
-#include "casedata/paths.h"
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "base/messages.h"
+#include "base/paths.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 
 #include <functional>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 // Message boxes for the desktop program: the Qt side of rw::Messages.
 
-#include "casedata/messages.h"
+#include "base/messages.h"
 
 class QWidget;
 

@@ -5,7 +5,7 @@
 // alert; OK stores through rw::InitialInputsDialog.
 
 #include "casedata/initialinputs.h"
-#include "casedata/release.h"
+#include "rates/release.h"
 #include "shell/ratealert.h"
 #include "shell/services.h"
 #include "ui/inputs/inputdialog.h"

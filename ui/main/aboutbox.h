@@ -3,7 +3,7 @@
 // state penalties, the maker's contact lines, the maker's home page and the
 // way into the program. Shown at start-up and by Help - About.
 
-#include "casedata/release.h"
+#include "rates/release.h"
 
 #include <QDialog>
 

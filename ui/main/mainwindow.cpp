@@ -1,6 +1,6 @@
 #include "ui/main/mainwindow.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "shell/errorreporter.h"
 #include "shell/filecommands.h"
 #include "shell/mainwindow.h"

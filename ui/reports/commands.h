@@ -21,7 +21,7 @@
 // the main window's error reporter. A fault of a report window's own "Print"
 // button, which runs outside any command, goes to hooks.reportFault.
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "ui/common/commandcontext.h"
 
 #include <QString>

@@ -1,7 +1,7 @@
 #include "ui/reports/printtarget.h"
 
-#include "ui/print/pdfoutput.h"
-#include "ui/print/qtprinter.h"
+#include "qtprint/pdfoutput.h"
+#include "qtprint/qtprinter.h"
 
 #include <QFileDialog>
 #include <QFileInfo>

@@ -1,10 +1,10 @@
 #include "ui/reports/reportwindows.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "reports/standardsources.h"
 #include "ui/common/fields.h"
 #include "ui/common/texts.h"
-#include "ui/print/qtprinter.h"
+#include "qtprint/qtprinter.h"
 #include "ui/reports/printtarget.h"
 #include "ui/reports/reportchoices.h"
 

@@ -2,8 +2,8 @@
 // Enter, leaving the End Calculation field.
 
 #include "casedata/caserecord.h"
-#include "casedata/ratetable.h"
-#include "casedata/release.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 #include "support/recordingmessages.h"
 #include "support/releases.h"
 #include "ui/inputs/initialinputswindow.h"

@@ -5,7 +5,7 @@
 // federal table and the release file.
 
 #include "support/releases.h"
-#include "casedata/paths.h"
+#include "base/paths.h"
 #include "shell/ratealert.h"
 #include "shell/services.h"
 #include "support/tempdir.h"

@@ -4,7 +4,7 @@
 
 #include "uitest.h"
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 #include "ui/common/fields.h"

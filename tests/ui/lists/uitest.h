@@ -5,8 +5,8 @@
 
 #include "support/releases.h"
 #include "casedata/caserecord.h"
-#include "casedata/paths.h"
-#include "casedata/ratetable.h"
+#include "base/paths.h"
+#include "rates/ratetable.h"
 #include "reports/printmaster.h"
 #include "reports/printmanager.h"
 #include "support/recordingmessages.h"

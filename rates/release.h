@@ -12,9 +12,9 @@
 // folder) without reinstalling: it is used when its rates are verified
 // through a later date than the installed one's and it is complete.
 
-#include "casedata/dates.h"
-#include "casedata/money.h"
-#include "casedata/paths.h"
+#include "base/dates.h"
+#include "base/money.h"
+#include "base/paths.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
-#include "casedata/money.h"
+#include "base/money.h"
 
-#include "casedata/fault.h"
-#include "casedata/numtext.h"
+#include "base/fault.h"
+#include "base/numtext.h"
 
 #include <cmath>
 #include <cstdio>

@@ -1,8 +1,8 @@
-#include "cli/casejson.h"
+#include "casejson/casejson.h"
 
-#include "casedata/binio.h"
+#include "base/binio.h"
 #include "casedata/casefile.h"
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 #include "casedata/recordfields.h"
 
 #include <bit>

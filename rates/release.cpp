@@ -1,7 +1,7 @@
-#include "casedata/release.h"
+#include "rates/release.h"
 
-#include "casedata/numtext.h"
-#include "casedata/ratetable.h"
+#include "base/numtext.h"
+#include "rates/ratetable.h"
 
 #include <fstream>
 #include <set>

@@ -1,4 +1,4 @@
-#include "casedata/paths.h"
+#include "base/paths.h"
 
 #include <cstdlib>
 #include <system_error>

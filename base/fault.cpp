@@ -1,4 +1,4 @@
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 namespace rw {
 

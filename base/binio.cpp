@@ -1,4 +1,4 @@
-#include "casedata/binio.h"
+#include "base/binio.h"
 
 #include <cerrno>
 #include <cstdio>

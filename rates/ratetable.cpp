@@ -1,6 +1,6 @@
-#include "casedata/ratetable.h"
+#include "rates/ratetable.h"
 
-#include "casedata/binio.h"
+#include "base/binio.h"
 
 namespace rw {
 
@@ -49,7 +49,6 @@ void visitRow(V& v, R& r)
     v(r.fOPRate);
 }
 
-const char* kTablesPage = "www.brindlecote.example/ratewright/tables";
 
 }  // namespace
 
@@ -193,36 +192,6 @@ bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTa
     }
     rates = std::move(r.rows);
     return true;
-}
-
-bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates)
-{
-    if (init.isFederal() || rates.empty())
-        return true;
-    const Date first = rates.front().dtFrom;
-    const Date last = rates.back().dtThru;
-    const auto inside = [&](Date d) { return first <= d && d <= last; };
-    return inside(init.tlStart.dtDate) && inside(init.tlStop.dtDate);
-}
-
-StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs)
-{
-    if (CalcDatesWithinTable(init, rates))
-        return StateCheckAnswer::Continue;
-    const Date first = rates.front().dtFrom;
-    const Date last = rates.back().dtThru;
-    const bool startOutside = !(first <= init.tlStart.dtDate && init.tlStart.dtDate <= last);
-    const std::string which = startOutside ? "The start date, " : "The stop date, ";
-    const Date shown = startOutside ? init.tlStart.dtDate : init.tlStop.dtDate;
-    const std::string text = which + FormatMMDDYYYY(shown) + ", is not between the first date, "
-        + FormatMMDDYYYY(first) + ", and the last date, " + FormatMMDDYYYY(last)
-        + ", in the state's rate table file. You are welcome " + "to look at " + kTablesPage
-        + " for a more " + "current state rate table. If you press the YES button, "
-        + "the program will let you continue, but, if you don't "
-        + "change that date, it will abort without warning later. "
-        + "If you press the NO button, the program will save your " + "data and exit afterwards. Continue?";
-    return msgs.ask("State Rate Table Problem", text, MsgIcon::Critical) ? StateCheckAnswer::Continue
-                                                                          : StateCheckAnswer::SaveAndExit;
 }
 
 }  // namespace rw

@@ -1,4 +1,4 @@
-#include "tools/ratetables/outfile.h"
+#include "ratebuild/outfile.h"
 
 #include <fstream>
 #include <sstream>

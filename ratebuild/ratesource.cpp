@@ -1,6 +1,6 @@
-#include "tools/ratetables/ratesource.h"
+#include "ratebuild/ratesource.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <algorithm>
 #include <charconv>

@@ -4,9 +4,9 @@
 // first, each one rate period with its underpayment and overpayment rates and
 // its method (simple or daily compounding).
 
-#include "casedata/caserecord.h"
-#include "casedata/messages.h"
-#include "casedata/paths.h"
+#include "base/dates.h"
+#include "base/messages.h"
+#include "base/paths.h"
 
 #include <array>
 #include <span>
@@ -73,14 +73,5 @@ RateTableReadResult ReadRateTableFile(const std::filesystem::path& path);
 // keeps its rows. A file shorter than its row count says is a fault
 // (62, "OpenRates"). Returns true when rates was replaced.
 bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTable& rates);
-
-// The state-table date check: true when both calculation dates lie within the
-// table (bounds inclusive). Federal cases are never checked.
-bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates);
-
-enum class StateCheckAnswer { Continue, SaveAndExit };
-// Asks the user, when a date lies outside the state's table, whether to go on
-// (Yes) or to save and end (No).
-StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs);
 
 }  // namespace rw

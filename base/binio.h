@@ -3,10 +3,10 @@
 // Integer 2 bytes, Long 4, Single 4, Date 8 (the double day number), Currency 8
 // (the scaled integer), fixed text N bytes.
 
-#include "casedata/dates.h"
-#include "casedata/fault.h"
-#include "casedata/fixedtext.h"
-#include "casedata/money.h"
+#include "base/dates.h"
+#include "base/fault.h"
+#include "base/fixedtext.h"
+#include "base/money.h"
 
 #include <bit>
 #include <cstdint>

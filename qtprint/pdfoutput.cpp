@@ -1,6 +1,6 @@
-#include "ui/print/pdfoutput.h"
+#include "qtprint/pdfoutput.h"
 
-#include "ui/print/qtprinter.h"
+#include "qtprint/qtprinter.h"
 
 #include <QBuffer>
 #include <QFontMetrics>

@@ -18,8 +18,8 @@
 // whose underpayment and overpayment fields are both empty, held in the table
 // as kRateNotPublished in both directions.
 
-#include "casedata/dates.h"
-#include "casedata/ratetable.h"
+#include "base/dates.h"
+#include "rates/ratetable.h"
 
 #include <cmath>
 #include <filesystem>

@@ -1,8 +1,8 @@
-#include "tools/ratetables/releasebuild.h"
+#include "ratebuild/releasebuild.h"
 
-#include "casedata/numtext.h"
-#include "casedata/ratetable.h"
-#include "tools/ratetables/outfile.h"
+#include "base/numtext.h"
+#include "rates/ratetable.h"
+#include "ratebuild/outfile.h"
 
 #include <algorithm>
 #include <array>

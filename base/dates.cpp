@@ -1,6 +1,6 @@
-#include "casedata/dates.h"
+#include "base/dates.h"
 
-#include "casedata/numtext.h"
+#include "base/numtext.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "ui/print/qtprinter.h"
+#include "qtprint/qtprinter.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -8,7 +8,7 @@
 #include <QPageLayout>
 #include <QPageSize>
 
-#include "casedata/fault.h"
+#include "base/fault.h"
 
 #include <algorithm>
 
