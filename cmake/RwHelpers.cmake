@@ -1,6 +1,8 @@
 # Project helpers: core libraries, tests, and the rule that keeps the
 # windowing toolkit out of the core.
 
+include(GoogleTest)
+
 set(RW_CORE_TARGETS "" CACHE INTERNAL "")
 set(RW_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion)
 
@@ -27,18 +29,21 @@ function(rw_add_gtest name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
   target_compile_options(${name} PRIVATE ${RW_WARNINGS})
   target_link_libraries(${name} PRIVATE ${ARG_DEPS} rw_testsupport GTest::gtest GTest::gmock GTest::gtest_main)
-  add_test(NAME ${name} COMMAND ${name})
-  rw_pin_test_environment(${name})
-  if(ARG_LABELS)
-    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
-  endif()
+  # Each GoogleTest test is a ctest test of its own, found when ctest runs;
+  # the pinned environment comes through `cmake -E env`, which both the
+  # discovery and every test run start the executable with.
+  set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR
+    "${CMAKE_COMMAND};-E;env;${RW_TEST_ENVIRONMENT}")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS "core${ARG_LABELS}")
 endfunction()
 
 # The tests run in a fixed environment: no display, UTC, C locale, and every
 # per-user folder inside the build tree.
+set(RW_TEST_ENVIRONMENT
+  "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;XDG_DATA_HOME=${CMAKE_BINARY_DIR}/test-home/data;XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-home/config;HOME=${CMAKE_BINARY_DIR}/test-home;RW_SOURCE_DIR=${CMAKE_SOURCE_DIR};RW_INSTALL_DIR=${RW_INSTALL_DIR}")
 function(rw_pin_test_environment testname)
-  set_tests_properties(${testname} PROPERTIES ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;XDG_DATA_HOME=${CMAKE_BINARY_DIR}/test-home/data;XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-home/config;HOME=${CMAKE_BINARY_DIR}/test-home;RW_SOURCE_DIR=${CMAKE_SOURCE_DIR};RW_INSTALL_DIR=${RW_INSTALL_DIR}")
+  set_tests_properties(${testname} PROPERTIES ENVIRONMENT "${RW_TEST_ENVIRONMENT}")
 endfunction()
 
 # Fails the configure step when a core library links Qt or one of its files

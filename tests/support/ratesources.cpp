@@ -1,6 +1,6 @@
 #include "support/ratesources.h"
 
-#include <gtest/gtest.h>
+#include <stdexcept>
 
 #include <cstdlib>
 #include <fstream>
@@ -30,10 +30,8 @@ void CopyRateSourcesWithNextQuarter(const fs::path& dest)
     in.close();
     std::string fed = text.str();
     const auto at = fed.find("01/01/2027,03/31/2027,0.07,0.07,C,ESTIMATE:");
-    if (at == std::string::npos) {
-        ADD_FAILURE() << "the fixture's fed.csv has no estimated first quarter of 2027";
-        return;
-    }
+    if (at == std::string::npos)
+        throw std::runtime_error("the fixture's fed.csv has no estimated first quarter of 2027");
     fed.replace(at, fed.find('\n', at) - at, "01/01/2027,03/31/2027,0.07,0.07,C,Rev. Rul. 2027-3");
     fed += "04/01/2027,06/30/2027,0.08,0.08,C,ESTIMATE: a rise expected\n";
     std::ofstream(dest / "fed.csv", std::ios::binary) << fed;
