@@ -141,21 +141,4 @@ std::optional<Date> ParseMMDDYYYY(std::string_view text)
     return Date::fromCivil(y, m, d);
 }
 
-std::optional<Date> ParseDateOrDayNumber(std::string_view text)
-{
-    text = TrimBlanks(text);
-    if (text.find('/') != std::string_view::npos)
-        return ParseUserDate(text);
-    bool neg = false;
-    std::string_view digits = text;
-    if (!digits.empty() && digits.front() == '-') {
-        neg = true;
-        digits.remove_prefix(1);
-    }
-    int n = 0;
-    if (!parseInt(digits, n))
-        return std::nullopt;
-    return Date(static_cast<double>(neg ? -n : n));
-}
-
 }  // namespace rw

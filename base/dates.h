@@ -117,8 +117,4 @@ std::optional<Date> ParseUserDate(std::string_view text);
 // and on the calendar: the form of the rate sources and the release file.
 std::optional<Date> ParseMMDDYYYY(std::string_view text);
 
-// "mm/dd/yyyy" or an integer day number ("42475"); for data files and the
-// command-line tool.
-std::optional<Date> ParseDateOrDayNumber(std::string_view text);
-
 }  // namespace rw

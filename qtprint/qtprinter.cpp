@@ -112,7 +112,6 @@ void QtPrinter::beginLine()
         anyPage_ = true;
         pagePending_ = false;
         y_ = 0;
-        ++pagesPainted_;
     }
     const int h = textHeight("Sample");
     if (!pagePending_ && y_ > 0 && y_ + h > pageHeight()) {
@@ -124,7 +123,6 @@ void QtPrinter::beginLine()
         device_->newPage();
         pagePending_ = false;
         y_ = 0;
-        ++pagesPainted_;
     }
     lineOpen_ = true;
     open_.clear();

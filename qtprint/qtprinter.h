@@ -61,7 +61,6 @@ public:
     bool setup() override { return setupHandler_ ? setupHandler_() : true; }
 
     // Pages painted so far (a page counts once its first line is painted).
-    int pagesPainted() const { return pagesPainted_; }
 
     // The font a report asks for, as painted: family mapped, size in points,
     // fixed pitch.
@@ -91,7 +90,6 @@ private:
     bool anyPage_ = false;      // a page has been begun
     int y_ = 0;                 // top of the next line
     int pageNo_ = 1;
-    int pagesPainted_ = 0;
     bool ended_ = false;
     bool failed_ = false;  // the device could not be opened
     std::function<bool()> setupHandler_;

@@ -14,15 +14,9 @@
 #include "ui/main/desktop.h"
 #include "ui/main/updatealert.h"
 
-#if RW_HAVE_UI_LISTS
 #include "ui/lists/commands.h"
-#endif
-#if RW_HAVE_UI_PENALTIES
 #include "ui/penalties/commands.h"
-#endif
-#if RW_HAVE_UI_REPORTS
 #include "ui/reports/commands.h"
-#endif
 
 #include <QAction>
 #include <QApplication>
@@ -40,14 +34,6 @@ namespace rw::ui {
 
 namespace {
 
-// The commands whose windows are built in libraries of their own; a build
-// without one of them answers the command with this note instead.
-[[maybe_unused]] void notBuilt(Messages& msgs, std::string_view what)
-{
-    msgs.show("Ratewright", std::string(what) + " is not part of this build of the program.", MsgIcon::Information);
-}
-
-#if RW_HAVE_UI_REPORTS
 // A report window's own "Print" button runs outside any command: its fault
 // goes to the error reporter all the same.
 ReportHooks reportHooksFor(MainWindow* w)
@@ -61,7 +47,6 @@ ReportHooks reportHooksFor(MainWindow* w)
     };
     return hooks;
 }
-#endif
 
 }  // namespace
 
@@ -175,12 +160,9 @@ void MainWindow::buildMenus()
         penalties, "mnuPenFTPay", QStringLiteral("Failure to &Pay"),
         [this] {
             run("mnuPenFTPay_Click", [this] {
-#if RW_HAVE_UI_PENALTIES
                 CommandContext ctx = commandContext();
-                session_.menus.ftPayChecked = RunFailureToPayCommand(ctx);
-#else
-                notBuilt(services_.msgs, "Failure to Pay");
-#endif
+                RunFailureToPayCommand(ctx);
+                SetPenaltyChecks(session_);
             });
         },
         true);
@@ -188,12 +170,9 @@ void MainWindow::buildMenus()
         penalties, "mnuPenFTFile", QStringLiteral("&Failure to File"),
         [this] {
             run("mnuPenFTFile_Click", [this] {
-#if RW_HAVE_UI_PENALTIES
                 CommandContext ctx = commandContext();
-                session_.menus.ftFileChecked = RunFailureToFileCommand(ctx);
-#else
-                notBuilt(services_.msgs, "Failure to File");
-#endif
+                RunFailureToFileCommand(ctx);
+                SetPenaltyChecks(session_);
             });
         },
         true);
@@ -206,12 +185,9 @@ void MainWindow::buildMenus()
         inputs, "mnuInputsCharges", QStringLiteral("&Other Charges..."),
         [this] {
             run("mnuInputsCharges_Click", [this] {
-#if RW_HAVE_UI_LISTS
                 CommandContext ctx = commandContext();
-                session_.menus.chargesChecked = RunOtherChargesCommand(ctx);
-#else
-                notBuilt(services_.msgs, "Other Charges");
-#endif
+                RunOtherChargesCommand(ctx);
+                EnableInputs(session_);
             });
         },
         true);
@@ -426,12 +402,9 @@ void MainWindow::paymentsCommand()
 {
     run("mnuInputsPayments_Click", [this] {
         BeforePayments(session_, services_.msgs);
-#if RW_HAVE_UI_LISTS
         CommandContext ctx = commandContext();
-        session_.menus.paymentsChecked = RunPaymentsCommand(ctx);
-#else
-        notBuilt(services_.msgs, "Payments");
-#endif
+        RunPaymentsCommand(ctx);
+        EnableInputs(session_);
     });
 }
 
@@ -440,26 +413,20 @@ void MainWindow::payrollCommand()
     run("mnuPenPR_Click", [this] {
         if (!BeforePayroll(session_, services_.msgs))
             return;
-#if RW_HAVE_UI_LISTS
         CommandContext ctx = commandContext();
-        session_.menus.payrollChecked = RunPayrollCommand(ctx);
-#else
-        notBuilt(services_.msgs, "Payroll");
-#endif
+        RunPayrollCommand(ctx);
+        SetPenaltyChecks(session_);
     });
 }
 
 void MainWindow::accuracyRelatedCommand()
 {
     run("mnuPenAccuracy_Click", [this] {
-#if RW_HAVE_UI_PENALTIES
         // The command goes on to the Extended Due Date dialog itself when the
         // penalty is on.
         CommandContext ctx = commandContext();
-        session_.menus.accuracyChecked = RunAccuracyRelatedCommand(ctx);
-#else
-        notBuilt(services_.msgs, "Accuracy Related");
-#endif
+        RunAccuracyRelatedCommand(ctx);
+        SetPenaltyChecks(session_);
     });
 }
 
@@ -523,24 +490,16 @@ void MainWindow::aboutCommand()
 void MainWindow::reportsCommand()
 {
     run("mnuViewReports_Click", [this] {
-#if RW_HAVE_UI_REPORTS
         CommandContext ctx = commandContext();
         RunReportDisplayCommand(ctx, reportHooksFor(this));
-#else
-        notBuilt(services_.msgs, "View - Reports");
-#endif
     });
 }
 
 void MainWindow::printCommand()
 {
     run("mnuFilePrint_Click", [this] {
-#if RW_HAVE_UI_REPORTS
         CommandContext ctx = commandContext();
         RunPrintCommand(ctx, reportHooksFor(this));
-#else
-        notBuilt(services_.msgs, "File - Print");
-#endif
     });
 }
 

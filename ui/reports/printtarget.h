@@ -37,8 +37,6 @@ public:
     // The printer back end of the job (after resolve()).
     std::unique_ptr<rw::Printer> makePrinter();
 
-    bool toPdf() const { return !pdfFile_.isEmpty(); }
-    const QString& pdfFile() const { return pdfFile_; }
 
 private:
     bool printerAvailable() const;

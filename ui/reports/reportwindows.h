@@ -43,7 +43,6 @@ class TextReportWindow : public ReportWindowBase {
     Q_OBJECT
 public:
     TextReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report);
-    QPlainTextEdit* textBox() const { return text_; }
 
 private:
     QPlainTextEdit* text_;
