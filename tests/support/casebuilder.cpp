@@ -1,5 +1,7 @@
 #include "support/casebuilder.h"
 
+#include "base/fault.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -106,6 +108,16 @@ std::vector<rw::TLPoint> PointsWithCode(const std::vector<rw::TLPoint>& tl, std:
         if (p.sCode.is(code))
             out.push_back(p);
     return out;
+}
+
+std::string FaultOf(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const rw::Fault& fault) {
+        return std::to_string(fault.number()) + " " + fault.procedure() + ": " + fault.detail();
+    }
+    return "no fault";
 }
 
 }  // namespace rwtest

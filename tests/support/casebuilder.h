@@ -8,7 +8,9 @@
 #include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 
+#include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -66,5 +68,9 @@ void AddDeposit(rw::Case& c, Date due, std::string_view required, Date assessed,
 
 // The points of a time line with the given code, in time line order.
 std::vector<rw::TLPoint> PointsWithCode(const std::vector<rw::TLPoint>& tl, std::string_view code);
+
+// The rw::Fault that f throws as "number procedure: detail"; "no fault" when
+// it throws none.
+std::string FaultOf(const std::function<void()>& f);
 
 }  // namespace rwtest
