@@ -113,13 +113,13 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
     return true;
 }
 
-MenuMark ChargesDialog::add(ChargesForm& form)
+void ChargesDialog::add(ChargesForm& form)
 {
     ChargeForm dlg;    // both dates empty, texts and amounts empty
     ChargeRec rec;     // all zero
     if (!addChrgPen(rec, dlg)) {
         Warn(msgs_, "Charge not added!");
-        return MenuMark::Keep;
+        return;
     }
     const ListAppend a = AppendListEntry(case_.charges, case_.init.nCharges, rec, "AddChrgClick");
     if (a.countDisagreed)
@@ -127,7 +127,6 @@ MenuMark ChargesDialog::add(ChargesForm& form)
                         + std::to_string(a.countFound)
                         + " should be the same.  Please call Ratewright technical support and report this message.");
     fillChrgLst(form);
-    return a.wasEmpty ? MenuMark::Set : MenuMark::Keep;
 }
 
 void ChargesDialog::edit(ChargesForm& form, int selected)
@@ -151,22 +150,21 @@ void ChargesDialog::edit(ChargesForm& form, int selected)
     fillChrgLst(form);
 }
 
-MenuMark ChargesDialog::remove(ChargesForm& form, int selected)
+void ChargesDialog::remove(ChargesForm& form, int selected)
 {
     InitInputs& in = case_.init;
     if (selected < 0 || selected >= in.nCharges) {
         Warn(msgs_, kNoSelectionWarning);
-        return MenuMark::Keep;
+        return;
     }
     const ChargeRec& ch = case_.charges[static_cast<std::size_t>(selected)];
     if (!msgs_.ask("WARNING!",
                    "Do you want to delete charge information for charge liability date "
                        + FormatShortDate(ch.dtLiab) + "?",
                    MsgIcon::Exclamation))
-        return MenuMark::Keep;
-    const bool nowEmpty = RemoveListEntry(case_.charges, in.nCharges, static_cast<std::size_t>(selected));
+        return;
+    RemoveListEntry(case_.charges, in.nCharges, static_cast<std::size_t>(selected));
     fillChrgLst(form);
-    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 }  // namespace rw

@@ -63,12 +63,12 @@ public:
     void fillChrgLst(ChargesForm& form);
     // SortChrg: by date of liability; charges of one day keep their order.
     void sortChrg();
-    // AddChrgClick. Set when the first charge was added.
-    MenuMark add(ChargesForm& form);
+    // AddChrgClick.
+    void add(ChargesForm& form);
     // EditChrg (-1: no selection).
     void edit(ChargesForm& form, int selected);
-    // DelChrg. Clear when the last charge was deleted.
-    MenuMark remove(ChargesForm& form, int selected);
+    // DelChrg.
+    void remove(ChargesForm& form, int selected);
 
     // AddChrgPen: shows the dialog over form and, unless cancelled or the
     // total is 0, writes the form into charge. A charge without a date for

@@ -203,7 +203,7 @@ bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<st
     return true;
 }
 
-MenuMark PaymentsDialog::add(PaymentsForm& form)
+void PaymentsDialog::add(PaymentsForm& form)
 {
     PaymentForm dlg;  // everything empty, the IRS method chosen
     dlg.irsMethod = true;
@@ -211,7 +211,7 @@ MenuMark PaymentsDialog::add(PaymentsForm& form)
     PaymentRec rec;
     if (!addPmt(rec, dlg)) {
         Warn(msgs_, "Payment not added!");
-        return MenuMark::Keep;
+        return;
     }
     InitInputs& in = case_.init;
     const ListAppend a = AppendListEntry(case_.pmts, in.nPmts, rec, "AddPmtClick");
@@ -219,9 +219,7 @@ MenuMark PaymentsDialog::add(PaymentsForm& form)
         Warn(msgs_, "AddPmtClick error! nPmts " + std::to_string(a.sizeFound) + " and gInit.nPmts "
                         + std::to_string(a.countFound) + " should be the same." + kSupportRequest);
     fillPmtLst(form);
-    if (a.wasEmpty)
-        return MenuMark::Set;
-    if (!IsYes(in.bPayroll)) {
+    if (!a.wasEmpty && !IsYes(in.bPayroll)) {
         const PaymentRec& previous = case_.pmts[case_.pmts.size() - 2];
         if (rec.dtPmt < previous.dtPmt)
             Warn(msgs_, "Payments have to be entered in chronological order for this program to be accurate.  "
@@ -229,7 +227,6 @@ MenuMark PaymentsDialog::add(PaymentsForm& form)
                             + FormatShortDate(rec.dtPmt) + ". Previous payment date entered: "
                             + FormatShortDate(previous.dtPmt) + ".");
     }
-    return MenuMark::Keep;
 }
 
 void PaymentsDialog::edit(PaymentsForm& form, int selected)
@@ -254,21 +251,20 @@ void PaymentsDialog::edit(PaymentsForm& form, int selected)
     fillPmtLst(form);
 }
 
-MenuMark PaymentsDialog::remove(PaymentsForm& form, int selected)
+void PaymentsDialog::remove(PaymentsForm& form, int selected)
 {
     InitInputs& in = case_.init;
     if (selected < 0 || selected >= in.nPmts) {
         Warn(msgs_, kNoSelectionWarning);
-        return MenuMark::Keep;
+        return;
     }
     const PaymentRec& p = case_.pmts[static_cast<std::size_t>(selected)];
     if (!msgs_.ask("WARNING!",
                    "Do you want to delete payment information for payment date " + FormatShortDate(p.dtPmt) + "?",
                    MsgIcon::Exclamation))
-        return MenuMark::Keep;
-    const bool nowEmpty = RemoveListEntry(case_.pmts, in.nPmts, static_cast<std::size_t>(selected));
+        return;
+    RemoveListEntry(case_.pmts, in.nPmts, static_cast<std::size_t>(selected));
     fillPmtLst(form);
-    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 void PaymentsDialog::payrollHint()

@@ -124,12 +124,12 @@ public:
     PaymentsForm open();
     // FillPmtLst: the list lines (and the Edit / Delete state) from the case.
     void fillPmtLst(PaymentsForm& form) const;
-    // AddPmtClick. Set when the first payment was added.
-    MenuMark add(PaymentsForm& form);
+    // AddPmtClick.
+    void add(PaymentsForm& form);
     // EditPmt; the selected line is the payment's index (-1: none).
     void edit(PaymentsForm& form, int selected);
-    // DelPmt. Clear when the last payment was deleted.
-    MenuMark remove(PaymentsForm& form, int selected);
+    // DelPmt.
+    void remove(PaymentsForm& form, int selected);
     // "&Hint to Minimize Payroll Penalties": the hint, then the manual.
     void payrollHint();
     // Close: the auto-arrange check box runs the deposit arrangement search

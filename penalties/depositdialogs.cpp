@@ -138,13 +138,13 @@ bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
     return true;
 }
 
-MenuMark DepositListDialog::add(DepositListForm& form)
+void DepositListDialog::add(DepositListForm& form)
 {
     DepositForm dlg;  // No, the amount empty, the four dates blank
     DepositRec rec;
     if (!addDepPen(rec, dlg)) {
         Warn(msgs_, "Deposit not added!");
-        return MenuMark::Keep;
+        return;
     }
     const ListAppend a = AppendListEntry(case_.deposits, case_.init.nDeposits, rec, "AddDepClick");
     if (a.countDisagreed)
@@ -153,7 +153,6 @@ MenuMark DepositListDialog::add(DepositListForm& form)
                         + " should be the same.  Please call Ratewright technical support and report this message.");
     sortDeposits();
     form = fillDepositList();
-    return a.wasEmpty ? MenuMark::Set : MenuMark::Keep;
 }
 
 void DepositListDialog::edit(DepositListForm& form, int selected)
@@ -176,19 +175,18 @@ void DepositListDialog::edit(DepositListForm& form, int selected)
     form = fillDepositList();
 }
 
-MenuMark DepositListDialog::remove(DepositListForm& form, int selected)
+void DepositListDialog::remove(DepositListForm& form, int selected)
 {
     InitInputs& in = case_.init;
     if (selected < 0 || selected >= in.nDeposits)
-        return MenuMark::Keep;
+        return;
     const DepositRec& d = case_.deposits[static_cast<std::size_t>(selected)];
     if (!msgs_.ask("WARNING!",
                    "Do you want to delete deposit information for deposit due " + FormatShortDate(d.dtDepDue) + "?",
                    MsgIcon::Exclamation))
-        return MenuMark::Keep;
-    const bool nowEmpty = RemoveListEntry(case_.deposits, in.nDeposits, static_cast<std::size_t>(selected));
+        return;
+    RemoveListEntry(case_.deposits, in.nDeposits, static_cast<std::size_t>(selected));
     form = fillDepositList();
-    return nowEmpty ? MenuMark::Clear : MenuMark::Keep;
 }
 
 void DepositListDialog::tutorial()

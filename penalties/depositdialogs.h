@@ -79,12 +79,12 @@ public:
     // FillDepositList: the lines of the deposits in use; with at least one, the
     // case's penalties are on.
     DepositListForm fillDepositList();
-    // AddDepClick. Set when the first deposit was added.
-    MenuMark add(DepositListForm& form);
+    // AddDepClick.
+    void add(DepositListForm& form);
     // EditDepPen; nothing happens without a selection (-1).
     void edit(DepositListForm& form, int selected);
-    // DelDeposit. Clear when the last deposit was deleted.
-    MenuMark remove(DepositListForm& form, int selected);
+    // DelDeposit.
+    void remove(DepositListForm& form, int selected);
     // "&Tutorial": the hint, then the manual.
     void tutorial();
 

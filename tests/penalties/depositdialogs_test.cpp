@@ -15,7 +15,6 @@ namespace {
 
 using namespace pentest;
 using rw::DepositForm;
-using rw::MenuMark;
 
 class Deposits : public ::testing::Test {
 protected:
@@ -58,12 +57,12 @@ TEST_F(Deposits, AddingKeepsTheListSortedByDueDate)
     EXPECT_FALSE(form.editEnabled || form.deleteEnabled);
 
     steps.push_back(enter("5/16/2016", "2,000.00", "9/1/2016"));
-    EXPECT_EQ(list.add(form), MenuMark::Set);
+    list.add(form);
     EXPECT_TRUE(rw::IsYes(kase.init.bAnyPenalties));
     steps.push_back(enter("4/15/2016", "1,000.00", "9/1/2016"));
-    EXPECT_EQ(list.add(form), MenuMark::Keep);
+    list.add(form);
     steps.push_back(enter("5/16/2016", "500.00", "10/1/2016"));
-    EXPECT_EQ(list.add(form), MenuMark::Keep);
+    list.add(form);
 
     EXPECT_EQ(form.lines, (std::vector<std::string>{"04/15/2016", "05/16/2016", "05/16/2016"}));
     EXPECT_TRUE(form.editEnabled && form.deleteEnabled);
@@ -89,7 +88,7 @@ TEST_F(Deposits, CancelOrAZeroAmountAddsNothing)
     steps.push_back(enter("4/15/2016", "0", "9/1/2016"));
     steps.push_back(enter("4/15/2016", "", "9/1/2016"));
     for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(list.add(form), MenuMark::Keep);
+        list.add(form);
     EXPECT_EQ(msgs.texts(), (std::vector<std::string>(3, "Deposit not added!")));
     EXPECT_EQ(kase.init.nDeposits, 0);
     EXPECT_EQ(kase.deposits.size(), 1u);
@@ -204,13 +203,13 @@ TEST_F(Deposits, DeleteAsksAndTheLastDeletionClearsTheCheckMark)
     list.add(form);
 
     msgs.answerNext(false);
-    EXPECT_EQ(list.remove(form, 1), MenuMark::Keep);
+    list.remove(form, 1);
     EXPECT_EQ(kase.init.nDeposits, 2);
     msgs.answerNext(true);
-    EXPECT_EQ(list.remove(form, 1), MenuMark::Keep);
+    list.remove(form, 1);
     EXPECT_EQ(kase.init.nDeposits, 1);
     msgs.answerNext(true);
-    EXPECT_EQ(list.remove(form, 0), MenuMark::Clear);
+    list.remove(form, 0);
     EXPECT_EQ(kase.init.nDeposits, 0);
     EXPECT_EQ(kase.deposits.size(), 1u);
     EXPECT_TRUE(form.lines.empty());
