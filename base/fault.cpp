@@ -16,7 +16,7 @@ void ThrowFault(std::int16_t number, std::string_view procedure, std::string det
     throw Fault(number, std::string(procedure), std::move(detail));
 }
 
-Refusal::Refusal(std::string title, std::string text) : std::runtime_error(std::move(text)), title_(std::move(title)) {}
+Refusal::Refusal(std::string title, const std::string& text) : std::runtime_error(text), title_(std::move(title)) {}
 
 bool NamedByValueType(const Fault& f)
 {

@@ -50,7 +50,7 @@ private:
 // Never a fault: WithFaultName lets it pass unchanged.
 class Refusal : public std::runtime_error {
 public:
-    Refusal(std::string title, std::string text);
+    Refusal(std::string title, const std::string& text);
 
     const std::string& title() const { return title_; }
     std::string_view text() const { return what(); }

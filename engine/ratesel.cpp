@@ -74,9 +74,10 @@ float revisedUS(const InitInputs& init, ResultPeriod& row, Money taxToDate)
         text = "Corp Ovrpmt Rate";
     } else {
         text = "Overpmt Rate";
-        if (begin > k19861231 && begin <= k19981231)
-            rate = revise(fRate, -0.01);
-        else if (begin > k19981231 && IsYes(init.bCorporate))
+        // 1 % less for every overpaid taxpayer in 1987-1998, for
+        // corporations only after 1998.
+        const bool differential = begin > k19861231 && (begin <= k19981231 || IsYes(init.bCorporate));
+        if (differential)
             rate = revise(fRate, -0.01);
     }
     label(row, text);

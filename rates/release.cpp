@@ -132,8 +132,12 @@ bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseI
         else if (key == "estimated_through_text")
             info.estimatedThroughText = value;
         else if (key == "verified_through" || key == "estimated_through") {
-            if (!date(key == "verified_through" ? info.verifiedThrough : info.estimatedThrough))
-                return fail(lineNo, key + " is not a date mm/dd/yyyy: " + value);
+            if (!date(key == "verified_through" ? info.verifiedThrough : info.estimatedThrough)) {
+                std::string why = key;
+                why += " is not a date mm/dd/yyyy: ";
+                why += value;
+                return fail(lineNo, why);
+            }
         } else
             return fail(lineNo, "unknown key " + key);
         given.insert(key);

@@ -21,7 +21,7 @@ bool DataInInstallFolder(std::string_view version)
 fs::path GetWin7AppDataPath(const Paths& paths, std::string_view name)
 {
     const fs::path maker = paths.userDataRoot / kMakerFolder;
-    const fs::path folder = maker / name;
+    fs::path folder = maker / name;
     // The data root is the platform's own (it may not exist yet for a new
     // account); the two levels below it are tested and created one by one.
     for (const fs::path& level : {paths.userDataRoot, maker, folder}) {
