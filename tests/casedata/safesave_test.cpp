@@ -1,76 +1,77 @@
-// The safe save: a write that fails at any step leaves the previous file as
-// it was and no temporary file behind.
+// The safe save: a write that fails at any step is a fault named "WriteCase",
+// leaves the previous file as it was and no temporary file behind.
 
 #include "base/binio.h"
 #include "casedata/casefile.h"
 
+#include "support/shelldoubles.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <fstream>
+#include <functional>
 
 namespace {
 
-std::string ReadText(const std::filesystem::path& p)
-{
-    std::ifstream in(p, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
+enum class Step { None, Create, Write, WriteNothing, Flush, Close, Rename };
 
 // The real calls, with one step made to fail.
 class FailingCalls : public rw::FileSystemCalls {
 public:
-    enum class Step { None, Create, WriteAfter, WriteNothing, Flush, Close, Rename };
     Step step = Step::None;
-    std::size_t allowBytes = 0;  // for WriteAfter: bytes written before the failure
-    std::size_t written = 0;
+    std::size_t allowBytes = 0;  // for Write: bytes written before the disk is full
 
-    int create(const char* path) override
-    {
-        if (step == Step::Create)
-            return failWith(EACCES);
-        return FileSystemCalls::create(path);
-    }
+    int create(const char* path) override { return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(path); }
     long write(int fd, const char* data, std::size_t n) override
     {
         if (step == Step::WriteNothing)
             return 0;
-        if (step == Step::WriteAfter) {
-            if (written >= allowBytes)
-                return failWith(ENOSPC);
-            n = std::min(n, allowBytes - written);  // a short write, then the failure
+        if (step == Step::Write) {
+            if (written_ >= allowBytes)
+                return Fail(ENOSPC);
+            n = std::min(n, allowBytes - written_);  // a short write, then the failure
         }
         const long r = FileSystemCalls::write(fd, data, n);
-        if (r > 0)
-            written += static_cast<std::size_t>(r);
+        written_ += r > 0 ? static_cast<std::size_t>(r) : 0;
         return r;
     }
-    int flush(int fd) override { return step == Step::Flush ? failWith(EIO) : FileSystemCalls::flush(fd); }
+    int flush(int fd) override { return step == Step::Flush ? Fail(EIO) : FileSystemCalls::flush(fd); }
     int close(int fd) override
     {
         const int r = FileSystemCalls::close(fd);
-        return step == Step::Close ? failWith(EIO) : r;
+        return step == Step::Close ? Fail(EIO) : r;
     }
     int rename(const char* from, const char* to) override
     {
-        return step == Step::Rename ? failWith(EXDEV) : FileSystemCalls::rename(from, to);
+        return step == Step::Rename ? Fail(EXDEV) : FileSystemCalls::rename(from, to);
     }
 
 private:
-    static int failWith(int err)
+    static int Fail(int err)
     {
         errno = err;
         return -1;
     }
+    std::size_t written_ = 0;
 };
+
+// The fault a save ends in, as "number procedure"; "none" when it succeeded.
+std::string FaultOf(const std::function<void()>& save)
+{
+    try {
+        save();
+    } catch (const rw::Fault& f) {
+        return std::to_string(f.number()) + " " + f.procedure();
+    }
+    return "none";
+}
 
 struct FailRow {
     const char* name;
-    FailingCalls::Step step;
+    Step step;
     std::size_t allowBytes;
-    std::int16_t fault;
+    const char* fault;
 };
 
 class SafeSave : public testing::TestWithParam<FailRow> {};
@@ -79,65 +80,44 @@ TEST_P(SafeSave, AFailedWriteKeepsThePreviousFile)
 {
     rwtest::TempDir dir;
     const std::string path = (dir / "CASE.INT").string();
-    std::ofstream(path, std::ios::binary) << "the previous case";
+    rwtest::WriteBytes(path, {'o', 'l', 'd'});
     FailingCalls calls;
     calls.step = GetParam().step;
     calls.allowBytes = GetParam().allowBytes;
-    const std::vector<char> bytes(5000, 'n');
-    try {
-        rw::WriteFileAtomically(path, bytes, "WriteCase", calls);
-        ADD_FAILURE() << "no fault";
-    } catch (const rw::Fault& f) {
-        EXPECT_EQ(f.number(), GetParam().fault);
-        EXPECT_EQ(f.procedure(), "WriteCase");
-    }
-    EXPECT_EQ(ReadText(path), "the previous case");
+    EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }),
+              GetParam().fault);
+    EXPECT_EQ(rwtest::ReadText(path), "old");
     EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    CaseFile, SafeSave,
-    testing::Values(FailRow{"CannotCreate", FailingCalls::Step::Create, 0, 75},
-                    FailRow{"DiskFullAtOnce", FailingCalls::Step::WriteAfter, 0, 57},
-                    FailRow{"DiskFullHalfWay", FailingCalls::Step::WriteAfter, 2500, 57},
-                    FailRow{"DiskFullOneByteShort", FailingCalls::Step::WriteAfter, 4999, 57},
-                    FailRow{"WritesNothing", FailingCalls::Step::WriteNothing, 0, 57},
-                    FailRow{"FlushFails", FailingCalls::Step::Flush, 0, 57},
-                    FailRow{"CloseFails", FailingCalls::Step::Close, 0, 57},
-                    FailRow{"RenameFails", FailingCalls::Step::Rename, 0, 75}),
-    [](const testing::TestParamInfo<FailRow>& p) { return std::string(p.param.name); });
+INSTANTIATE_TEST_SUITE_P(CaseFile, SafeSave,
+                         testing::Values(FailRow{"CannotCreate", Step::Create, 0, "75 WriteCase"},
+                                         FailRow{"DiskFullAtOnce", Step::Write, 0, "57 WriteCase"},
+                                         FailRow{"DiskFullOneByteShort", Step::Write, 4999, "57 WriteCase"},
+                                         FailRow{"WritesNothing", Step::WriteNothing, 0, "57 WriteCase"},
+                                         FailRow{"FlushFails", Step::Flush, 0, "57 WriteCase"},
+                                         FailRow{"CloseFails", Step::Close, 0, "57 WriteCase"},
+                                         FailRow{"RenameFails", Step::Rename, 0, "75 WriteCase"}),
+                         [](const testing::TestParamInfo<FailRow>& p) { return std::string(p.param.name); });
 
-TEST(SafeSaveNoFailure, ReplacesTheFileWhole)
+TEST(SafeSaveReal, ReplacesTheFileWholeOrFailsCleanly)
 {
     rwtest::TempDir dir;
     const std::string path = (dir / "CASE.INT").string();
-    std::ofstream(path, std::ios::binary) << "a much longer previous content than the new one";
-    FailingCalls calls;
-    rw::WriteFileAtomically(path, std::vector<char>{'n', 'e', 'w'}, "WriteCase", calls);
-    EXPECT_EQ(ReadText(path), "new");
+    rwtest::WriteBytes(path, std::vector<char>(50, 'p'));
+    FailingCalls none;
+    rw::WriteFileAtomically(path, {'n', 'e', 'w'}, "WriteCase", none);
+    EXPECT_EQ(rwtest::ReadText(path), "new");
     EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
-}
 
-TEST(SafeSaveNoFailure, AFolderThatCannotTakeTheTemporaryFileFailsCleanly)
-{
     // A folder in the way of the temporary file: the real calls fail to create
     // it, whoever runs the test (permissions do not stop an administrator).
-    rwtest::TempDir dir;
-    const std::string path = (dir / "CASE.INT").string();
-    std::ofstream(path, std::ios::binary) << "kept";
     std::filesystem::create_directory(path + ".tmp~");
     rw::Case c;
     rw::ClearInputs(c);
-    try {
-        rw::WriteCase(path, c);
-        ADD_FAILURE() << "no fault";
-    } catch (const rw::Fault& f) {
-        EXPECT_EQ(f.number(), 75);
-        EXPECT_EQ(f.procedure(), "WriteCase");
-    }
-    EXPECT_EQ(ReadText(path), "kept");
-    // A target folder that does not exist fails the same way.
-    EXPECT_THROW(rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c), rw::Fault);
+    EXPECT_EQ(FaultOf([&] { rw::WriteCase(path, c); }), "75 WriteCase");
+    EXPECT_EQ(rwtest::ReadText(path), "new");
+    EXPECT_NE(FaultOf([&] { rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c); }), "none");
 }
 
 }  // namespace
