@@ -1,17 +1,16 @@
-// Whole report texts and whole printed pages of the hand-made cases against
-// the texts written out beside this file.
+// Whole report texts (windows) and whole printed pages of the hand-made
+// cases against the texts written out beside this file.
 
 #include "reportcases.h"
 
-#include "support/recordingmessages.h"
 #include "reports/accrelreport.h"
 #include "reports/detail.h"
 #include "reports/ftoreport.h"
 #include "reports/inputs.h"
 #include "reports/payrollreport.h"
-#include "reports/printmaster.h"
 #include "reports/summary.h"
 #include "reports/textprinter.h"
+#include "support/recordingmessages.h"
 
 #include <gtest/gtest.h>
 
@@ -20,141 +19,75 @@ namespace {
 using namespace rw;
 using namespace reporttest;
 
-// A page manager over a text printer of 60 lines a page in every font.
-struct Paper {
-    TextPrinter printer;
+enum Report { SummaryWindow, SummaryPrint, InputsWindow, InputsPrint, DetailPrint, AccRelWindow, FtoPrint,
+              PayrollWindow, PayrollPrint, SummaryAndAccRelJob };
+
+struct Golden {
+    std::string name, caseName, file;
+    Report report;
+    friend void PrintTo(const Golden& g, std::ostream* os) { *os << g.caseName << "/" << g.file; }
+};
+
+// Each report begins its own page; page numbers run on through a job. In
+// everypenalty the payments' title ends page 1 of the inputs: their column
+// headings do not fit below it and begin page 2. The 50 payments of
+// longpayments cross a page with their headings repeated.
+const Golden kGolden[] = {
+    {"NewCaseSummaryWindow", "newcase", "summary-display.txt", SummaryWindow},
+    {"NewCasePrintedSummary", "newcase", "summary-print.txt", SummaryPrint},
+    {"NewCaseInputsWindow", "newcase", "inputs-display.txt", InputsWindow},
+    {"NewCasePrintedInputs", "newcase", "inputs-print.txt", InputsPrint},
+    {"NewCasePrintedDetail", "newcase", "detail-print.txt", DetailPrint},
+    {"OverpaymentSummaryWindow", "overpayment", "summary-display.txt", SummaryWindow},
+    {"OverpaymentInputsWindow", "overpayment", "inputs-display.txt", InputsWindow},
+    {"EveryPenaltySummaryWindow", "everypenalty", "summary-display.txt", SummaryWindow},
+    {"EveryPenaltyAccuracyRelatedWindow", "everypenalty", "accrel-display.txt", AccRelWindow},
+    {"EveryPenaltyPrintedFailureToFileAndPay", "everypenalty", "fto-print.txt", FtoPrint},
+    {"EveryPenaltyPayrollWindow", "everypenalty", "payroll-display.txt", PayrollWindow},
+    {"EveryPenaltyPrintedPayroll", "everypenalty", "payroll-print.txt", PayrollPrint},
+    {"EveryPenaltyPrintedInputs", "everypenalty", "inputs-print.txt", InputsPrint},
+    {"EveryPenaltySummaryAndAccuracyInOneJob", "everypenalty", "job-summary-accrel.txt",
+     SummaryAndAccRelJob},
+    {"LongPaymentsPrintedInputs", "longpayments", "inputs-print.txt", InputsPrint},
+};
+
+class GoldenText : public testing::TestWithParam<Golden> {};
+
+TEST_P(GoldenText, MatchesTheTextWrittenOut)
+{
+    const CaseComputation c = Computation(GetParam().caseName);
+    TextPrinter printer;  // 60 lines a page in every font
+    printer.setFont("Arial", 10.0f);
     PrintState state;
     rwtest::RecordingMessages msgs;
     PrintManager pm{printer, state, msgs};
-
-    std::string text()
-    {
-        EXPECT_TRUE(msgs.shown.empty());
-        return printer.text();
-    }
-};
-
-TEST(GoldenNewCase, SummaryWindow)
-{
-    const CaseComputation comp = NewCase();
-    EXPECT_EQ(CrLfToLf(DispSummary(comp.timeline, comp.kase.init, comp.interest)),
-              Expected("newcase", "summary-display.txt"));
-}
-
-TEST(GoldenNewCase, PrintedSummary)
-{
-    const CaseComputation comp = NewCase();
-    Paper paper;
-    PrnSummary(paper.pm, comp.timeline, comp.kase.init, comp.interest);
-    EXPECT_EQ(paper.text(), Expected("newcase", "summary-print.txt"));
-    EXPECT_EQ(paper.state.nLineCount, 0);
-    EXPECT_EQ(paper.printer.fontSize(), 12.0f);  // the font found at the start
-}
-
-TEST(GoldenNewCase, InputsWindow)
-{
-    const CaseComputation comp = NewCase();
-    EXPECT_EQ(CrLfToLf(DispInputs(comp.kase)), Expected("newcase", "inputs-display.txt"));
-}
-
-TEST(GoldenNewCase, PrintedInputs)
-{
-    const CaseComputation comp = NewCase();
-    Paper paper;
-    PrintInputs(paper.pm, comp.kase);
-    EXPECT_EQ(paper.text(), Expected("newcase", "inputs-print.txt"));
-}
-
-TEST(GoldenNewCase, PrintedDetailedAnalysis)
-{
-    const CaseComputation comp = NewCase();
-    Paper paper;
-    paper.printer.setFont("Arial", 10.0f);
-    PrintDetail(paper.pm, comp.kase.init, comp.rows);
-    EXPECT_EQ(paper.text(), Expected("newcase", "detail-print.txt"));
-    EXPECT_EQ(paper.printer.fontName(), "Arial");
-    EXPECT_EQ(paper.printer.fontSize(), 10.0f);
-}
-
-TEST(GoldenOverpayment, SummaryWindow)
-{
-    const CaseComputation comp = OverpaymentCase();
-    EXPECT_EQ(CrLfToLf(DispSummary(comp.timeline, comp.kase.init, comp.interest)),
-              Expected("overpayment", "summary-display.txt"));
-}
-
-TEST(GoldenOverpayment, InputsWindow)
-{
-    const CaseComputation comp = OverpaymentCase();
-    EXPECT_EQ(CrLfToLf(DispInputs(comp.kase)), Expected("overpayment", "inputs-display.txt"));
-}
-
-TEST(GoldenEveryPenalty, SummaryWindow)
-{
-    const CaseComputation comp = EveryPenaltyCase();
-    EXPECT_EQ(CrLfToLf(DispSummary(comp.timeline, comp.kase.init, comp.interest)),
-              Expected("everypenalty", "summary-display.txt"));
-}
-
-TEST(GoldenEveryPenalty, AccuracyRelatedWindow)
-{
-    const CaseComputation comp = EveryPenaltyCase();
-    EXPECT_EQ(CrLfToLf(DispAccRelPen(comp.kase.init)), Expected("everypenalty", "accrel-display.txt"));
-}
-
-TEST(GoldenEveryPenalty, PrintedFailureToFileAndPay)
-{
-    const CaseComputation comp = EveryPenaltyCase();
-    Paper paper;
-    PrnFtoFilePay(paper.pm, comp.kase.init, comp.ftoRows);
-    EXPECT_EQ(paper.text(), Expected("everypenalty", "fto-print.txt"));
-}
-
-TEST(GoldenEveryPenalty, PayrollWindow)
-{
-    const CaseComputation comp = EveryPenaltyCase();
-    EXPECT_EQ(CrLfToLf(ReportPRPen(comp.kase.init, comp.prTable, 0, nullptr)),
-              Expected("everypenalty", "payroll-display.txt"));
-}
-
-TEST(GoldenEveryPenalty, PrintedPayroll)
-{
-    const CaseComputation comp = EveryPenaltyCase();
-    Paper paper;
-    EXPECT_EQ(ReportPRPen(comp.kase.init, comp.prTable, 1, &paper.pm), "");
-    EXPECT_EQ(paper.text(), Expected("everypenalty", "payroll-print.txt"));
-}
-
-TEST(GoldenEveryPenalty, PrintedInputsWithTheThreeLists)
-{
-    // The payments' title ends page 1: their column headings do not fit
-    // below it and begin page 2.
-    const CaseComputation comp = EveryPenaltyCase();
-    Paper paper;
-    PrintInputs(paper.pm, comp.kase);
-    EXPECT_EQ(paper.text(), Expected("everypenalty", "inputs-print.txt"));
-}
-
-TEST(GoldenEveryPenalty, TwoReportsInOneJob)
-{
-    // Each report begins its own page; page numbers run on through the job.
-    const CaseComputation comp = EveryPenaltyCase();
-    Paper paper;
     std::vector<std::string> status;
-    PrintJob job{paper.printer, paper.state, paper.msgs, [&](std::string_view s) { status.emplace_back(s); }, {}};
-    PrintReports(kRptSummary | kRptAccRel, 1, comp.kase, job, SourcesFor(comp));
-    EXPECT_EQ(paper.text(), Expected("everypenalty", "job-summary-accrel.txt"));
-    EXPECT_EQ(status, (std::vector<std::string>{"Printing Summary...", "Printing Accuracy Related Penalty Analysis...",
-                                                "Printing Done"}));
-    EXPECT_EQ(paper.printer.documents(), 1);
+    PrintJob job{printer, state, msgs, [&](std::string_view s) { status.emplace_back(s); }, {}};
+    std::string window;
+    switch (GetParam().report) {
+    case SummaryWindow: window = DispSummary(c.timeline, c.kase.init, c.interest); break;
+    case InputsWindow: window = DispInputs(c.kase); break;
+    case AccRelWindow: window = DispAccRelPen(c.kase.init); break;
+    case PayrollWindow: window = ReportPRPen(c.kase.init, c.prTable, 0, nullptr); break;
+    case SummaryPrint: PrnSummary(pm, c.timeline, c.kase.init, c.interest); break;
+    case InputsPrint: PrintInputs(pm, c.kase); break;
+    case DetailPrint: PrintDetail(pm, c.kase.init, c.rows); break;
+    case FtoPrint: PrnFtoFilePay(pm, c.kase.init, c.ftoRows); break;
+    case PayrollPrint: EXPECT_EQ(ReportPRPen(c.kase.init, c.prTable, 1, &pm), ""); break;
+    case SummaryAndAccRelJob:
+        PrintReports(kRptSummary | kRptAccRel, 1, c.kase, job, SourcesFor(c));
+        EXPECT_EQ(status, (std::vector<std::string>{"Printing Summary...",
+                                                    "Printing Accuracy Related Penalty Analysis...", "Printing Done"}));
+        EXPECT_EQ(printer.documents(), 1);
+        break;
+    }
+    EXPECT_EQ(window.empty() ? printer.text() : CrLfToLf(window), Expected(GetParam().caseName + "/" + GetParam().file));
+    EXPECT_TRUE(msgs.shown.empty());
+    EXPECT_EQ(state.nLineCount, 0);  // a printed report ends its page
+    // A report that prints in a font of its own gives back the one it found.
+    EXPECT_TRUE(printer.fontName() == "Arial" && printer.fontSize() == 10.0f);
 }
 
-TEST(GoldenLongPayments, PaymentListCrossesAPageWithItsHeadingsRepeated)
-{
-    const CaseComputation comp = LongPaymentsCase();
-    Paper paper;
-    PrintInputs(paper.pm, comp.kase);
-    EXPECT_EQ(paper.text(), Expected("longpayments", "inputs-print.txt"));
-}
+INSTANTIATE_TEST_SUITE_P(Reports, GoldenText, testing::ValuesIn(kGolden), [](const auto& p) { return p.param.name; });
 
 }  // namespace

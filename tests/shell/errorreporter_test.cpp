@@ -1,10 +1,11 @@
+// The error reporter and the command boundary: the question with and
+// without a fault's explanation, the log line, the hints of errors 9 and
+// 321, the recovery copy, and a refused computation that ends nothing.
+
 #include "shell/errorreporter.h"
 
 #include "casedata/casefile.h"
-
 #include "shellfixture.h"
-
-#include <gtest/gtest.h>
 
 #include <new>
 
@@ -12,44 +13,35 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ErrorReporter : public rwtest::ShellTest {};
+const std::string kAsk = ".  Do you want to save your data before the program ABORTS?";
+const std::string kRepair = "run Ratewright Repair (in the Tools folder of the Ratewright program group) to look for "
+                            "program files that are damaged or in conflict with other programs.\n\n";
 
 struct ReportRow {
-    int number;
-    const char* procedure;
-    const char* text;
-    const char* hintEnd;  // the fixed end of the hint; nullptr: no hint
+    std::string name;
+    rw::Fault fault;
+    std::string text, hint;  // no hint when empty
+    friend void PrintTo(const ReportRow& r, std::ostream* os) { *os << r.name; }
 };
 
 class Reports : public rwtest::ShellTest, public testing::WithParamInterface<ReportRow> {};
 
-TEST_P(Reports, AskLogAndHint)
+TEST_P(Reports, AskLogHintAndEnd)
 {
     const ReportRow& row = GetParam();
     msgs.answerNext(false);
-    rw::ReportError(ctx, rw::Fault(static_cast<std::int16_t>(row.number), row.procedure));
-    ASSERT_GE(msgs.shown.size(), 1u);
+    rw::ReportError(ctx, row.fault);
+    ASSERT_EQ(msgs.shown.size(), row.hint.empty() ? 1u : 2u);
     EXPECT_EQ(msgs.shown[0].title, "WARNING!");
     EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Exclamation);
     EXPECT_TRUE(msgs.shown[0].question);
     EXPECT_EQ(msgs.shown[0].text, row.text);
-    if (row.hintEnd) {
-        ASSERT_EQ(msgs.shown.size(), 2u);
-        const rwtest::ShownMessage& hint = msgs.shown[1];
-        EXPECT_EQ(hint.title, "Possible Solution:");
-        EXPECT_EQ(hint.icon, rw::MsgIcon::Information);
-        EXPECT_FALSE(hint.question);
-        const std::string end = std::string("\n\n") + row.hintEnd;
-        ASSERT_GT(hint.text.size(), end.size());
-        EXPECT_EQ(hint.text.substr(hint.text.size() - end.size()), end);
-        EXPECT_NE(hint.text.find("Ratewright Repair"), std::string::npos);
-        if (row.number == 9) {
-            EXPECT_EQ(hint.text.rfind("If this error took place in GetInterest(), ", 0), 0u);
-        }
-    } else {
-        EXPECT_EQ(msgs.shown.size(), 1u);
+    if (!row.hint.empty()) {
+        EXPECT_EQ(msgs.shown[1].title, "Possible Solution:");
+        EXPECT_EQ(msgs.shown[1].icon, rw::MsgIcon::Information);
+        EXPECT_EQ(msgs.shown[1].text, row.hint);
     }
-    EXPECT_EQ(rwtest::ReadText(install / "qraterr.log"), std::string("03-31-2018 -> ") + row.text + "\n");
+    EXPECT_EQ(rwtest::ReadText(install / "qraterr.log"), "03-31-2018 -> " + row.text + "\n");
     EXPECT_EQ(program.ends, 1);
     EXPECT_TRUE(files.saveFolders.empty());  // No: nothing saved
 }
@@ -57,111 +49,76 @@ TEST_P(Reports, AskLogAndHint)
 INSTANTIATE_TEST_SUITE_P(
     ErrorReporter, Reports,
     testing::Values(
-        ReportRow{9, "GetInterest",
-                  "Error 9, Subscript out of range, encountered.  Location of error: GetInterest.  Do you want to "
-                  "save your data before the program ABORTS?",
-                  "Sometimes error 9 occurs when a transaction date, other than the due date, has the same date as "
-                  "the Start Date (Initial Inputs), or when a transaction date is on the Stop Date (Initial Inputs)."},
-        ReportRow{9, "Center",
-                  "Error 9, Subscript out of range, encountered.  Location of error: Center.  Do you want to save "
-                  "your data before the program ABORTS?",
-                  "Sometimes error 9 occurs when a transaction date, other than the due date, has the same date as "
-                  "the Start Date (Initial Inputs), or when a transaction date is on the Stop Date (Initial Inputs)."},
-        ReportRow{321, "OpenRates",
-                  "Error 321, Invalid file format, encountered.  Location of error: OpenRates.  Do you want to save "
-                  "your data before the program ABORTS?",
-                  "Sometimes reinstalling the program or getting a replacement program solves the problem."},
-        ReportRow{13, "BuildTimeLine",
-                  "Error 13, Type mismatch, encountered.  Location of error: BuildTimeLine.  Do you want to save "
-                  "your data before the program ABORTS?",
-                  nullptr},
-        ReportRow{6, "CalcUSPRPen",
-                  "Error 6, Overflow, encountered.  Location of error: CalcUSPRPen.  Do you want to save your data "
-                  "before the program ABORTS?",
-                  nullptr}));
+        ReportRow{"Error9", rw::Fault(9, "GetInterest"),
+                  "Error 9, Subscript out of range, encountered.  Location of error: GetInterest" + kAsk,
+                  "If this error took place in GetInterest(), " + kRepair
+                      + "Sometimes error 9 occurs when a transaction date, other than the due date, has the same "
+                        "date as the Start Date (Initial Inputs), or when a transaction date is on the Stop Date "
+                        "(Initial Inputs)."},
+        ReportRow{"Error321", rw::Fault(321, "OpenRates"),
+                  "Error 321, Invalid file format, encountered.  Location of error: OpenRates" + kAsk,
+                  "To look for the cause, " + kRepair
+                      + "Sometimes reinstalling the program or getting a replacement program solves the problem."},
+        ReportRow{"WithTheFaultsExplanation", rw::Fault(6, "CalcUSPRPen", "the penalty is out of range"),
+                  "Error 6, Overflow, encountered.  Location of error: CalcUSPRPen (the penalty is out of range)"
+                      + kAsk,
+                  ""}),
+    [](const auto& p) { return p.param.name; });
 
-// Checks, when the question comes, that the recovery copy is already there.
-class CheckingMessages : public rwtest::RecordingMessages {
-public:
-    std::function<void()> onAsk;
-    bool ask(std::string_view title, std::string_view text, rw::MsgIcon icon) override
-    {
-        if (onAsk)
-            onAsk();
-        return RecordingMessages::ask(title, text, icon);
-    }
-};
-
-TEST_F(ErrorReporter, TheRecoveryCopyIsWrittenFirstAndYesSaves)
+TEST_F(Reports, TheRecoveryCopyComesBeforeTheQuestionAndYesSaves)
 {
-    CheckingMessages checking;
+    struct CheckingMessages : rwtest::RecordingMessages {
+        std::function<void()> onAsk;
+        bool ask(std::string_view title, std::string_view text, rw::MsgIcon icon) override
+        {
+            onAsk();
+            return RecordingMessages::ask(title, text, icon);
+        }
+    } checking;
     rw::ShellContext c{session, checking, files, dialogs, program, clock};
     session.kase.init.sName = "Unsaved work";
-    session.gbSaved = 0;
-    bool copyBeforeQuestion = false;
-    checking.onAsk = [&] {
-        copyBeforeQuestion = rwtest::ReadBytes(install / "DEBUG.INT") == rw::EncodeCase(session.kase);
-    };
-    checking.answerNext(true);
+    bool copied = false;
+    checking.onAsk = [&] { copied = rwtest::ReadBytes(install / "DEBUG.INT") == rw::EncodeCase(session.kase); };
     files.saves.push_back((cases / "RESCUED.INT").string());
     rw::ReportError(c, 13, "GetInterest");
-    EXPECT_TRUE(copyBeforeQuestion);
+    EXPECT_TRUE(copied);
     EXPECT_EQ(rwtest::ReadBytes(cases / "RESCUED.INT"), rw::EncodeCase(session.kase));
-    EXPECT_TRUE(fs::exists(install / "qraterr.log"));
-    EXPECT_EQ(program.ends, 1);
-}
-
-TEST_F(ErrorReporter, TwoErrorsLeaveTwoLinesOlderFirst)
-{
-    msgs.defaultAnswer = false;
-    clock.day = rw::Date::fromCivil(2018, 1, 5);
-    rw::ReportError(ctx, 9, "GetInterest");
+    // A second error adds its line after the first; a save that fails does
+    // not stop the report.
     clock.day = rw::Date::fromCivil(2018, 11, 20);
-    rw::ReportError(ctx, 13, "BuildTimeLine");
-    EXPECT_EQ(rwtest::ReadText(install / "qraterr.log"),
-              "01-05-2018 -> Error 9, Subscript out of range, encountered.  Location of error: GetInterest.  Do you "
-              "want to save your data before the program ABORTS?\n"
-              "11-20-2018 -> Error 13, Type mismatch, encountered.  Location of error: BuildTimeLine.  Do you want "
-              "to save your data before the program ABORTS?\n");
+    files.saves.push_back((cases / "no-such-folder" / "X.INT").string());
+    rw::ReportError(c, 9, "BuildTimeLine");
+    const std::string log = rwtest::ReadText(install / "qraterr.log");
+    EXPECT_TRUE(log.starts_with("03-31-2018 -> Error 13, Type mismatch, encountered.  Location of error: GetInterest."));
+    EXPECT_NE(log.find("\n11-20-2018 -> Error 9, Subscript out of range, encountered.  Location of error: BuildTimeLine."),
+              std::string::npos);
+    EXPECT_EQ(checking.shown.back().title, "Possible Solution:");
     EXPECT_EQ(program.ends, 2);
 }
 
-TEST_F(ErrorReporter, AFailingSaveDoesNotStopTheReport)
-{
-    msgs.answerNext(true);
-    files.saves.push_back((cases / "no-such-folder" / "X.INT").string());
-    rw::ReportError(ctx, 9, "GetInterest");
-    EXPECT_TRUE(fs::exists(install / "qraterr.log"));
-    EXPECT_EQ(program.ends, 1);
-    EXPECT_EQ(msgs.shown.back().title, "Possible Solution:");
-}
-
-TEST_F(ErrorReporter, RunCommandHandsFaultsToTheReporter)
+TEST_F(Reports, TheCommandBoundaryReportsFaultsAndShowsARefusal)
 {
     msgs.defaultAnswer = false;
-    bool ran = false;
-    EXPECT_TRUE(rw::RunCommand(ctx, "mnuViewReports_Click", [&] { ran = true; }));
-    EXPECT_TRUE(ran);
+    EXPECT_TRUE(rw::RunCommand(ctx, "Cmd", [] {}));
     EXPECT_TRUE(msgs.shown.empty());
+    // A refused computation: its message, and nothing ends or is logged.
+    EXPECT_FALSE(rw::RunCommand(ctx, "Cmd", [] { throw rw::Refusal("Rate Not Available", "No rate for 1/1/1950."); }));
+    ASSERT_EQ(msgs.shown.size(), 1u);
+    EXPECT_EQ(msgs.shown[0].title, "Rate Not Available");
+    EXPECT_EQ(msgs.shown[0].text, "No rate for 1/1/1950.");
+    EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Exclamation);
+    EXPECT_FALSE(msgs.shown[0].question);
     EXPECT_EQ(program.ends, 0);
-
-    struct Row {
-        std::function<void()> body;
-        std::string text;
-    };
-    const std::string ask = ".  Do you want to save your data before the program ABORTS?";
-    for (const Row& row :
-         {Row{[] { rw::ThrowFault(9, "GetStdPeriodRate"); },
-              "Error 9, Subscript out of range, encountered.  Location of error: GetStdPeriodRate" + ask},
-          Row{[] { throw std::runtime_error("boom"); },
-              "Error 5, Invalid procedure call or argument, encountered.  Location of error: Cmd" + ask},
-          Row{[] { throw std::bad_alloc(); }, "Error 7, Out of memory, encountered.  Location of error: Cmd" + ask}}) {
+    EXPECT_FALSE(fs::exists(install / "qraterr.log"));
+    // Any other exception is a fault named after the command.
+    for (const auto& [body, text] : std::vector<std::pair<std::function<void()>, std::string>>{
+             {[] { throw std::runtime_error("boom"); }, "Error 5, Invalid procedure call or argument"},
+             {[] { throw std::bad_alloc(); }, "Error 7, Out of memory"}}) {
         msgs.clear();
-        EXPECT_FALSE(rw::RunCommand(ctx, "Cmd", row.body));
-        ASSERT_FALSE(msgs.shown.empty());
-        EXPECT_EQ(msgs.shown[0].text, row.text);
+        EXPECT_FALSE(rw::RunCommand(ctx, "Cmd", body));
+        EXPECT_EQ(msgs.shown.at(0).text, text + ", encountered.  Location of error: Cmd" + kAsk);
     }
-    EXPECT_EQ(program.ends, 3);
+    EXPECT_EQ(program.ends, 2);
 }
 
 }  // namespace

@@ -1,106 +1,49 @@
-#include "shell/session.h"
+// The main window's own messages, and the title of the session.
 
-#include "casedata/casefile.h"
+#include "shell/mainwindow.h"
 
 #include "shellfixture.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
-struct TitleRow {
-    const char* name;
-    rw::Flag saved;
-    const char* title;
-};
+TEST(MainWindow, MessagesOfTheToolBarPaymentsPayrollAndHelp)
+{
+    rw::Session s;
+    rwtest::RecordingMessages msgs;
+    EXPECT_EQ(rw::ToolbarCommand("Print", msgs), rw::MainCommand::Print);
+    EXPECT_EQ(rw::ToolbarCommand("Zoom", msgs), rw::MainCommand::Unknown);
+    rw::BeforePayments(s, msgs);  // every time unless payroll
+    EXPECT_FALSE(rw::BeforePayroll(s, msgs));
+    rw::HelpOnHelp(msgs);
+    s.kase.init.bPayroll = -1;
+    rw::BeforePayments(s, msgs);
+    EXPECT_TRUE(rw::BeforePayroll(s, msgs));
+    ASSERT_EQ(msgs.shown.size(), 4u);
+    EXPECT_TRUE(msgs.shown[0].text.starts_with("The program does not understand the toolbar choice. Please let "));
+    EXPECT_EQ(msgs.shown[1].text,
+              "Since a payment's allocation between tax, penalty and interest is dependent upon prior penalties, "
+              "other additions to tax and previous payments, it is critical that you enter all penalties and other "
+              "charges before you enter payments.  Payments must be entered in chronological order.  If these "
+              "guidelines are not followed, results will probably be inaccurate.");
+    EXPECT_EQ(msgs.shown[2].text,
+              "To run payroll penalties, the Initial Inputs window must have Payroll Tax indicated Yes.");
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(msgs.shown[i].title == "WARNING" && msgs.shown[i].icon == rw::MsgIcon::Exclamation) << i;
+    EXPECT_EQ(msgs.shown[3].text, "The help file is a searchable PDF file. Menu choice Help - Contents.");
+    EXPECT_EQ(msgs.shown[3].icon, rw::MsgIcon::Information);
+}
 
-class Titles : public testing::TestWithParam<TitleRow> {};
-
-TEST_P(Titles, MarkUnsavedChanges)
+TEST(Session, TitleMarksUnsavedChangesAndAnEmptyNameBecomesUntitled)
 {
     rw::Session s;
     s.release = rwtest::Release2018();
-    s.gsFileName = GetParam().name;
-    s.gbSaved = GetParam().saved;
-    EXPECT_EQ(rw::RefreshTitle(s), GetParam().title);
-    EXPECT_EQ(s.title, GetParam().title);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Session, Titles,
-    testing::Values(TitleRow{"/home/pat/A.INT", -1, "2018, 1st Quarter Ratewright - /home/pat/A.INT"},
-                    TitleRow{"/home/pat/A.INT", 0, "2018, 1st Quarter Ratewright - /home/pat/A.INT*"},
-                    TitleRow{"UNTITLED.INT", 0, "2018, 1st Quarter Ratewright - UNTITLED.INT*"},
-                    TitleRow{"B.INT", 1, "2018, 1st Quarter Ratewright - B.INT*"},  // only -1 is saved
-                    TitleRow{"", -1, "2018, 1st Quarter Ratewright - Untitled.INT"}));
-
-TEST(Session, AnEmptyNameBecomesUntitled)
-{
-    rw::Session s;
+    s.gsFileName = "B.INT";
+    s.gbSaved = 1;  // only -1 is saved
+    EXPECT_EQ(rw::RefreshTitle(s), "2018, 1st Quarter Ratewright - B.INT*");
     s.gsFileName.clear();
-    rw::RefreshTitle(s);
+    s.gbSaved = -1;
+    EXPECT_EQ(rw::RefreshTitle(s), "2018, 1st Quarter Ratewright - Untitled.INT");
     EXPECT_EQ(s.gsFileName, "Untitled.INT");
-}
-
-TEST(Session, MenuMarksFollowTheCase)
-{
-    rw::Session s;
-    rw::InitInputs& in = s.kase.init;
-    in.nPmts = 3;
-    s.kase.pmts.resize(3);
-    in.nDeposits = 1;
-    in.b6651d1 = -1;  // the increased rate alone marks Failure to Pay
-    in.bAccRel = 1;   // any non-zero flag is yes
-    in.bCorpOPRate = -1;
-    in.dtIntSuspend = rw::Date::fromCivil(2017, 1, 1);
-    rw::EnableInputs(s);
-    rw::SetPenaltyChecks(s);
-    rw::SetOptionChecks(s);
-    EXPECT_TRUE(s.menus.initialInputsEnabled);
-    EXPECT_TRUE(s.menus.paymentsChecked);
-    EXPECT_FALSE(s.menus.chargesChecked);
-    EXPECT_TRUE(s.menus.ftPayChecked);
-    EXPECT_FALSE(s.menus.ftFileChecked);
-    EXPECT_TRUE(s.menus.accuracyChecked);
-    EXPECT_TRUE(s.menus.payrollChecked);
-    EXPECT_TRUE(s.menus.interestRatesChecked);
-    EXPECT_TRUE(s.menus.suspendChecked);
-
-    rw::ClearInputs(s.kase);
-    rw::EnableInputs(s);
-    rw::SetPenaltyChecks(s);
-    rw::SetOptionChecks(s);
-    EXPECT_FALSE(s.menus.paymentsChecked);
-    EXPECT_FALSE(s.menus.ftPayChecked);
-    EXPECT_FALSE(s.menus.accuracyChecked);
-    EXPECT_FALSE(s.menus.payrollChecked);
-    EXPECT_FALSE(s.menus.interestRatesChecked);
-    EXPECT_FALSE(s.menus.suspendChecked);
-}
-
-TEST(Session, OutputAndSaveStates)
-{
-    rw::Session s;
-    rw::EnableOutputs(s, true);
-    EXPECT_TRUE(s.menus.printEnabled && s.menus.reportsEnabled && s.menus.printButtonVisible && s.menus.viewButtonVisible);
-    rw::EnableOutputs(s, false);
-    EXPECT_FALSE(s.menus.printEnabled || s.menus.reportsEnabled || s.menus.printButtonVisible || s.menus.viewButtonVisible);
-    rw::EnableSave(s, true);
-    EXPECT_TRUE(s.menus.saveEnabled && s.menus.saveButtonVisible);
-}
-
-class RecoveryCopy : public rwtest::ShellTest {};
-
-TEST_F(RecoveryCopy, IsTheCaseFileInTheInstallationFolderAndLeavesTheSavedState)
-{
-    session.kase.init.sName = "Recovered";
-    session.gbSaved = 0;
-    rw::WriteRecoveryCopy(session);
-    EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"), rw::EncodeCase(session.kase));
-    EXPECT_EQ(session.gbSaved, 0);
-    EXPECT_TRUE(rw::IsRecoveryCopy(session, (install / "DEBUG.INT").string()));
-    EXPECT_TRUE(rw::IsRecoveryCopy(session, (install / "sub" / ".." / "DEBUG.INT").string()));
-    EXPECT_FALSE(rw::IsRecoveryCopy(session, (install / "OTHER.INT").string()));
 }
 
 }  // namespace

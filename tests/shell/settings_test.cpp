@@ -1,117 +1,60 @@
+// The settings file: how a key is read, and how writing one keeps the rest.
+
 #include "shell/settings.h"
 
 #include "base/fault.h"
-
 #include "shellfixture.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace {
 
-using rw::SettingsFile;
+TEST(Settings, ReadGivesTheValueOrTheDefault)
+{
+    const std::string ini = "; settings\r\n[Options]\r\nToolBar=False\r\n  [ data FILES ]  \r\n; Path=/commented\r\n"
+                            "  path  =   /home/pat/cases  \r\nEmpty=\r\nQuoted=\"a b\"\r\n[Data Files]\r\nPath=/2nd\r\n";
+    const std::string v300(300, 'v'), v254(254, 'v');
+    struct Row {
+        std::string file, section, key, def, value;
+    };
+    for (const Row& r : {Row{"", "Options", "ToolBar", "d", "d"},  // no file
+                         Row{"[Options]\n", "Data Files", "Path", "d", "d"}, Row{"[Options]\n", "Options", "Path", "d", "d"},
+                         // Names without regard to case or blanks; the first section of a name counts.
+                         Row{ini, "DATA FILES", "PATH", "x", "/home/pat/cases"},
+                         Row{ini, "Data Files", "Empty", "x", ""}, Row{ini, "Data Files", "Quoted", "x", "\"a b\""},
+                         Row{ini, "Data Files", "ToolBar", "x", "x"}, Row{ini, "options", "toolbar", "x", "False"},
+                         Row{"[S]\nK=" + v300 + "\n", "S", "K", "", v254}, Row{"[S]\n", "S", "K", v300, v254}}) {
+        rwtest::TempDir dir;
+        if (!r.file.empty())
+            std::ofstream(dir / "qratcalc.INI", std::ios::binary) << r.file;
+        EXPECT_EQ(rw::SettingsFile(dir / "qratcalc.INI").read(r.section, r.key, r.def), r.value) << r.key;
+    }
+}
 
-class Settings : public testing::Test {
-protected:
+TEST(Settings, WritingChangesOneLineAddsKeysAndSectionsAndKeepsTheRest)
+{
     rwtest::TempDir dir;
-    std::filesystem::path ini = dir / "qratcalc.INI";
-    void Put(const std::string& text) { std::ofstream(ini, std::ios::binary) << text; }
-};
+    rw::SettingsFile f(dir / "qratcalc.INI");
+    f.write("Data Files", "Data File Path", "/home/pat/cases");  // creates the file
+    EXPECT_EQ(rwtest::ReadText(f.path()), "[Data Files]\nData File Path=/home/pat/cases\n");
 
-TEST_F(Settings, ReadsWithDefaultsWhenFileSectionOrKeyIsMissing)
-{
-    SettingsFile f(ini);
-    EXPECT_EQ(f.read("Data Files", "Data File Path", "/default"), "/default");
-    Put("[Options]\nToolBar=True\n");
-    EXPECT_EQ(f.read("Data Files", "Data File Path", "/default"), "/default");
-    EXPECT_EQ(f.read("Options", "ToolTips", "dflt"), "dflt");
-    EXPECT_EQ(f.read("Options", "ToolBar", "dflt"), "True");
-}
-
-TEST_F(Settings, NamesIgnoreCaseAndBlanksAroundThem)
-{
-    Put("; settings\r\n"
-        "[Options]\r\n"
-        "ToolBar=False\r\n"
-        "  [ data FILES ]  \r\n"
-        "; Data File Path=/commented\r\n"
-        "  data file path  =   /home/pat/cases  \r\n"
-        "Empty=\r\n"
-        "Quoted=\"a b\"\r\n"
-        "[Data Files]\r\n"
-        "Data File Path=/second/section\r\n");
-    SettingsFile f(ini);
-    EXPECT_EQ(f.read("Data Files", "Data File Path", "x"), "/home/pat/cases");  // the first section counts
-    EXPECT_EQ(f.read("DATA FILES", "DATA FILE PATH", "x"), "/home/pat/cases");
-    EXPECT_EQ(f.read("Data Files", "Empty", "x"), "");  // given empty: not the default
-    EXPECT_EQ(f.read("Data Files", "Quoted", "x"), "\"a b\"");
-    EXPECT_EQ(f.read("Data Files", "ToolBar", "x"), "x");  // a key of another section
-    EXPECT_EQ(f.read("options", "toolbar", "x"), "False");
-}
-
-TEST_F(Settings, ValuesAreCutToTheBuffer)
-{
-    const std::string longValue(300, 'v');
-    Put("[S]\nK=" + longValue + "\n");
-    SettingsFile f(ini);
-    EXPECT_EQ(f.read("S", "K", ""), std::string(254, 'v'));
-    EXPECT_EQ(f.read("S", "Missing", longValue), std::string(254, 'v'));
-    Put("[S]\nK=" + std::string(254, 'w') + "\n");
-    EXPECT_EQ(f.read("S", "K", ""), std::string(254, 'w'));
-}
-
-TEST_F(Settings, WritingCreatesTheFile)
-{
-    SettingsFile f(ini);
-    f.write("Data Files", "Data File Path", "/home/pat/cases");
-    EXPECT_EQ(rwtest::ReadText(ini), "[Data Files]\nData File Path=/home/pat/cases\n");
-    EXPECT_EQ(f.read("Data Files", "Data File Path", ""), "/home/pat/cases");
-}
-
-TEST_F(Settings, WritingChangesOneLineAndKeepsTheRest)
-{
-    Put("; kept comment\r\n"
-        "[Options]\r\n"
-        "toolbar = True\r\n"
-        "Other=1\r\n"
-        "\r\n"
-        "[Data Files]\r\n"
-        "Data File Path=/old\r\n");
-    SettingsFile f(ini);
+    std::ofstream(f.path(), std::ios::binary) << "; kept\r\n[Options]\r\ntoolbar = True\r\nOther=1\r\n\r\n"
+                                                 "[Data Files]\r\nData File Path=/old\r\n";
     f.write("Options", "ToolBar", "False");
     f.write("Options", "ToolTips", "True");
     f.write("DATA FILES", "Data File Path", "/new");
     f.write("Extra", "Key", "v");
-    EXPECT_EQ(rwtest::ReadText(ini),
-              "; kept comment\r\n"
-              "[Options]\r\n"
-              "ToolBar=False\r\n"
-              "Other=1\r\n"
-              "ToolTips=True\r\n"
-              "\r\n"
-              "[Data Files]\r\n"
-              "Data File Path=/new\r\n"
-              "[Extra]\r\n"
-              "Key=v\r\n");
-}
+    EXPECT_EQ(rwtest::ReadText(f.path()), "; kept\r\n[Options]\r\nToolBar=False\r\nOther=1\r\nToolTips=True\r\n\r\n"
+                                          "[Data Files]\r\nData File Path=/new\r\n[Extra]\r\nKey=v\r\n");
 
-TEST_F(Settings, WritingAfterALastLineWithoutItsEnding)
-{
-    Put("[Options]\nToolBar=True");
-    SettingsFile f(ini);
+    std::ofstream(f.path(), std::ios::binary) << "[Options]\nToolBar=True";  // no line end at the end
     f.write("Options", "ToolTips", "False");
-    EXPECT_EQ(rwtest::ReadText(ini), "[Options]\nToolBar=True\nToolTips=False\n");
-}
+    EXPECT_EQ(rwtest::ReadText(f.path()), "[Options]\nToolBar=True\nToolTips=False\n");
 
-TEST_F(Settings, AFileThatCannotBeWrittenIsAFault)
-{
-    SettingsFile f(dir / "no-such-folder" / "qratcalc.INI");
-    try {
-        f.write("Options", "ToolBar", "True");
-        ADD_FAILURE() << "no fault";
-    } catch (const rw::Fault& e) {
-        EXPECT_EQ(e.number(), 75);
-        EXPECT_EQ(e.procedure(), "WriteSettings");
-    }
+    rw::SettingsFile lost(dir / "no-such-folder" / "qratcalc.INI");
+    EXPECT_THAT([&] { lost.write("Options", "ToolBar", "True"); },
+                testing::Throws<rw::Fault>(testing::AllOf(testing::Property(&rw::Fault::number, 75),
+                                                          testing::Property(&rw::Fault::procedure, "WriteSettings"))));
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ struct PaymentParts {
     std::string_view penalties = "0";
     std::string_view desc = "Payment";
     std::string_view method = "T";
-    std::optional<std::string_view> amount;
+    std::optional<std::string_view> amount = std::nullopt;
 };
 void AddPayment(rw::Case& c, Date paid, const PaymentParts& parts);
 
@@ -60,7 +60,7 @@ struct ChargeParts {
     std::string_view tax = "0";
     std::string_view penalties = "0";
     std::string_view desc = "Charge";
-    std::optional<Date> interestStart;
+    std::optional<Date> interestStart = std::nullopt;
 };
 void AddCharge(rw::Case& c, Date liability, const ChargeParts& parts);
 
