@@ -27,7 +27,7 @@ TEST(ReportCommands, InputsAsWindowTextAndAsPrintedPages)
     EXPECT_EQ(printed.out, Expected("clicase/print-inputs.txt"));
     EXPECT_EQ(printed.err, "Printing Inputs...\nPrinting Done\n");
     // 40 lines a page: 34 up to the page number.
-    const auto pages = rw::SplitPages(RunCliCommand({"print", "--reports", "inputs", "--text", "--lines", "40", kCase}).out);
+    const auto pages = rw::SplitPages(RunCliCommand({"print", "--text", "--lines", "40", "-r", "inputs", kCase}).out);
     ASSERT_EQ(pages.size(), 2u);
     EXPECT_EQ(pages[0].size(), 34u);
 }

@@ -96,7 +96,7 @@ TEST(QtPrinter, FixedPitchReportFontAndADeviceThatCannotBeOpenedIsAFault)
     EXPECT_TRUE(QFontInfo(f).fixedPitch()) << QFontInfo(f).family().toStdString();
     QPdfWriter writer(QStringLiteral("/nonexistent-folder/x.pdf"));
     rw::QtPrinter printer(&writer);
-    EXPECT_TRUE(rwtest::FaultOf([&] { printer.printLine(1, "text"); }).starts_with(std::to_string(rw::kErrDeviceIO) + " "));
+    EXPECT_TRUE(rwtest::FaultOf([&] { printer.printLine(1, "x"); }).starts_with(std::to_string(rw::kErrDeviceIO)));
 }
 
 }  // namespace

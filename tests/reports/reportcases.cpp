@@ -50,8 +50,8 @@ CaseComputation Computation(const std::string& caseName)
                                  money(p, "cPen"), money(p, "cInt")});
     for (const Json& r : j.value("rows", Json::array()))
         comp.rows.push_back({text(r, "sDesc"), date(r, "dtBegin"), date(r, "dtEnd"), r.value("fRate", 0.0f),
-                             money(r, "cTaxPen"), money(r, "cAccruedInt"), r.value("nDays", 0), r.value("dIntFactor", 0.0),
-                             money(r, "cInterest")});
+                             money(r, "cTaxPen"), money(r, "cAccruedInt"), r.value("nDays", 0),
+                             r.value("dIntFactor", 0.0), money(r, "cInterest")});
     for (const Json& m : j.value("ftoRows", Json::array()))
         comp.ftoRows.push_back({date(m, "dtComp"), money(m, "cNetTax"), m.value("fFtpRate", 0.0f), money(m, "cFtp"),
                                 money(m, "cGrossFtf"), money(m, "cNetFtf")});
@@ -84,15 +84,11 @@ std::string Expected(const std::string& caseAndFile)
 std::string CrLfToLf(const std::string& text)
 {
     std::string out;
-    std::ptrdiff_t pairs = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool pair = text.compare(i, 2, "\r\n") == 0;
-        pairs += pair;
-        if (!pair)  // the CR of a pair goes
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text.compare(i, 2, "\r\n") != 0)  // the CR of a pair goes
             out += text[i];
-    }
-    EXPECT_TRUE(pairs == std::count(out.begin(), out.end(), '\n') && out.find('\r') == std::string::npos
-                && (out.empty() || out.back() == '\n'))
+    const auto count = [&](char c) { return std::count(text.begin(), text.end(), c); };
+    EXPECT_TRUE(out.find('\r') == out.npos && count('\r') == count('\n') && (out.empty() || out.back() == '\n'))
         << "a line without CR LF in\n" << text;
     return out;
 }

@@ -1,35 +1,76 @@
-// Start-up: the data folder by platform version, the sample cases, the data
+// Start-up: the settings file (how a key is read, how writing one keeps the
+// rest), the data folder by platform version, the sample cases, the data
 // folder from the settings, the release of the rates and the federal table,
 // and the empty case the main window opens with.
 
 #include "shell/startup.h"
 
-#include "base/fault.h"
 #include "shell/settings.h"
 #include "shellfixture.h"
-
-#include <gmock/gmock.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-TEST(Startup, VersionsCompareAsPlainTextAndTheUserFolderIsMadeOnDemand)
+TEST(Settings, ReadGivesTheValueOrTheDefault)
+{
+    const std::string ini = "; settings\r\n[Options]\r\nToolBar=False\r\n  [ data FILES ]  \r\n; Path=/comment\r\n"
+                            "  path  =   /home/pat/cases  \r\nEmpty=\r\nQuoted=\"a b\"\r\n[Data Files]\r\nPath=/2\r\n";
+    const std::string v300(300, 'v'), v254(254, 'v');
+    struct Row {
+        std::string name, file, section, key, def, value;
+    };
+    for (const Row& r : {Row{"NoFile", "", "Options", "ToolBar", "d", "d"},
+                         Row{"NoSection", "[Options]\n", "Data Files", "Path", "d", "d"},
+                         Row{"NoKey", "[O]\n", "O", "P", "d", "d"},
+                         // Names without regard to case or blanks; the first section of a name counts.
+                         Row{"FirstSectionAnyCase", ini, "DATA FILES", "PATH", "x", "/home/pat/cases"},
+                         Row{"GivenEmpty", ini, "Data Files", "Empty", "x", ""},
+                         Row{"QuotesKept", ini, "Data Files", "Quoted", "x", "\"a b\""},
+                         Row{"KeyOfAnotherSection", ini, "Data Files", "ToolBar", "x", "x"},
+                         Row{"ValueCut", "[S]\nK=" + v300 + "\n", "S", "K", "", v254},
+                         Row{"DefaultCut", "[S]\n", "S", "K", v300, v254}}) {
+        SCOPED_TRACE(r.name);
+        rwtest::TempDir dir;
+        if (!r.file.empty())
+            std::ofstream(dir / "qratcalc.INI", std::ios::binary) << r.file;
+        EXPECT_EQ(rw::SettingsFile(dir / "qratcalc.INI").read(r.section, r.key, r.def), r.value);
+    }
+}
+
+TEST(Settings, WritingChangesOneLineAddsKeysAndSectionsAndKeepsTheRest)
+{
+    rwtest::TempDir dir;
+    rw::SettingsFile f(dir / "qratcalc.INI");
+    f.write("Data Files", "Data File Path", "/home/pat/cases");  // creates the file
+    EXPECT_EQ(rwtest::ReadText(f.path()), "[Data Files]\nData File Path=/home/pat/cases\n");
+
+    std::ofstream(f.path(), std::ios::binary) << "; kept\r\n[Options]\r\ntoolbar = True\r\nOther=1\r\n\r\n"
+                                                 "[Data Files]\r\nData File Path=/old\r\n";
+    f.write("Options", "ToolBar", "False");
+    f.write("Options", "ToolTips", "True");
+    f.write("DATA FILES", "Data File Path", "/new");
+    f.write("Extra", "Key", "v");
+    EXPECT_EQ(rwtest::ReadText(f.path()), "; kept\r\n[Options]\r\nToolBar=False\r\nOther=1\r\nToolTips=True\r\n\r\n"
+                                          "[Data Files]\r\nData File Path=/new\r\n[Extra]\r\nKey=v\r\n");
+
+    std::ofstream(f.path(), std::ios::binary) << "[Options]\nToolBar=True";  // no line end at the end
+    f.write("Options", "ToolTips", "False");
+    EXPECT_EQ(rwtest::ReadText(f.path()), "[Options]\nToolBar=True\nToolTips=False\n");
+
+    rw::SettingsFile lost(dir / "no-such-folder" / "qratcalc.INI");
+    EXPECT_TRUE(rwtest::FaultOf([&] { lost.write("Options", "ToolBar", "True"); }).starts_with("75 WriteSettings:"));
+}
+
+TEST(Startup, VersionsCompareAsPlainTextAndAFolderThatCannotBeMadeIsAFault)
 {
     // Up to "2.6.0" the installation folder; "2.10.0" sorts below "2.6".
-    for (const auto& [version, install] :
-         std::vector<std::pair<std::string, bool>>{{"2.6.0", true}, {"2.10.0", true}, {"2.6.1", false}}) {
-        rwtest::TempDir inst, user;
-        const fs::path folder = rw::DefaultDataFolder(version, rw::Paths::ForFolders(inst.path(), user.path()));
-        EXPECT_EQ(folder, install ? inst.path() : user.path() / "Brindlecote" / "Qrat") << version;
-        EXPECT_EQ(fs::is_directory(user.path() / "Brindlecote" / "Qrat"), !install) << version;
-    }
-    EXPECT_EQ(rw::WindowsVersion(), "2.6.1");  // this platform: the per-user folder
-    rwtest::TempDir inst, user;                // a file where a folder should be
-    rwtest::WriteBytes(user.path() / "Brindlecote", {'x'});
-    EXPECT_THAT([&] { rw::GetWin7AppDataPath(rw::Paths::ForFolders(inst.path(), user.path()), "Qrat"); },
-                testing::Throws<rw::Fault>(testing::AllOf(testing::Property(&rw::Fault::number, 75),
-                                                          testing::Property(&rw::Fault::procedure, "GetWin7AppDataPath"))));
+    EXPECT_TRUE(rw::DataInInstallFolder("2.6.0") && rw::DataInInstallFolder("2.10.0"));
+    EXPECT_FALSE(rw::DataInInstallFolder("2.6.1") || rw::DataInInstallFolder(rw::WindowsVersion()));
+    rwtest::TempDir inst, user;
+    rwtest::WriteBytes(user.path() / "Brindlecote", {'x'});  // a file where a folder should be
+    const rw::Paths paths = rw::Paths::ForFolders(inst.path(), user.path());
+    EXPECT_TRUE(rwtest::FaultOf([&] { rw::GetWin7AppDataPath(paths, "Qrat"); }).starts_with("75 GetWin7AppDataPath:"));
 }
 
 class StartupRun : public rwtest::ShellTest {
@@ -70,6 +111,7 @@ TEST_F(StartupRun, AMissingFederalTableIsToldAndStartUpGoesOn)
     fs::remove(install / "fed.tbl");
     rw::Session s;
     rw::Startup(s, paths, msgs);
+    EXPECT_TRUE(fs::is_directory(perUser()));  // the default data folder, made
     EXPECT_TRUE(s.gRates.empty());
     EXPECT_FALSE(s.release.loaded());  // a release without its federal table cannot be used
     ASSERT_EQ(msgs.shown.size(), 2u);
