@@ -4,6 +4,7 @@
 // compare what the program reads and writes with an image made independently.
 // Every field gets a value of its own (derived from its position in the
 // record and a seed), which makes a field read from the wrong place visible.
+// No test framework here.
 
 #include "casedata/caserecord.h"
 
@@ -18,11 +19,7 @@ namespace rwtest {
 
 class HandBytes {
 public:
-    HandBytes& raw(std::string_view s)
-    {
-        bytes.insert(bytes.end(), s.begin(), s.end());
-        return *this;
-    }
+    HandBytes& raw(std::string_view s) { return append({s.begin(), s.end()}); }
     // s padded with `pad` (or cut) to width.
     HandBytes& text(std::string_view s, std::size_t width, char pad = ' ')
     {
@@ -46,7 +43,6 @@ public:
         bytes.insert(bytes.end(), more.begin(), more.end());
         return *this;
     }
-
     std::vector<char> bytes;
 };
 
@@ -54,7 +50,8 @@ public:
 enum class HandLayout { L482, L484, L488 };
 
 // The value of the field at position k (1-based in record order; the points'
-// fields count from 100 for tlStart and 200 for tlStop).
+// fields count from 100 for tlStart and 200 for tlStop, the list records' from
+// 301, 401 and 501).
 inline std::string HandText(int k, int seed, std::size_t n)
 {
     std::string s;
@@ -73,13 +70,8 @@ struct HandCounts {
 
 inline void HandPoint(HandBytes& b, int base, int seed)
 {
-    b.text(HandText(base + 1, seed, 12), 12)
-        .text(HandText(base + 2, seed, 16), 16)
-        .text(HandText(base + 3, seed, 4), 4)
-        .f64(HandDate(base + 4, seed))
-        .i64(HandMoney(base + 5, seed))
-        .i64(HandMoney(base + 6, seed))
-        .i64(HandMoney(base + 7, seed));
+    b.text(HandText(base + 1, seed, 12), 12).text(HandText(base + 2, seed, 16), 16).text(HandText(base + 3, seed, 4), 4);
+    b.f64(HandDate(base + 4, seed)).i64(HandMoney(base + 5, seed)).i64(HandMoney(base + 6, seed)).i64(HandMoney(base + 7, seed));
 }
 
 // The record part of a case file of the given layout.
@@ -114,25 +106,20 @@ inline std::vector<char> HandPayment(int seed)
 {
     HandBytes b;
     b.text(HandText(301, seed, 16), 16).f64(HandDate(302, seed)).i64(HandMoney(303, seed));
-    b.i64(HandMoney(304, seed)).i64(HandMoney(305, seed)).i64(HandMoney(306, seed));
-    b.text(seed % 2 ? "I" : "T", 1);
+    b.i64(HandMoney(304, seed)).i64(HandMoney(305, seed)).i64(HandMoney(306, seed)).text(seed % 2 ? "I" : "T", 1);
     return b.bytes;
 }
-
 inline std::vector<char> HandCharge(int seed)
 {
     HandBytes b;
     b.text(HandText(401, seed, 16), 16).f64(HandDate(402, seed)).f64(HandDate(403, seed));
-    b.i64(HandMoney(404, seed)).i64(HandMoney(405, seed)).i64(HandMoney(406, seed));
-    return b.bytes;
+    return b.i64(HandMoney(404, seed)).i64(HandMoney(405, seed)).i64(HandMoney(406, seed)).bytes;
 }
-
 inline std::vector<char> HandDeposit(int seed)
 {
     HandBytes b;
     b.f64(HandDate(501, seed)).f64(HandDate(502, seed)).i64(HandMoney(503, seed)).i16(HandInt(504, seed));
-    b.f64(HandDate(505, seed)).f64(HandDate(506, seed));
-    return b.bytes;
+    return b.f64(HandDate(505, seed)).f64(HandDate(506, seed)).bytes;
 }
 
 // A whole case file: marker, tag (padded with blanks to 20), record, lists.

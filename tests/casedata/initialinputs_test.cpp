@@ -1,5 +1,5 @@
 // The Initial Inputs dialog's logic: what OK stores, the tables it loads, the
-// warnings it gives and the state-table check it asks.
+// warnings it gives and the state-table question it asks.
 
 #include "casedata/casefile.h"
 #include "casedata/initialinputs.h"
@@ -13,7 +13,6 @@
 
 namespace {
 
-using rw::InitialInputsDialog;
 using Result = rw::InitialInputsDialog::Result;
 using rwtest::D;
 using rwtest::M;
@@ -27,16 +26,11 @@ protected:
         rwtest::WriteBytes(dir / "fed.tbl", rw::EncodeRateTable({rwtest::Row(D(1975, 7, 1), D(2026, 12, 31), 0.08f)}));
         for (const char* f : {"ca_bus1.tbl", "Ma1-op.tbl"})
             rwtest::WriteBytes(dir / f, rw::EncodeRateTable({rwtest::Row(D(2000, 1, 1), D(2017, 12, 31), 0.07f)}));
-    }
-
-    static rw::InitialInputsForm Filled()
-    {
-        rw::InitialInputsForm f;
-        f.name = "Jane Q. Taxpayer";
-        f.dueDate = f.startDate = "4/15/2016";
-        f.stopDate = "12/31/2016";
-        f.initialBalance = "10,000.00";
-        return f;
+        form.name = std::string(60, 'N');
+        form.secondLine = "c/o Trustee";
+        form.dueDate = form.startDate = "4/15/2016";
+        form.stopDate = "12/31/2016";
+        form.initialBalance = "10,000.00";
     }
 
     rwtest::TempDir dir;
@@ -44,142 +38,117 @@ protected:
     rw::Case kase;
     rw::RateTable rates;
     rwtest::RecordingMessages msgs;
-    InitialInputsDialog dlg{kase, rates, paths, msgs};
+    rw::InitialInputsDialog dlg{kase, rates, paths, msgs};
+    rw::InitialInputsForm form;
 };
 
-TEST_F(InitialInputs, AnOverpaymentIsANegativeBalanceWithItsStopDays)
+TEST_F(InitialInputs, StoresTheFormAndOpensItAgain)
 {
-    auto f = Filled();
-    f.overpayment = true;
-    InitialInputsDialog::startSituationChanged(f);
-    EXPECT_TRUE(f.stopDaysVisible);
-    f.initialBalance = "500.00";
-    f.stopDays = "10";
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.tlStart.cTax, M("-500.00"));
+    form.overpayment = true;
+    rw::InitialInputsDialog::startSituationChanged(form);
+    EXPECT_TRUE(form.stopDaysVisible);
+    form.initialBalance = "500.00";
+    form.stopDays = "30";  // the most refund stop days
+    ASSERT_EQ(dlg.accept(form), Result::Stored);
+    EXPECT_EQ(kase.init.tlStart.cTax, M("-500.00"));  // an overpayment is a negative balance
     EXPECT_EQ(kase.init.bOverpayment, -1);
-    EXPECT_EQ(kase.init.nStopDays, 10);
-    const auto again = dlg.open();
+    EXPECT_EQ(kase.init.nStopDays, 30);
+    EXPECT_EQ(kase.init.sName.view(), std::string(52, 'N'));
+    EXPECT_EQ(kase.init.s2ndLine.view(), "c/o Trustee" + std::string(41, ' '));
+    const rw::InitialInputsForm again = dlg.open();
     EXPECT_TRUE(again.overpayment && again.stopDaysVisible);
     EXPECT_EQ(again.initialBalance, "500.00");
-    EXPECT_EQ(again.stopDays, "10");
+    EXPECT_EQ(again.stopDays, "30");
+    EXPECT_EQ(again.secondLine, "c/o Trustee");
 
     // An underpayment stores no stop days, whatever the hidden field holds.
-    f.overpayment = false;
-    f.stopDays = "25";
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
+    form.overpayment = false;
+    ASSERT_EQ(dlg.accept(form), Result::Stored);
     EXPECT_EQ(kase.init.nStopDays, 0);
-    EXPECT_EQ(kase.init.bOverpayment, 0);
     EXPECT_EQ(kase.init.tlStart.cTax, M("500.00"));
     EXPECT_FALSE(dlg.open().stopDaysVisible);
 }
 
 TEST_F(InitialInputs, ListPositionsStoreTheirCodesAndLoadTheirTables)
 {
-    auto f = Filled();
-    f.authority = 3;  // "CA - Corp: Large"
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.sTaxAuth.view(), "CAB ");
-    ASSERT_EQ(rates.size(), 1u);
-    EXPECT_EQ(rates[0].dtFrom, D(2000, 1, 1));
-    EXPECT_TRUE(msgs.shown.empty());
-
-    f.authority = 16;  // "Massachusetts - Overpayment", with its notice
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.sTaxAuth.view(), "MAOP");
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].title, "NOTICE!");
-
-    f.authority = -1;  // nothing selected
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.sTaxAuth.view(), "US  ");
-    EXPECT_EQ(rates[0].dtFrom, D(1975, 7, 1));
+    for (const auto& [position, code, from, notices] :
+         {std::tuple{3, "CAB ", D(2000, 1, 1), 0u}, {16, "MAOP", D(2000, 1, 1), 1u}, {-1, "US  ", D(1975, 7, 1), 1u}}) {
+        form.authority = position;
+        ASSERT_EQ(dlg.accept(form), Result::Stored);
+        EXPECT_EQ(kase.init.sTaxAuth.view(), code);
+        ASSERT_EQ(rates.size(), 1u);
+        EXPECT_EQ(rates[0].dtFrom, from);
+        EXPECT_EQ(msgs.shown.size(), notices);  // Massachusetts has its notice
+    }
     EXPECT_EQ(dlg.open().authority, 0);
 }
 
-TEST_F(InitialInputs, PayrollWarningAboveOneDollar)
+TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
 {
-    auto f = Filled();
-    f.payroll = true;
+    form.payroll = true;
     for (const char* quiet : {"1.00", "abc"}) {
-        f.initialBalance = quiet;
-        dlg.payrollClicked(f);
+        form.initialBalance = quiet;
+        dlg.payrollClicked(form);
     }
     EXPECT_TRUE(msgs.shown.empty());
-    f.initialBalance = "1.01";
-    dlg.payrollClicked(f);
+    form.initialBalance = "1.01";
+    dlg.payrollClicked(form);
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].title, "WARNING");
     EXPECT_EQ(msgs.shown[0].text, "For payroll tax situations the Balance Due should be $0 and the Start Calculation "
                                   "Date should be the first day of the quarter.");
-    f.payroll = false;
-    dlg.payrollClicked(f);
-    EXPECT_EQ(msgs.shown.size(), 1u);
-}
 
-TEST_F(InitialInputs, AnEmptyDueDateIsWarnedAboutAndStoredAsDayZero)
-{
-    auto f = Filled();
-    f.dueDate = "";
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.dtDue, rw::Date(0.0));
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].text, "The Due date entered as  is not valid.  Unless it is changed, somewhere at an "
-                                  "inconvenient moment this program is likely to abort.");
-}
-
-TEST_F(InitialInputs, AnAmountThatIsNotANumberStoresNothing)
-{
     const rw::Case before = kase;
-    auto f = Filled();
-    f.initialBalance = "12,34x";
-    EXPECT_EQ(dlg.accept(f), Result::KeepOpen);
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].title, "WARNING");
-    f.overpayment = true;
-    f.initialBalance = "10";
-    f.stopDays = "31";  // refund stop days run from 0 to 30
-    EXPECT_EQ(dlg.accept(f), Result::KeepOpen);
+    form.initialBalance = "12,34x";
+    EXPECT_EQ(dlg.accept(form), Result::KeepOpen);
+    form.overpayment = true;
+    form.initialBalance = "10";
+    form.stopDays = "31";
+    EXPECT_EQ(dlg.accept(form), Result::KeepOpen);
     EXPECT_EQ(kase, before);
-    f.stopDays = "30";
-    EXPECT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.nStopDays, 30);
+    EXPECT_EQ(msgs.shown.size(), 3u);
+
+    msgs.clear();
+    form.overpayment = false;
+    form.dueDate = "";
+    ASSERT_EQ(dlg.accept(form), Result::Stored);
+    EXPECT_EQ(kase.init.dtDue, rw::Date(0.0));
+    EXPECT_EQ(msgs.shown.at(0).text, "The Due date entered as  is not valid.  Unless it is changed, somewhere at an "
+                                     "inconvenient moment this program is likely to abort.");
 }
 
 TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)
 {
-    auto f = Filled();
-    f.authority = 3;  // table 1/1/2000 - 12/31/2017
-    f.startDate = "1/1/2000";
-    f.stopDate = "12/31/2017";
-    EXPECT_EQ(dlg.accept(f), Result::Stored);
+    form.authority = 3;  // table 1/1/2000 - 12/31/2017, bounds inclusive
+    form.startDate = "1/1/2000";
+    form.stopDate = "12/31/2017";
+    EXPECT_EQ(dlg.accept(form), Result::Stored);
     EXPECT_TRUE(msgs.shown.empty());
-    f.startDate = "12/31/1999";
+    form.startDate = "12/31/1999";
     msgs.answerNext(true);
-    EXPECT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(msgs.shown.at(0).title, "State Rate Table Problem");
-    f.startDate = "1/1/2000";
-    f.stopDate = "1/1/2018";
+    EXPECT_EQ(dlg.accept(form), Result::Stored);
+    const rwtest::ShownMessage m = msgs.shown.at(0);
+    EXPECT_EQ(m.title, "State Rate Table Problem");
+    EXPECT_EQ(m.icon, rw::MsgIcon::Critical);
+    EXPECT_TRUE(m.question);
+    EXPECT_TRUE(m.text.starts_with("The start date, 12/31/1999, is not between the first date, 01/01/2000, and the "
+                                   "last date, 12/31/2017, in the state's rate table file. You are welcome "))
+        << m.text;
+    EXPECT_TRUE(m.text.ends_with("current state rate table. If you press the YES button, the program will let you "
+                                 "continue, but, if you don't change that date, it will abort without warning later. "
+                                 "If you press the NO button, the program will save your data and exit afterwards. "
+                                 "Continue?"))
+        << m.text;
+    form.startDate = "1/1/2000";
+    form.stopDate = "1/1/2018";
     msgs.answerNext(false);
-    EXPECT_EQ(dlg.accept(f), Result::SaveAndExit);
+    EXPECT_EQ(dlg.accept(form), Result::SaveAndExit);
     EXPECT_TRUE(msgs.shown.at(1).text.starts_with("The stop date, 01/01/2018, is not between"));
     // The federal table is never checked against its range here.
-    msgs.clear();
-    f.authority = 0;
-    f.startDate = "1/1/1900";
-    EXPECT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_TRUE(msgs.shown.empty());
-}
-
-TEST_F(InitialInputs, NamesAreCutToFiftyTwoAndShownTrimmed)
-{
-    auto f = Filled();
-    f.name = std::string(60, 'N');
-    f.secondLine = "c/o Trustee";
-    ASSERT_EQ(dlg.accept(f), Result::Stored);
-    EXPECT_EQ(kase.init.sName.view(), std::string(52, 'N'));
-    EXPECT_EQ(kase.init.s2ndLine.view(), "c/o Trustee" + std::string(41, ' '));
-    EXPECT_EQ(dlg.open().secondLine, "c/o Trustee");
+    form.authority = 0;
+    form.startDate = "1/1/1900";
+    EXPECT_EQ(dlg.accept(form), Result::Stored);
+    EXPECT_EQ(msgs.shown.size(), 2u);
 }
 
 }  // namespace

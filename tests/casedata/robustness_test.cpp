@@ -16,40 +16,20 @@ namespace {
 
 using Status = rw::CaseReadResult::Status;
 
-// One random change: flip bits, write a random 16-bit value where the counts
+// One random change: flip a bit, write a random 16-bit value where the counts
 // of a case record live, cut, lengthen, overwrite a run with noise, or write a
 // random 32-bit value where a rate table's count lives.
 void Mutate(std::vector<char>& img, std::mt19937& rng)
 {
     const auto pick = [&](std::size_t n) { return n == 0 ? 0 : std::uniform_int_distribution<std::size_t>(0, n - 1)(rng); };
-    const std::size_t at = pick(img.size());
-    switch (rng() % 6) {
-    case 0:
-        for (int k = 1 + static_cast<int>(rng() % 8); k > 0 && !img.empty(); --k)
-            img[pick(img.size())] ^= static_cast<char>(1u << (rng() % 8));
-        break;
-    case 1:
-        if (img.size() > 160) {
-            const std::size_t count = 26 + 118 + 2 * pick(6);
-            img[count] = static_cast<char>(rng());
-            img[count + 1] = static_cast<char>(rng());
-        }
-        break;
-    case 2:
+    const std::size_t kind = rng() % 6, at = kind == 1 ? 26 + 118 + 2 * pick(6) : kind == 5 ? 6 : pick(img.size());
+    const std::size_t run = kind == 0 ? 1 : kind == 1 ? 2 : kind == 4 ? 12 : kind == 5 ? 4 : 0;
+    for (std::size_t i = at; i < img.size() && i < at + run; ++i)
+        img[i] = static_cast<char>(kind == 0 ? img[i] ^ (1 << (rng() % 8)) : rng());
+    if (kind == 2)
         img.resize(pick(img.size() + 1));
-        break;
-    case 3:
-        for (int k = static_cast<int>(rng() % 64); k > 0; --k)
-            img.push_back(static_cast<char>(rng()));
-        break;
-    case 4:
-        for (std::size_t i = at; i < img.size() && i < at + 12; ++i)
-            img[i] = static_cast<char>(rng());
-        break;
-    default:
-        for (std::size_t i = 6; i < 10 && i < img.size(); ++i)
-            img[i] = static_cast<char>(rng());
-    }
+    for (int k = kind == 3 ? static_cast<int>(rng() % 64) : 0; k > 0; --k)
+        img.push_back(static_cast<char>(rng()));
 }
 
 TEST(Robustness, MutatedCaseFilesDecodeSafely)

@@ -1,5 +1,6 @@
-// The safe save: a write that fails at any step is a fault named "WriteCase",
-// leaves the previous file as it was and no temporary file behind.
+// Writing a case: a temporary file renamed over the target, so that a write
+// failing at any step is a fault named "WriteCase" and leaves the previous
+// file as it was, with no temporary file behind.
 
 #include "base/binio.h"
 #include "casedata/casefile.h"
@@ -19,41 +20,32 @@ enum class Step { None, Create, Write, WriteNothing, Flush, Close, Rename };
 // The real calls, with one step made to fail.
 class FailingCalls : public rw::FileSystemCalls {
 public:
-    Step step = Step::None;
-    std::size_t allowBytes = 0;  // for Write: bytes written before the disk is full
-
-    int create(const char* path) override { return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(path); }
+    FailingCalls(Step step, std::size_t allowBytes) : step_(step), allow_(allowBytes) {}
+    int create(const char* path) override { return fail(Step::Create, EACCES) ? -1 : FileSystemCalls::create(path); }
     long write(int fd, const char* data, std::size_t n) override
     {
-        if (step == Step::WriteNothing)
+        if (step_ == Step::WriteNothing)
             return 0;
-        if (step == Step::Write) {
-            if (written_ >= allowBytes)
-                return Fail(ENOSPC);
-            n = std::min(n, allowBytes - written_);  // a short write, then the failure
-        }
-        const long r = FileSystemCalls::write(fd, data, n);
-        written_ += r > 0 ? static_cast<std::size_t>(r) : 0;
+        if (step_ == Step::Write && fail(Step::Write, allow_ == 0 ? ENOSPC : 0))
+            return -1;
+        const long r = FileSystemCalls::write(fd, data, step_ == Step::Write ? std::min(n, allow_) : n);
+        allow_ -= step_ == Step::Write && r > 0 ? static_cast<std::size_t>(r) : 0;  // a short write, then the disk is full
         return r;
     }
-    int flush(int fd) override { return step == Step::Flush ? Fail(EIO) : FileSystemCalls::flush(fd); }
-    int close(int fd) override
-    {
-        const int r = FileSystemCalls::close(fd);
-        return step == Step::Close ? Fail(EIO) : r;
-    }
-    int rename(const char* from, const char* to) override
-    {
-        return step == Step::Rename ? Fail(EXDEV) : FileSystemCalls::rename(from, to);
-    }
+    int flush(int fd) override { return fail(Step::Flush, EIO) ? -1 : FileSystemCalls::flush(fd); }
+    int close(int fd) override { return FileSystemCalls::close(fd) == 0 && !fail(Step::Close, EIO) ? 0 : -1; }
+    int rename(const char* a, const char* b) override { return fail(Step::Rename, EXDEV) ? -1 : FileSystemCalls::rename(a, b); }
 
 private:
-    static int Fail(int err)
+    bool fail(Step step, int err)
     {
+        if (step != step_ || err == 0)
+            return false;
         errno = err;
-        return -1;
+        return true;
     }
-    std::size_t written_ = 0;
+    Step step_;
+    std::size_t allow_;
 };
 
 // The fault a save ends in, as "number procedure"; "none" when it succeeded.
@@ -67,57 +59,55 @@ std::string FaultOf(const std::function<void()>& save)
     return "none";
 }
 
-struct FailRow {
-    const char* name;
-    Step step;
-    std::size_t allowBytes;
-    const char* fault;
-};
-
-class SafeSave : public testing::TestWithParam<FailRow> {};
-
-TEST_P(SafeSave, AFailedWriteKeepsThePreviousFile)
+TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
 {
-    rwtest::TempDir dir;
-    const std::string path = (dir / "CASE.INT").string();
-    rwtest::WriteBytes(path, {'o', 'l', 'd'});
-    FailingCalls calls;
-    calls.step = GetParam().step;
-    calls.allowBytes = GetParam().allowBytes;
-    EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }),
-              GetParam().fault);
-    EXPECT_EQ(rwtest::ReadText(path), "old");
-    EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
+    struct Row {
+        const char* name;
+        Step step;
+        std::size_t allowBytes;
+        const char* fault;
+    };
+    for (const Row& row : {Row{"cannot create", Step::Create, 0, "75 WriteCase"},
+                           Row{"disk full at once", Step::Write, 0, "57 WriteCase"},
+                           Row{"disk full one byte short", Step::Write, 4999, "57 WriteCase"},
+                           Row{"writes nothing", Step::WriteNothing, 0, "57 WriteCase"},
+                           Row{"flush fails", Step::Flush, 0, "57 WriteCase"},
+                           Row{"close fails", Step::Close, 0, "57 WriteCase"},
+                           Row{"rename fails", Step::Rename, 0, "75 WriteCase"}}) {
+        SCOPED_TRACE(row.name);
+        rwtest::TempDir dir;
+        const std::string path = (dir / "CASE.INT").string();
+        rwtest::WriteBytes(path, {'o', 'l', 'd'});
+        FailingCalls calls(row.step, row.allowBytes);
+        EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }),
+                  row.fault);
+        EXPECT_EQ(rwtest::ReadText(path), "old");
+        EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(CaseFile, SafeSave,
-                         testing::Values(FailRow{"CannotCreate", Step::Create, 0, "75 WriteCase"},
-                                         FailRow{"DiskFullAtOnce", Step::Write, 0, "57 WriteCase"},
-                                         FailRow{"DiskFullOneByteShort", Step::Write, 4999, "57 WriteCase"},
-                                         FailRow{"WritesNothing", Step::WriteNothing, 0, "57 WriteCase"},
-                                         FailRow{"FlushFails", Step::Flush, 0, "57 WriteCase"},
-                                         FailRow{"CloseFails", Step::Close, 0, "57 WriteCase"},
-                                         FailRow{"RenameFails", Step::Rename, 0, "75 WriteCase"}),
-                         [](const testing::TestParamInfo<FailRow>& p) { return std::string(p.param.name); });
-
-TEST(SafeSaveReal, ReplacesTheFileWholeOrFailsCleanly)
+TEST(SafeSave, WriteCaseReplacesTheFileWholeOrFailsCleanly)
 {
     rwtest::TempDir dir;
     const std::string path = (dir / "CASE.INT").string();
-    rwtest::WriteBytes(path, std::vector<char>(50, 'p'));
-    FailingCalls none;
-    rw::WriteFileAtomically(path, {'n', 'e', 'w'}, "WriteCase", none);
-    EXPECT_EQ(rwtest::ReadText(path), "new");
+    rwtest::WriteBytes(path, std::vector<char>(5000, 'p'));
+    rw::Case c;
+    rw::ClearInputs(c);
+    c.init.sName = "Written";
+    rw::WriteCase(path, c);
+    EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(c));
     EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
-
     // A folder in the way of the temporary file: the real calls fail to create
     // it, whoever runs the test (permissions do not stop an administrator).
     std::filesystem::create_directory(path + ".tmp~");
-    rw::Case c;
-    rw::ClearInputs(c);
-    EXPECT_EQ(FaultOf([&] { rw::WriteCase(path, c); }), "75 WriteCase");
-    EXPECT_EQ(rwtest::ReadText(path), "new");
+    EXPECT_EQ(FaultOf([&] { rw::WriteCase(path, rw::Case{}); }), "75 WriteCase");
+    EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(c));
     EXPECT_NE(FaultOf([&] { rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c); }), "none");
+    // The folder of a case file, for the next file dialog.
+    EXPECT_EQ(rw::FolderOf("/home/pat/cases/A.INT"), "/home/pat/cases");
+    EXPECT_EQ(rw::FolderOf("C:\\Data\\A.INT"), "C:\\Data");
+    EXPECT_EQ(rw::FolderOf("A.INT"), "");
+    EXPECT_EQ(rw::FolderOf("/A.INT"), "");
 }
 
 }  // namespace

@@ -85,37 +85,24 @@ TEST(Faults, OverflowIsAFaultOfTheComputingProcedureNotAWrap)
     EXPECT_EQ(fault([] {}), "no fault");
 }
 
-TEST(Money, TextForms)
+TEST(NumText, TheEdgesOfTheDisplayedForms)
 {
     // The two-decimal display rounds half away from zero, unlike RoundCurrency.
-    EXPECT_EQ(rw::FormatMoney(M("0.625")), "0.63");
     EXPECT_EQ(rw::FormatMoney(M("-0.625")), "-0.63");
     EXPECT_EQ(rw::FormatMoney(M("999.995")), "1,000.00");
     EXPECT_EQ(rw::FormatMoney(M("-0.004")), "0.00");
-    EXPECT_EQ(rw::FormatMoney(M("1234567.891")), "1,234,567.89");
     // A 14-character column; 1,234,567,890.12 (16 characters) keeps its first 14.
     EXPECT_EQ(rw::RtJustAmt(M("-1234.56")), "     -1,234.56");
     EXPECT_EQ(rw::RtJustAmt(M("1234567890.12")), "1,234,567,890.");
-    EXPECT_EQ(rw::PlainMoney(M("1234.5")), "1234.5");
     EXPECT_EQ(rw::PlainMoney(M("-12.0001")), "-12.0001");
-    EXPECT_EQ(rw::ExactMoney(M("-50")), "-50.0000");
     EXPECT_EQ(rw::FormatWholeDollars(M("10.50"), true), "$11");
-    EXPECT_EQ(rw::FormatWholeDollars(M("1234567.49"), false), "1,234,567");
-}
-
-TEST(NumText, RatesCountsAndAlignment)
-{
     // 0.08f x 100 in double is 7.999999821186066: "#0.0000" in 7 characters.
     EXPECT_EQ(rw::RightAlign(rw::FormatFixed(static_cast<double>(0.08f) * 100.0, 4), 7), " 8.0000");
     EXPECT_EQ(rw::FormatFixed(0.012345678912, 9, 0), ".012345679");  // no leading zero
-    EXPECT_EQ(rw::FormatFixed(-0.125, 2), "-0.13");                   // half away from zero
-    EXPECT_EQ(rw::FormatFixed(-0.001, 2), "0.00");
+    EXPECT_EQ(rw::FormatFixed(-0.125, 2), "-0.13");
     EXPECT_EQ(rw::FormatRateDotHash0(static_cast<double>(0.2f)), ".20");
-    EXPECT_EQ(rw::FormatRateDotHash0(1.5), "1.50");
     EXPECT_EQ(rw::PlainFloat(0.3f), "0.3");
     EXPECT_EQ(rw::FormatCount(-1234), "-1,234");
-    EXPECT_EQ(rw::FormatCount(0, true), "");
-    EXPECT_EQ(rw::RightAlign("abcdef", 4), "abcd");
     EXPECT_EQ(rw::TrimRight(std::string_view("ab  \0\0", 6)), "ab");
     EXPECT_EQ(rw::TrimBlanks(" \ta b \t"), "a b");
 }
@@ -124,9 +111,7 @@ TEST(NumText, Latin1AndUtf8ConvertAtTheEdges)
 {
     EXPECT_EQ(rw::Latin1ToUtf8("Jos\xE9 \xA7"), "Jos\xC3\xA9 \xC2\xA7");
     // Beyond Latin-1 (the euro sign) and broken sequences become '?'.
-    EXPECT_EQ(rw::Utf8ToLatin1("\xE2\x82\xAC 5"), "? 5");
-    EXPECT_EQ(rw::Utf8ToLatin1("a\xC3"), "a?");
-    EXPECT_EQ(rw::Utf8ToLatin1("\xC3(x"), "?(x");
+    EXPECT_EQ(rw::Utf8ToLatin1("\xE2\x82\xAC 5 a\xC3"), "? 5 a?");
     std::string all;
     for (int c = 1; c < 256; ++c)
         all += static_cast<char>(c);
@@ -162,10 +147,8 @@ TEST(Dates, AddMonthsClampsAndTextForms)
     EXPECT_EQ(rw::AddMonths(rwtest::D(2016, 1, 31), 1), rwtest::D(2016, 2, 29));
     EXPECT_EQ(rw::AddMonths(rwtest::D(2016, 3, 31), -1), rwtest::D(2016, 2, 29));
     EXPECT_EQ(rw::AddMonths(rwtest::D(1999, 12, 15), 1), rwtest::D(2000, 1, 15));
-    EXPECT_EQ(rw::FormatMMDDYYYY(rwtest::D(2016, 7, 4)), "07/04/2016");
-    EXPECT_EQ(rw::FormatShortDate(rwtest::D(2016, 7, 4)), "7/4/2016");
-    EXPECT_EQ(rw::FormatMMDDYYYYDashed(rwtest::D(2018, 3, 31)), "03-31-2018");
-    EXPECT_EQ(rw::FormatYYYYMMDD(rwtest::D(2016, 7, 4)), "20160704");
+    EXPECT_EQ(rw::FormatShortDate(rwtest::D(2016, 7, 4)) + " " + rw::FormatMMDDYYYYDashed(rwtest::D(2018, 3, 31)),
+              "7/4/2016 03-31-2018");
 }
 
 TEST(Dates, WhatTheUserTypesAndTheStrictFormOfTheSources)
