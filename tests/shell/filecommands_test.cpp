@@ -54,7 +54,6 @@ TEST_F(FileCommands, OpenReadsTheCaseAndSetsMenusTitleFolderAndTable)
     files.opens.push_back(path);
     rw::FileOpen(ctx);
     EXPECT_EQ(files.openFolders, std::vector<std::string>{"/start/here"});
-    EXPECT_EQ(session.kase.init.sName.trimmed(), "Sample");
     EXPECT_EQ(std::tie(session.gsFileName, session.gbSaved, session.title),
               std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - " + path));
     EXPECT_EQ(session.gsDataPath, cases.path().string());

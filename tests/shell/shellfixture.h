@@ -1,7 +1,6 @@
 #pragma once
-// A fixture for the shell's commands: an installation folder with a release
-// of its own, a user data root, a folder for cases, and the shared doubles
-// around a session.
+// The shell's commands around a session: an installation folder with a
+// release of its own, a user data root, a folder for cases, the shared doubles.
 
 #include "rates/ratetable.h"
 #include "shell/session.h"
@@ -21,9 +20,8 @@ inline std::vector<char> OneRowTable(float rate)
     return rw::EncodeRateTable({Row(D(1990, 1, 1), D(2029, 12, 31), rate, rate)});
 }
 
-// A complete release in folder: every authority's table (the federal rate
-// 0.01, California business 0.02, the others 0.03) and the release file of
-// early 2018.
+// A release in folder: every authority's table (federal 0.01, California
+// business 0.02, the others 0.03) and the release file of early 2018.
 inline void WriteRelease(const std::filesystem::path& folder)
 {
     std::filesystem::create_directories(folder);

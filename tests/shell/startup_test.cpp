@@ -121,13 +121,15 @@ TEST_F(StartupRun, AMissingFederalTableIsToldAndStartUpGoesOn)
     EXPECT_EQ(s.gsFileName, "UNTITLED.INT");
 }
 
-// A later release in the user's folder: the installed one's copy, verified
-// through 6/30/2018, with a federal table of its own.
+// A release in the user's folder: the installed one's copy with a federal
+// table of its own, then verified through 6/30/2018.
 TEST_F(StartupRun, ALaterUserReleaseIsUsedAndADamagedOneIsRefusedOnce)
 {
     const fs::path folder = perUser() / "rates";
     rwtest::WriteRelease(folder);
     rwtest::WriteBytes(folder / "fed.tbl", rwtest::OneRowTable(0.07f));
+    rw::Startup(session, paths, msgs);  // not later: left quietly
+    EXPECT_TRUE(msgs.shown.empty() && session.gRates.at(0).fUPRate == 0.01f);
     std::string text = rwtest::ReadText(folder / "qrat-release.txt");
     for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
              {"verified_through=03/31/2018", "verified_through=06/30/2018"},
