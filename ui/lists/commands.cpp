@@ -16,34 +16,31 @@ void writeRecoveryCopy(CommandContext& ctx)
 
 }  // namespace
 
-bool RunPaymentsCommand(CommandContext& ctx)
+void RunPaymentsCommand(CommandContext& ctx)
 {
     {
         PaymentsWindow dlg(ctx);
         dlg.run();
     }
     writeRecoveryCopy(ctx);
-    return ctx.kase.init.nPmts >= 1;
 }
 
-bool RunOtherChargesCommand(CommandContext& ctx)
+void RunOtherChargesCommand(CommandContext& ctx)
 {
     {
         ChargesWindow dlg(ctx);
         dlg.run();
     }
     writeRecoveryCopy(ctx);
-    return ctx.kase.init.nCharges >= 1;
 }
 
-bool RunPayrollCommand(CommandContext& ctx)
+void RunPayrollCommand(CommandContext& ctx)
 {
     {
         DepositsWindow dlg(ctx);
         dlg.run();
     }
     writeRecoveryCopy(ctx);
-    return ctx.kase.init.nDeposits >= 1;
 }
 
 }  // namespace rw::ui
