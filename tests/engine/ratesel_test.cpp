@@ -24,7 +24,7 @@ struct USCase {
     const char* name;
     Date begin;           // the row's first day
     const char* balance;  // cTaxPen; also the tax to date unless given
-    const char* options;
+    std::string_view options;
     float want;
     const char* label;  // nullptr: left unset
     float rate = 0.08f;
@@ -32,65 +32,59 @@ struct USCase {
     const char* accrued = "0";
 };
 
-class FederalRevision : public ::testing::TestWithParam<USCase> {};
-
-TEST_P(FederalRevision, RateAndLabel)
+TEST(Rates, FederalRevisionAtItsThresholds)
 {
-    const USCase& u = GetParam();
-    const std::string_view opt = u.options;
-    rw::Case c = FederalCase(D(1980, 1, 1), D(2020, 1, 1), "0");
-    c.init.bTaxMotivated = rw::ToFlag(opt.find('T') != opt.npos);
-    c.init.bCorporate = rw::ToFlag(opt.find('C') != opt.npos);
-    c.init.bCorpUPRate = rw::ToFlag(opt.find('U') != opt.npos);
-    c.init.dtCorpUPRateStart = D(1991, 1, 1);
-    c.init.bCorpOPRate = rw::ToFlag(opt.find('O') != opt.npos);
-    c.init.dtCorpOPRateStart = D(1995, 1, 1);
-    rw::TLPoint toDate, later;  // a point after the row's first day never counts
-    toDate.dtDate = D(1980, 1, 1);
-    toDate.cTax = M(u.taxToDate ? u.taxToDate : u.balance);
-    later.dtDate = u.begin + 1;
-    later.cTax = M("-999999");
-    ResultPeriod row;
-    row.dtBegin = u.begin;
-    row.dtEnd = u.begin + 30;
-    row.fRate = u.rate;
-    row.cTaxPen = M(u.balance);
-    row.cAccruedInt = M(u.accrued);
-    EXPECT_EQ(rw::GetRevisedUSRate(c.init, row, {toDate, later}), u.want);
-    EXPECT_TRUE(u.label ? row.sDesc.is(u.label) : row.sDesc.isUnset()) << "'" << row.sDesc.str() << "'";
+    for (const USCase& u : {
+             // tax-motivated: 1.2 x the rate for rows beginning after 12/31/1984
+             USCase{"taxMotivatedFrom1985", D(1985, 1, 1), "1000", "T", 0.096f, "Tax Motivated"},
+             USCase{"taxMotivatedNotOn19841231", D(1984, 12, 31), "1000", "T", 0.08f, ""},
+             // large corporate underpayment: more than 100,000.00 of tax to date, +2 %
+             USCase{"largeCorpAtExactly100000", D(1992, 1, 1), "100000", "CU", 0.08f, ""},
+             USCase{"largeCorpAt100000_01", D(1992, 1, 1), "100000.01", "CU", 0.1f, "Corp Unrpmt Rate"},
+             USCase{"largeCorpOnItsStartDate", D(1991, 1, 1), "200000", "CU", 0.1f, "Corp Unrpmt Rate"},
+             USCase{"largeCorpDayBeforeStart", D(1990, 12, 31), "200000", "CU", 0.08f, ""},
+             USCase{"largeCorpNeedsTaxToDate", D(1992, 1, 1), "200000", "CU", 0.08f, "", 0.08f, "100000"},
+             // both: the corporate rate on the standard rate (10 %, not 11.6 %)
+             USCase{"largeCorpWinsOverTaxMotivated", D(1992, 1, 1), "200000", "TCU", 0.1f, "Corp Unrpmt Rate"},
+             // corporate overpayment: below -10,000.00, -2.5 %; at it, the ordinary -1 %
+             USCase{"corpOverpaymentAtExactly10000", D(1996, 1, 1), "-10000", "CO", 0.07f, "Overpmt Rate"},
+             USCase{"corpOverpaymentAt10000_01", D(1996, 1, 1), "-10000.01", "CO", 0.055f, "Corp Ovrpmt Rate"},
+             // overpayment differential: -1 % from 1/1/1987 through 12/31/1998, later for corporations only
+             USCase{"overpayment19861231", D(1986, 12, 31), "-500", "", 0.08f, "Overpmt Rate"},
+             USCase{"overpayment19870101", D(1987, 1, 1), "-500", "", 0.07f, "Overpmt Rate"},
+             USCase{"overpayment19981231", D(1998, 12, 31), "-500", "", 0.07f, "Overpmt Rate"},
+             USCase{"overpayment19990101", D(1999, 1, 1), "-500", "", 0.08f, "Overpmt Rate"},
+             USCase{"overpayment19990101Corporate", D(1999, 1, 1), "-500", "C", 0.07f, "Overpmt Rate"},
+             USCase{"zeroBalanceIsAnOverpayment", D(1990, 1, 1), "0", "", 0.07f, "Overpmt Rate"},
+             USCase{"balanceCountsAccruedInterest", D(1990, 1, 1), "-100", "T", 0.096f, "Tax Motivated", 0.08f,
+                    nullptr, "100.01"},
+             // rates of 0.01 % and below stand as they are, description untouched
+             USCase{"negligibleRate", D(1990, 1, 1), "-500", "", 0.0001f, nullptr, 0.0001f},
+             // a differential below a low rate stays negative
+             USCase{"revisedBelowZero", D(1990, 1, 1), "-500", "", -0.005f, "Overpmt Rate", 0.005f}}) {
+        SCOPED_TRACE(u.name);
+        rw::Case c = FederalCase(D(1980, 1, 1), D(2020, 1, 1), "0");
+        c.init.bTaxMotivated = rw::ToFlag(u.options.find('T') != u.options.npos);
+        c.init.bCorporate = rw::ToFlag(u.options.find('C') != u.options.npos);
+        c.init.bCorpUPRate = rw::ToFlag(u.options.find('U') != u.options.npos);
+        c.init.dtCorpUPRateStart = D(1991, 1, 1);
+        c.init.bCorpOPRate = rw::ToFlag(u.options.find('O') != u.options.npos);
+        c.init.dtCorpOPRateStart = D(1995, 1, 1);
+        rw::TLPoint toDate, later;  // a point after the row's first day never counts
+        toDate.dtDate = D(1980, 1, 1);
+        toDate.cTax = M(u.taxToDate ? u.taxToDate : u.balance);
+        later.dtDate = u.begin + 1;
+        later.cTax = M("-999999");
+        ResultPeriod row;
+        row.dtBegin = u.begin;
+        row.dtEnd = u.begin + 30;
+        row.fRate = u.rate;
+        row.cTaxPen = M(u.balance);
+        row.cAccruedInt = M(u.accrued);
+        EXPECT_EQ(rw::GetRevisedUSRate(c.init, row, {toDate, later}), u.want);
+        EXPECT_TRUE(u.label ? row.sDesc.is(u.label) : row.sDesc.isUnset()) << "'" << row.sDesc.str() << "'";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rates, FederalRevision,
-    ::testing::Values(
-        // tax-motivated: 1.2 x the rate for rows beginning after 12/31/1984
-        USCase{"taxMotivatedFrom1985", D(1985, 1, 1), "1000", "T", 0.096f, "Tax Motivated"},
-        USCase{"taxMotivatedNotOn19841231", D(1984, 12, 31), "1000", "T", 0.08f, ""},
-        // large corporate underpayment: more than 100,000.00 of tax to date, +2 %
-        USCase{"largeCorpAtExactly100000", D(1992, 1, 1), "100000", "CU", 0.08f, ""},
-        USCase{"largeCorpAt100000_01", D(1992, 1, 1), "100000.01", "CU", 0.1f, "Corp Unrpmt Rate"},
-        USCase{"largeCorpOnItsStartDate", D(1991, 1, 1), "200000", "CU", 0.1f, "Corp Unrpmt Rate"},
-        USCase{"largeCorpDayBeforeStart", D(1990, 12, 31), "200000", "CU", 0.08f, ""},
-        USCase{"largeCorpNeedsTaxToDate", D(1992, 1, 1), "200000", "CU", 0.08f, "", 0.08f, "100000"},
-        // both: the corporate rate on the standard rate (10 %, not 11.6 %)
-        USCase{"largeCorpWinsOverTaxMotivated", D(1992, 1, 1), "200000", "TCU", 0.1f, "Corp Unrpmt Rate"},
-        // corporate overpayment: below -10,000.00, -2.5 %; at it, the ordinary -1 %
-        USCase{"corpOverpaymentAtExactly10000", D(1996, 1, 1), "-10000", "CO", 0.07f, "Overpmt Rate"},
-        USCase{"corpOverpaymentAt10000_01", D(1996, 1, 1), "-10000.01", "CO", 0.055f, "Corp Ovrpmt Rate"},
-        // overpayment differential: -1 % from 1/1/1987 through 12/31/1998, later for corporations only
-        USCase{"overpayment19861231", D(1986, 12, 31), "-500", "", 0.08f, "Overpmt Rate"},
-        USCase{"overpayment19870101", D(1987, 1, 1), "-500", "", 0.07f, "Overpmt Rate"},
-        USCase{"overpayment19981231", D(1998, 12, 31), "-500", "", 0.07f, "Overpmt Rate"},
-        USCase{"overpayment19990101", D(1999, 1, 1), "-500", "", 0.08f, "Overpmt Rate"},
-        USCase{"overpayment19990101Corporate", D(1999, 1, 1), "-500", "C", 0.07f, "Overpmt Rate"},
-        USCase{"zeroBalanceIsAnOverpayment", D(1990, 1, 1), "0", "", 0.07f, "Overpmt Rate"},
-        USCase{"balanceCountsAccruedInterest", D(1990, 1, 1), "-100", "T", 0.096f, "Tax Motivated", 0.08f, nullptr,
-               "100.01"},
-        // rates of 0.01 % and below stand as they are, description untouched
-        USCase{"negligibleRate", D(1990, 1, 1), "-500", "", 0.0001f, nullptr, 0.0001f},
-        // a differential below a low rate stays negative
-        USCase{"revisedBelowZero", D(1990, 1, 1), "-500", "", -0.005f, "Overpmt Rate", 0.005f}),
-    [](const auto& p) { return std::string(p.param.name); });
 
 TEST(Rates, ADescriptionAlreadySetStays)
 {

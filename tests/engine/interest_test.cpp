@@ -1,11 +1,12 @@
-// The interest computation. A row's interest is base x factor kept to the
-// ten-thousandth, then to the cent, halves to even; factor = (1 + rate /
-// basis)^days - 1 compounding daily, rate x days / 365 simple. Rates are
-// singles: 0.08f = 0.0799999982..., written "8 %" below.
+// The time line and the interest computation. A row's interest is base x
+// factor kept to the ten-thousandth, then to the cent, halves to even; factor
+// = (1 + rate / basis)^days - 1 compounding daily, rate x days / 365 simple.
+// Rates are singles: 0.08f = 0.0799999982..., written "8 %" below.
 #include "support/casebuilder.h"
 #include "support/recordingmessages.h"
 
 #include "base/fault.h"
+#include "engine/detail.h"
 #include "engine/intcalc.h"
 
 #include <gtest/gtest.h>
@@ -349,6 +350,95 @@ TEST(IntToDate, CountsOnlyPaymentsBeforeTheDay)
     EXPECT_EQ(totals.cTax, M("6000"));  // left as it was
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_TRUE(msgs.shown[0].text.starts_with("The Payment date entered as 13/45/2016")) << msgs.shown[0].text;
+}
+
+const rw::RateTable kHalves = {Row(D(2017, 1, 1), D(2017, 6, 30), 0.04f), Row(D(2017, 7, 1), D(2017, 12, 31), 0.04f)};
+
+// Points of one day in code order, equal codes in the order they were made.
+TEST(TimeLine, SortsByDateThenCodeKeepingCreationOrder)
+{
+    rw::Case c = FederalCase(D(2017, 2, 1), D(2017, 6, 30), "100");
+    c.init.bPayroll = rw::kYes;
+    c.init.dtIntSuspend = c.init.dtRestart = D(2017, 3, 1);
+    c.init.bCorpUPRate = rw::kYes;
+    c.init.dtCorpUPRateStart = D(2017, 2, 1);
+    AddPayment(c, D(2017, 6, 30), {.tax = "1", .desc = "On stop"});
+    AddPayment(c, D(2017, 2, 1), {.tax = "1", .desc = "On start B"});
+    AddPayment(c, D(2017, 2, 1), {.tax = "1", .desc = "On start C"});
+    AddCharge(c, D(2017, 2, 1), {.tax = "5"});
+    AddPayment(c, D(2016, 1, 1), {.tax = "1", .desc = "Early"});
+    rw::TimeLine tl;
+    rw::BuildTimeLine(c, kHalves, tl, nullptr);
+    std::vector<std::string> shown;
+    for (const rw::TLPoint& p : tl)
+        shown.push_back(rw::FormatMMDDYYYY(p.dtDate) + " " + p.sCode.str() + " " + p.sDesc.trimmed());
+    EXPECT_EQ(shown, (std::vector<std::string>{"01/01/2016 PMT  Early", "02/01/2017 0BT  Start Interest",
+                                               "02/01/2017 CUP  Corp Unrpmt Rate", "02/01/2017 OTHC Charge",
+                                               "02/01/2017 PMT  On start B", "02/01/2017 PMT  On start C",
+                                               "02/01/2017 PRD  T/R due next day", "03/01/2017 ST0  Suspend Int.",
+                                               "03/01/2017 ST1  Restart Int", "06/30/2017 PMT  On stop",
+                                               "06/30/2017 ZRT  End Rate Period", "06/30/2017 ZZSD Stop Interest",
+                                               "12/31/2017 ZRT  End Rate Period"}));
+    EXPECT_EQ(tl[1].sSortCode.str(), "201702010BT ");
+    EXPECT_EQ(tl[1].cTax, M("100"));
+    EXPECT_EQ(tl[3].cTax, M("5"));
+    EXPECT_EQ(tl[9].cTax, M("-1"));
+    EXPECT_EQ(rw::FindPointByCode(tl, "ZZSD"), 11);
+    EXPECT_EQ(rw::FindPointByCode(tl, "FFP "), -1);
+}
+
+TEST(TimeLine, TaxToDateSumsThroughTheDay)
+{
+    rw::Case c = FederalCase(D(2017, 2, 1), D(2017, 6, 30), "100");
+    AddPayment(c, D(2017, 3, 1), {.tax = "30", .interest = "5", .penalties = "7"});
+    AddCharge(c, D(2017, 1, 15), {.tax = "10", .penalties = "20"});
+    rw::TimeLine tl;
+    rw::BuildTimeLine(c, kHalves, tl, nullptr);
+    rw::TLPoint totals;
+    totals.cInt = M("9");
+    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 1, 14)), Money());
+    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 2, 28)), M("110"));
+    EXPECT_EQ(totals.cPen, M("20"));
+    EXPECT_EQ(totals.cInt, Money());
+    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 3, 1)), M("80"));  // the payment's day counts
+    EXPECT_EQ(totals.cPen, M("13"));
+}
+
+TEST(TimeLine, MoreThan32767PointsIsAnOverflow)
+{
+    const rw::Case c = FederalCase(D(2017, 2, 1), D(2017, 6, 30), "100");
+    rw::RateTable big(32765, Row(D(2017, 1, 1), D(2017, 12, 31), 0.04f));
+    EXPECT_EQ(rw::CountPoints(c, big), 32767);
+    rw::TimeLine tl;
+    rw::BuildTimeLine(c, big, tl, nullptr);
+    std::int16_t next = 32767;
+    EXPECT_EQ(FaultOf([&] { rw::MakeTLPoint(rw::TLPoint{}, tl, next); }),
+              "6 MakeTLPoint: more than 32,767 time line points");
+    big.push_back(big.back());
+    EXPECT_EQ(FaultOf([&] { rw::CountPoints(c, big); }), "6 CountPoints: more than 32,767 time line points");
+}
+
+// A row of the detailed analysis: 0.075f x 100 in double is 7.4999998..., shown
+// to four decimals as 7.5000; a rate below zero keeps its sign.
+TEST(DetailAnalysis, CellsOfARow)
+{
+    rw::ResultPeriod r;
+    r.sDesc = "Compound Int.";
+    r.dtBegin = D(2016, 4, 5);
+    r.dtEnd = D(2016, 12, 31);
+    r.fRate = 0.075f;
+    r.cTaxPen = M("1234567.891");
+    r.cAccruedInt = M("1234.565");
+    r.nDays = 271;
+    r.dIntFactor = 0.012345678912;
+    r.cInterest = M("15241.58");
+    EXPECT_EQ(rw::DetailRowCells(r), (rw::DetailLine{"04/05/2016", "12/31/2016", "Compound Int.   ", " 7.5000",
+                                                     "  1,234,567.89", "      1,234.57", "271", ".012345679",
+                                                     "     15,241.58"}));
+    r.fRate = -0.005f;
+    r.sDesc = rw::FixedText<16>();
+    EXPECT_EQ(rw::DetailRowCells(r)[3], "-0.5000");
+    EXPECT_EQ(rw::DetailRowCells(r)[2], "");  // a description never set
 }
 
 }  // namespace
