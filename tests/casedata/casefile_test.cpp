@@ -127,101 +127,77 @@ TEST(CaseFile, EveryFieldIsReadFromItsPlaceAndWrittenBackThere)
 
 // ---- The three layouts -------------------------------------------------------------
 
-struct LayoutRow {
-    const char* name;
-    std::string tag;  // all 20 bytes
-    HandLayout layout;
-};
-
-class Layouts : public testing::TestWithParam<LayoutRow> {};
-
-TEST_P(Layouts, AreChosenByTheWholeTagAndWrittenBackInTheCurrentOne)
+TEST(CaseFile, LayoutsAreChosenByTheWholeTagAndWrittenBackInTheCurrentOne)
 {
-    const LayoutRow& row = GetParam();
-    const std::vector<char> file = rwtest::HandCaseFile(row.tag, row.layout, 3, {2, 1, 2});
-    const rw::CaseReadResult r = rw::DecodeCase(file);
-    ASSERT_EQ(r.status, Status::Ok) << r.detail;
-    EXPECT_TRUE(r.kase.countsConsistent());
-    EXPECT_EQ(rw::EncodeCase(r.kase), rwtest::HandAsCurrent(file, row.layout));
+    for (const auto& [tag, layout] : {std::pair{Tag("Qrat1999Q4.10"), HandLayout::L482},
+                                      {Tag("Qrat2000Q2.19"), HandLayout::L482},
+                                      {Tag("Qrat2000Q2.2", '\0'), HandLayout::L482},
+                                      {Tag("", '\0'), HandLayout::L482},
+                                      // The whole field is compared: the tag followed by blanks is not below the tag.
+                                      {Tag("Qrat2000Q2.20"), HandLayout::L484},
+                                      {Tag("Qrat2010Q3.1"), HandLayout::L484},
+                                      {Tag("Qrat2010Q3.10"), HandLayout::L484},
+                                      {Tag("Qrat2010Q3.11"), HandLayout::L488},
+                                      {Tag("Qrat2010Q3.11", '\0'), HandLayout::L488},
+                                      {Tag("Qrat2018Q1.10"), HandLayout::L488},
+                                      {Tag("qrat1990"), HandLayout::L488}}) {  // lower case sorts above
+        SCOPED_TRACE(tag);
+        const std::vector<char> file = rwtest::HandCaseFile(tag, layout, 3, {2, 1, 2});
+        const rw::CaseReadResult r = rw::DecodeCase(file);
+        ASSERT_EQ(r.status, Status::Ok) << r.detail;
+        EXPECT_TRUE(r.kase.countsConsistent());
+        EXPECT_EQ(rw::EncodeCase(r.kase), rwtest::HandAsCurrent(file, layout));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    CaseFile, Layouts,
-    testing::Values(LayoutRow{"Year1999", Tag("Qrat1999Q4.10"), HandLayout::L482},
-                    LayoutRow{"JustBelow2000Q220", Tag("Qrat2000Q2.19"), HandLayout::L482},
-                    LayoutRow{"ShortTagWithNuls", Tag("Qrat2000Q2.2", '\0'), HandLayout::L482},
-                    LayoutRow{"AllNuls", Tag("", '\0'), HandLayout::L482},
-                    // The whole field is compared: the tag followed by blanks is not below the tag.
-                    LayoutRow{"Exactly2000Q220", Tag("Qrat2000Q2.20"), HandLayout::L484},
-                    LayoutRow{"PrefixOf2010Q311", Tag("Qrat2010Q3.1"), HandLayout::L484},
-                    LayoutRow{"JustBelow2010Q311", Tag("Qrat2010Q3.10"), HandLayout::L484},
-                    LayoutRow{"Exactly2010Q311", Tag("Qrat2010Q3.11"), HandLayout::L488},
-                    LayoutRow{"Exactly2010Q311WithNuls", Tag("Qrat2010Q3.11", '\0'), HandLayout::L488},
-                    LayoutRow{"ThisRelease", Tag("Qrat2018Q1.10"), HandLayout::L488},
-                    LayoutRow{"LowerCaseSortsAbove", Tag("qrat1990"), HandLayout::L488}),
-    [](const testing::TestParamInfo<LayoutRow>& p) { return std::string(p.param.name); });
 
 // ---- Reading damaged files, with the messages ------------------------------------------------
 
-std::vector<char> AGoodFile()
+TEST(CaseFile, TruncatedFilesOfEveryLengthAreDamaged)
 {
-    return rwtest::HandAsCurrent(rwtest::HandCaseFile(Tag("Qrat2018Q1.10"), HandLayout::L488, 1, {2, 2, 2}),
-                                 HandLayout::L488);
-}
-
-TEST(CaseFile, TruncatedFilesOfEveryLengthNeverTouchTheCase)
-{
-    rwtest::TempDir dir;
-    const std::vector<char> good = AGoodFile();
-    const std::string path = (dir / "CUT.INT").string();
-    Case c = Cleared();
-    c.init.sName = "Untouched";
-    const Case before = c;
-    for (std::size_t len = 0; len < good.size(); ++len) {
-        const std::vector<char> cut(good.begin(), good.begin() + static_cast<long>(len));
-        const Status expected = len < 6 ? Status::BadMarker : Status::Damaged;
-        ASSERT_EQ(rw::DecodeCase(cut).status, expected) << len;
-        if (len != 5 && len != 6 && len != 26 && len != 513 && len != good.size() - 1)
-            continue;  // through a file at the edges of the parts
-        rwtest::WriteBytes(path, cut);
-        rwtest::RecordingMessages msgs;
-        ASSERT_EQ(rw::ReadCaseReporting(path, c, msgs), expected) << len;
-        ASSERT_EQ(c, before) << len;
-        ASSERT_EQ(msgs.shown.size(), 1u);
-        EXPECT_TRUE(len < 6 || msgs.shown[0].text == "Retrieve (Open) Error: Input past end of file") << len;
-    }
-    // The whole file reads into the case; bytes after its last record are ignored.
-    std::vector<char> longer = good;
+    const std::vector<char> good = rwtest::HandAsCurrent(rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
+    for (std::size_t len = 0; len < good.size(); ++len)
+        ASSERT_EQ(rw::DecodeCase({good.begin(), good.begin() + static_cast<long>(len)}).status,
+                  len < 6 ? Status::BadMarker : Status::Damaged)
+            << len;
+    std::vector<char> longer = good;  // bytes after the last record are ignored
     longer.push_back('x');
-    rwtest::WriteBytes(path, longer);
-    rwtest::RecordingMessages msgs;
-    EXPECT_TRUE(rw::ReadCase(path, c, msgs));
-    EXPECT_EQ(rw::EncodeCase(c), good);
+    const rw::CaseReadResult r = rw::DecodeCase(longer);
+    ASSERT_EQ(r.status, Status::Ok);
+    EXPECT_EQ(rw::EncodeCase(r.kase), good);
 }
 
-TEST(CaseFile, MissingFilesWrongMarkersAndImpossibleCountsAreRefused)
+TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
 {
     rwtest::TempDir dir;
     const std::string path = (dir / "BAD.INT").string();
+    const std::string pastEnd = "Retrieve (Open) Error: Input past end of file";
     struct Row {
         const char* name;
         std::size_t at;
-        std::vector<char> bytes;  // put into a good file; none for no file at all
+        std::vector<char> bytes;  // put into a good file of 514 + 2 x 57 + 2 x 56 + 2 x 42 bytes
+        std::size_t length;       // the file cut to this length; 0 for no file at all
         Status status;
+        std::string title;  // or the text
     };
     const auto i16 = [](std::int16_t v) { return HandBytes().i16(v).bytes; };
-    for (const Row& row : {Row{"no file", 0, {}, Status::NotFound}, Row{"older marker", 0, {'N', 'O', 'T', 'V', 'B', '2'}, Status::BadMarker},
-                           Row{"lower case marker", 0, {'n'}, Status::BadMarker},
-                           Row{"marker cut by a nul", 5, {'\0'}, Status::BadMarker},
-                           Row{"negative payments", R + 122, i16(-1), Status::Damaged},
-                           Row{"most negative charges", R + 124, i16(-32768), Status::Damaged},
-                           Row{"largest deposits", R + 126, i16(32767), Status::Damaged},
-                           Row{"one payment beyond the file", R + 122, i16(3), Status::Damaged}}) {
+    for (const Row& row : {Row{"no file", 0, {}, 0, Status::NotFound, "File not found"},
+                           Row{"older marker", 0, {'N', 'O', 'T', 'V', 'B', '2'}, 824, Status::BadMarker, "Problem With Case File"},
+                           Row{"lower case marker", 0, {'n'}, 824, Status::BadMarker, "Problem With Case File"},
+                           Row{"marker cut short", 0, {}, 5, Status::BadMarker, "Problem With Case File"},
+                           Row{"only the marker", 0, {}, 6, Status::Damaged, pastEnd},
+                           Row{"record cut by a byte", 0, {}, 513, Status::Damaged, pastEnd},
+                           Row{"last deposit cut by a byte", 0, {}, 823, Status::Damaged, pastEnd},
+                           Row{"negative payments", R + 122, i16(-1), 824, Status::Damaged, ""},
+                           Row{"most negative charges", R + 124, i16(-32768), 824, Status::Damaged, ""},
+                           Row{"largest deposits", R + 126, i16(32767), 824, Status::Damaged, ""},
+                           Row{"one payment beyond the file", R + 122, i16(3), 824, Status::Damaged, ""}}) {
         SCOPED_TRACE(row.name);
-        std::vector<char> file = AGoodFile();
+        std::vector<char> file = rwtest::HandAsCurrent(rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
+        ASSERT_EQ(file.size(), 824u);
         Put(file, row.at, row.bytes);
+        file.resize(row.length);
         std::filesystem::remove(path);
-        if (!row.bytes.empty())
+        if (row.length > 0)
             rwtest::WriteBytes(path, file);
         rwtest::RecordingMessages msgs;
         Case c = Cleared();
@@ -230,16 +206,14 @@ TEST(CaseFile, MissingFilesWrongMarkersAndImpossibleCountsAreRefused)
         EXPECT_EQ(rw::ReadCaseReporting(path, c, msgs), row.status);
         EXPECT_EQ(c, before);
         ASSERT_EQ(msgs.shown.size(), 1u);
-        if (row.status == Status::BadMarker) {
-            EXPECT_EQ(msgs.shown[0].title, "Problem With Case File");
-            continue;
-        }
-        EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Critical);
-        if (row.status == Status::NotFound) {
-            EXPECT_EQ(msgs.shown[0].title, "File not found");
-            EXPECT_EQ(msgs.shown[0].text, "File: " + path + " does not exist.Please verify the file is in the correct directory.");
-        }
+        EXPECT_TRUE(row.title.empty() || msgs.shown[0].title == row.title || msgs.shown[0].text == row.title)
+            << msgs.shown[0].title << ": " << msgs.shown[0].text;
+        EXPECT_TRUE(row.status == Status::BadMarker || msgs.shown[0].icon == rw::MsgIcon::Critical);
     }
+    rwtest::RecordingMessages msgs;
+    Case c;
+    EXPECT_FALSE(rw::ReadCase(path + ".none", c, msgs));
+    EXPECT_EQ(msgs.shown.at(0).text, "File: " + path + ".none does not exist.Please verify the file is in the correct directory.");
 }
 
 }  // namespace

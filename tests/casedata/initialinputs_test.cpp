@@ -57,9 +57,7 @@ TEST_F(InitialInputs, StoresTheFormAndOpensItAgain)
     EXPECT_EQ(kase.init.s2ndLine.view(), "c/o Trustee" + std::string(41, ' '));
     const rw::InitialInputsForm again = dlg.open();
     EXPECT_TRUE(again.overpayment && again.stopDaysVisible);
-    EXPECT_EQ(again.initialBalance, "500.00");
-    EXPECT_EQ(again.stopDays, "30");
-    EXPECT_EQ(again.secondLine, "c/o Trustee");
+    EXPECT_EQ(again.initialBalance + " " + again.stopDays + " " + again.secondLine, "500.00 30 c/o Trustee");
 
     // An underpayment stores no stop days, whatever the hidden field holds.
     form.overpayment = false;
@@ -94,9 +92,9 @@ TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
     form.initialBalance = "1.01";
     dlg.payrollClicked(form);
     ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].title, "WARNING");
-    EXPECT_EQ(msgs.shown[0].text, "For payroll tax situations the Balance Due should be $0 and the Start Calculation "
-                                  "Date should be the first day of the quarter.");
+    EXPECT_EQ(msgs.shown[0].title + ": " + msgs.shown[0].text,
+              "WARNING: For payroll tax situations the Balance Due should be $0 and the Start Calculation Date should "
+              "be the first day of the quarter.");
 
     const rw::Case before = kase;
     form.initialBalance = "12,34x";
@@ -128,17 +126,12 @@ TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)
     msgs.answerNext(true);
     EXPECT_EQ(dlg.accept(form), Result::Stored);
     const rwtest::ShownMessage m = msgs.shown.at(0);
-    EXPECT_EQ(m.title, "State Rate Table Problem");
-    EXPECT_EQ(m.icon, rw::MsgIcon::Critical);
-    EXPECT_TRUE(m.question);
+    EXPECT_TRUE(m.title == "State Rate Table Problem" && m.icon == rw::MsgIcon::Critical && m.question);
     EXPECT_TRUE(m.text.starts_with("The start date, 12/31/1999, is not between the first date, 01/01/2000, and the "
-                                   "last date, 12/31/2017, in the state's rate table file. You are welcome "))
-        << m.text;
-    EXPECT_TRUE(m.text.ends_with("current state rate table. If you press the YES button, the program will let you "
-                                 "continue, but, if you don't change that date, it will abort without warning later. "
-                                 "If you press the NO button, the program will save your data and exit afterwards. "
-                                 "Continue?"))
-        << m.text;
+                                   "last date, 12/31/2017, in the state's rate table file. You are welcome "));
+    EXPECT_TRUE(m.text.ends_with("state rate table. If you press the YES button, the program will let you continue, "
+                                 "but, if you don't change that date, it will abort without warning later. If you "
+                                 "press the NO button, the program will save your data and exit afterwards. Continue?"));
     form.startDate = "1/1/2000";
     form.stopDate = "1/1/2018";
     msgs.answerNext(false);

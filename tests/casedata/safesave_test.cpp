@@ -61,26 +61,16 @@ std::string FaultOf(const std::function<void()>& save)
 
 TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
 {
-    struct Row {
-        const char* name;
-        Step step;
-        std::size_t allowBytes;
-        const char* fault;
-    };
-    for (const Row& row : {Row{"cannot create", Step::Create, 0, "75 WriteCase"},
-                           Row{"disk full at once", Step::Write, 0, "57 WriteCase"},
-                           Row{"disk full one byte short", Step::Write, 4999, "57 WriteCase"},
-                           Row{"writes nothing", Step::WriteNothing, 0, "57 WriteCase"},
-                           Row{"flush fails", Step::Flush, 0, "57 WriteCase"},
-                           Row{"close fails", Step::Close, 0, "57 WriteCase"},
-                           Row{"rename fails", Step::Rename, 0, "75 WriteCase"}}) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [step, allowBytes, fault] : {std::tuple{Step::Create, 0, "75 WriteCase"}, {Step::Write, 0, "57 WriteCase"},
+                                                  {Step::Write, 4999, "57 WriteCase"},  // one byte short
+                                                  {Step::WriteNothing, 0, "57 WriteCase"}, {Step::Flush, 0, "57 WriteCase"},
+                                                  {Step::Close, 0, "57 WriteCase"}, {Step::Rename, 0, "75 WriteCase"}}) {
+        SCOPED_TRACE(static_cast<int>(step));
         rwtest::TempDir dir;
         const std::string path = (dir / "CASE.INT").string();
         rwtest::WriteBytes(path, {'o', 'l', 'd'});
-        FailingCalls calls(row.step, row.allowBytes);
-        EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }),
-                  row.fault);
+        FailingCalls calls(step, static_cast<std::size_t>(allowBytes));
+        EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }), fault);
         EXPECT_EQ(rwtest::ReadText(path), "old");
         EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
     }

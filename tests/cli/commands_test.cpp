@@ -42,15 +42,11 @@ TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
     ASSERT_TRUE(back) << error;
     EXPECT_EQ(rw::EncodeCase(*back), file);
     EXPECT_EQ(doc["payments"][1]["dtPmt"], "12/15/2016");
-}
 
-TEST(CliImportExport, ImportConvertsAnOldCaseFileToTheCurrentLayout)
-{
-    rwtest::TempDir dir;
+    // An old case file is converted to the current layout.
     const std::vector<char> old = rwtest::HandCaseFile("Qrat1998Q4.00", rwtest::HandLayout::L482, 5, {0, 1, 0});
     rwtest::WriteBytes(dir / "old.INT", old);
-    const auto imp = RunCliCommand({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()});
-    ASSERT_EQ(imp.status, 0) << imp.err;
+    ASSERT_EQ(RunCliCommand({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()}).status, 0);
     EXPECT_EQ(rwtest::ReadBytes(dir / "new.INT"), rwtest::HandAsCurrent(old, rwtest::HandLayout::L482));
 }
 
@@ -81,10 +77,8 @@ TEST(CliImportExport, RefusalsWriteNothingAndExitWithTheirStatus)
         const auto r = RunCliCommand(row.args);
         EXPECT_EQ(r.status, row.status);
         EXPECT_EQ(r.out, "");
-        if (!row.err.empty())
-            EXPECT_EQ(r.err, row.err);
-        else
-            EXPECT_TRUE(r.err.starts_with("qratcalc-cli import: cannot write ")) << r.err;
+        EXPECT_EQ(r.err.substr(0, row.err.empty() ? 34 : std::string::npos),
+                  row.err.empty() ? "qratcalc-cli import: cannot write " : row.err);
         EXPECT_EQ(rwtest::ReadText(out), "previous");
     }
 }
@@ -100,13 +94,12 @@ TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
     const auto r = RunCliCommand({"compute", "--json", (dir / "fl.json").string()});
     EXPECT_EQ(r.status, 2);
     const nlohmann::json j = nlohmann::json::parse(r.out);
-    ASSERT_EQ(j.size(), 1u) << r.out;
-    ASSERT_TRUE(j["refused"]["title"].is_string()) << r.out;
+    ASSERT_TRUE(j.size() == 1 && j["refused"]["title"].is_string()) << r.out;
     const std::string message = j["refused"]["message"];
     EXPECT_NE(message.find("no published interest rate for 1/1/2003 to 6/30/2003"), std::string::npos) << message;
     EXPECT_EQ(r.err, message + "\n");
 
-    // A stop date before the hole computes, and exits 0.
+    // Stopping on the day before the hole computes, and exits 0.
     WriteText(dir / "fl2002.json", R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2002", "dtExtended": "01/01/2002",
         "tlStart": {"dtDate": "01/01/2002", "cTax": "10000.00"}, "tlStop": {"dtDate": "12/31/2002"}}})");
     const auto ok = RunCliCommand({"compute", "--json", (dir / "fl2002.json").string()});

@@ -45,12 +45,8 @@ TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
                                      "07/01/2026,09/30/2026,0.07,0.07,C,ESTIMATE: another office's rate\n"
                                      "10/01/2026,12/31/2026,0.07,0.07,C,ESTIMATE: carried forward\n");
     ASSERT_TRUE(d.problems.empty()) << Problems(d.problems);
-    EXPECT_EQ(d.info.name, "Qrat2026Q2");
-    EXPECT_EQ(d.info.description, "2026, 2nd Quarter");
-    EXPECT_EQ(d.info.verifiedThrough, Date::fromCivil(2026, 6, 30));
-    EXPECT_EQ(d.info.verifiedThroughText, "June 30, 2026");
-    EXPECT_EQ(d.info.estimatedThrough, Date::fromCivil(2026, 12, 31));
-    EXPECT_EQ(d.info.estimatedThroughText, "December 31, 2026");
+    EXPECT_EQ(d.info, (rw::ReleaseInfo{"Qrat2026Q2", "2026, 2nd Quarter", Date::fromCivil(2026, 6, 30), "June 30, 2026",
+                                       Date::fromCivil(2026, 12, 31), "December 31, 2026", {}}));
     // Without estimates both dates are the table's end.
     const rs::ReleaseDates plain = Dates("01/01/2018,03/31/2018,0.04,0.04,C,Rev. Rul. 2017-25\n");
     EXPECT_EQ(plain.info.estimatedThrough, Date::fromCivil(2018, 3, 31));
@@ -58,35 +54,28 @@ TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
     EXPECT_EQ(rs::SpelledOutDate(Date::fromCivil(2018, 3, 1)), "March 1, 2018");
     EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 9, 30)), "2026, 3rd Quarter");
     EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 10, 1)), "2026, 4th Quarter");
-
+    // Estimates may only end the table.
     EXPECT_NE(Problems(Dates("01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: guessed\n"
-                             "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n")
-                           .problems)
+                             "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n").problems)
                   .find("fed.csv:3: a verified row follows the estimate"),
               std::string::npos);
     EXPECT_NE(Problems(Dates("01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: guessed\n").problems).find("no row is verified"),
               std::string::npos);
 }
 
+// The rows themselves are read as the release file reads them (its refusals
+// are tested there); this file names its line and has a header.
 TEST(Minimums, ReadWithTheirSourcesOrRefused)
 {
-    const rs::MinimumsRead m = rs::ParseMinimums("first_year,amount,source\n"
-                                                 "1800,100.00,\"IRC 6651(a), flush language\"\n"
-                                                 "2024,485.00,Rev. Proc. 2023-34\n",
-                                                 "m.csv");
+    const std::string header = "first_year,amount,source\n";
+    const rs::MinimumsRead m = rs::ParseMinimums(header + "1800,100.00,\"IRC 6651(a), flush\"\n2024,485.00,Rev. Proc.\n", "m.csv");
     ASSERT_TRUE(m.problems.empty()) << Problems(m.problems);
-    EXPECT_EQ(m.schedule.rows[0].source, "IRC 6651(a), flush language");
+    EXPECT_EQ(m.schedule.rows[0].source, "IRC 6651(a), flush");
     EXPECT_EQ(m.schedule.forDueYear(2023), Money::fromCents(100'00));
     EXPECT_EQ(m.schedule.forDueYear(2024), Money::fromCents(485'00));
-    for (const auto& [rows, problem] :
-         {std::pair{"2020,435.00,a\n2019,210.00,b\n", "m.csv:3: the years must increase"},
-          {"2020,435.00,\n", "m.csv:2: the row has no source"}, {"2020,-5.00,a\n", "not an amount"},
-          {"2020,4.355,a\n", "not an amount"}, {"20,435.00,a\n", "not a year"}, {"", "no minimum amounts"}})
-        EXPECT_NE(Problems(rs::ParseMinimums(std::string("first_year,amount,source\n") + rows, "m.csv").problems).find(problem),
-                  std::string::npos)
-            << rows;
-    EXPECT_NE(Problems(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems).find("m.csv:1: the first line"),
-              std::string::npos);
+    for (const auto& [text, problem] : {std::pair{header + "2020,435.00,a\n2019,210.00,b\n", "m.csv:3: the years must increase"},
+                                        {header, "no minimum amounts"}, {"year,amount\n2020,1.00\n", "m.csv:1: the first line"}})
+        EXPECT_NE(Problems(rs::ParseMinimums(text, "m.csv").problems).find(problem), std::string::npos) << text;
 }
 
 // The tests' frozen sources, with fed.csv damaged or a schedule missing: the
@@ -116,69 +105,35 @@ TEST(ReleaseBuild, RefusedSourcesWriteNothing)
     }
 }
 
-// A small folder of sources, every authority with one row, in which single
-// files are then replaced: the release build on made-up rates.
-class SmallSources : public testing::Test {
-protected:
-    SmallSources()
-    {
-        fs::create_directories(sources / "states");
-        Write("fed.csv", kHeader + "01/01/2024,03/31/2024,0.08,0.08,C,Rev. Rul. A\n");
-        for (const rw::Authority& a : rw::Authorities())
-            if (a.code != "US  ")
-                Write("states/" + rw::TrimRight(a.code) + ".csv",
-                      std::string(rs::kScheduleHeader) + "\n01/01/2024,03/31/2024,7,7,S,Statute\n");
-        Write("ftf_minimum.csv", "first_year,amount,source\n2024,485.00,Rev. Proc. 2023-34\n");
-    }
-    void Write(const std::string& name, const std::string& text) { std::ofstream(sources / name, std::ios::binary) << text; }
-    // The written release's table `file`.
-    rw::RateTable Built(const char* file)
-    {
-        const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
-        EXPECT_TRUE(b.ok()) << Problems(b.problems);
-        std::string why;
-        EXPECT_TRUE(rs::WriteRelease(b, out.path(), &why)) << why;
-        rw::ReleaseInfo read;
-        EXPECT_EQ(rw::CheckReleaseFolder(out.path(), read), "");
-        return rw::ReadRateTableFile(out / file).rows;
-    }
-    rwtest::TempDir sources, out;
-};
-
-// Daily compounding takes the year's day count (365 or 366) from the year an
-// interest row begins in, so a row across 31 December would compound the days
-// of the second year on the first year's basis. 10/01/2023-03/31/2024
-// becomes 10/01-12/31/2023 (92 days) and 01/01-03/31/2024 (91 days, a leap
-// year), each with the row's rates, method and source.
-TEST_F(SmallSources, AFederalRowAcrossAYearEndIsCut)
-{
-    Write("fed.csv", kHeader + "07/01/2023,09/30/2023,0.07,0.07,C,Rev. Rul. B\n"
-                               "10/01/2023,03/31/2024,0.08,0.08,C,\"Rev. Rul. C, merged\"\n");
-    const rw::RateTable t = Built("fed.tbl");
-    EXPECT_EQ(t, (rw::RateTable{{Date::fromCivil(2023, 7, 1), Date::fromCivil(2023, 9, 30), 0.07f, 0.07f, {}, 'C'},
-                                {Date::fromCivil(2023, 10, 1), Date::fromCivil(2023, 12, 31), 0.08f, 0.08f, {}, 'C'},
-                                {Date::fromCivil(2024, 1, 1), Date::fromCivil(2024, 3, 31), 0.08f, 0.08f, {}, 'C'}}));
-    EXPECT_EQ(rwtest::ReadText(out / "rates-src" / "fed.csv"),
-              kHeader + "07/01/2023,09/30/2023,0.07,0.07,C,Rev. Rul. B\n"
-                        "10/01/2023,12/31/2023,0.08,0.08,C,\"Rev. Rul. C, merged\"\n"
-                        "01/01/2024,03/31/2024,0.08,0.08,C,\"Rev. Rul. C, merged\"\n");
-}
-
 // A leading GAP, a sourced row over two and a half years, a GAP between
 // sourced rows, a trailing GAP: the table runs from the first to the last
-// sourced day, cut at each year end, the hole held as a row without either rate.
-TEST_F(SmallSources, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
+// sourced day, cut at each year end (daily compounding takes the year's day
+// count from the year a row begins in), the hole a row without either rate.
+TEST(ReleaseBuild, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
 {
-    Write("states/PA.csv", std::string(rs::kScheduleHeader) + "\n01/01/2020,12/31/2020,,,,GAP: not found\n"
-                                                              "01/01/2021,06/30/2023,5,5,S,Statute A\n"
-                                                              "07/01/2023,12/31/2023,,,,GAP: not found either\n"
-                                                              "01/01/2024,03/31/2024,6,,S,Statute B\n"
-                                                              "04/01/2024,12/31/2024,,,,GAP: not yet announced\n");
-    const rw::RateTable t = Built("pa1.tbl");
+    // One row for every authority, and Pennsylvania's schedule as described.
+    rwtest::TempDir sources, out;
+    const auto write = [&](const std::string& name, const std::string& text) {
+        std::ofstream(sources / name, std::ios::binary) << text;
+    };
+    fs::create_directories(sources / "states");
+    write("fed.csv", kHeader + "01/01/2024,03/31/2024,0.08,0.08,C,Rev. Rul. A\n");
+    write("ftf_minimum.csv", "first_year,amount,source\n2024,485.00,Rev. Proc. 2023-34\n");
+    for (const rw::Authority& a : rw::Authorities().subspan(1))  // the states
+        write("states/" + rw::TrimRight(a.code) + ".csv", std::string(rs::kScheduleHeader) + "\n01/01/2024,03/31/2024,7,7,S,a\n");
+    write("states/PA.csv", std::string(rs::kScheduleHeader) + "\n01/01/2020,12/31/2020,,,,GAP: not found\n"
+                                                             "01/01/2021,06/30/2023,5,5,S,Statute A\n"
+                                                             "07/01/2023,12/31/2023,,,,GAP: not found either\n"
+                                                             "01/01/2024,03/31/2024,6,,S,Statute B\n"
+                                                             "04/01/2024,12/31/2024,,,,GAP: not yet announced\n");
+    const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
+    ASSERT_TRUE(b.ok()) << Problems(b.problems);
+    std::string why;
+    ASSERT_TRUE(rs::WriteRelease(b, out.path(), &why)) << why;
+    const rw::RateTable t = rw::ReadRateTableFile(out / "pa1.tbl").rows;
     ASSERT_EQ(t.size(), 5u);  // 2021, 2022, 1-6/2023, the hole 7-12/2023, 1-3/2024
-    EXPECT_TRUE(std::isnan(t[3].fUPRate) && std::isnan(t[3].fOPRate));
-    EXPECT_EQ(t[3].sCalcMethod, 'C');
-    EXPECT_TRUE(std::isnan(t[4].fOPRate));
+    EXPECT_TRUE(std::isnan(t[3].fUPRate) && std::isnan(t[3].fOPRate) && t[3].sCalcMethod == 'C');
+    EXPECT_TRUE(t[4].fUPRate == 0.06f && std::isnan(t[4].fOPRate));
     EXPECT_EQ(rwtest::ReadText(out / "rates-src" / "pa1.csv"),
               kHeader + "01/01/2021,12/31/2021,0.05,0.05,S,Statute A\n"
                         "01/01/2022,12/31/2022,0.05,0.05,S,Statute A\n"

@@ -31,20 +31,14 @@ const std::string kMadeUp = "01/01/1985,12/31/1989,,,,GAP: nothing found before 
 
 TEST(Schedules, TheTableRunsFromTheFirstSourcedRowToTheLast)
 {
-    struct Row {
-        const char* name;
-        std::string body;
-        std::size_t begin, end;
-    };
-    for (const Row& r :
-         {Row{"gaps outside are left out, gaps inside stay", kMadeUp, 1, 9},
-          Row{"a refund rate alone begins no table", "01/01/2000,12/31/2000,,4,S,a\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2},
-          Row{"a GAP row with a rate is not sourced", "01/01/2000,12/31/2000,5,5,S,GAP: recalled\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2},
-          Row{"nothing sourced", "01/01/2000,12/31/2000,,,,GAP: a\n01/01/2001,12/31/2001,,6,S,b\n", 0, 0}}) {
-        SCOPED_TRACE(r.name);
-        const rs::SourcedSpan span = rs::SourcedRows(Schedule(r.body).rows);
-        EXPECT_EQ(span.begin, r.begin);
-        EXPECT_EQ(span.end, r.end);
+    for (const auto& [body, begin, end] : std::vector<std::tuple<std::string, std::size_t, std::size_t>>{
+             {kMadeUp, 1, 9},  // gaps outside are left out, gaps inside stay
+             {"01/01/2000,12/31/2000,,4,S,a refund rate alone begins no table\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2},
+             {"01/01/2000,12/31/2000,5,5,S,GAP: a rate recalled is not sourced\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2},
+             {"01/01/2000,12/31/2000,,,,GAP: a\n01/01/2001,12/31/2001,,6,S,b\n", 0, 0}}) {
+        const rs::SourcedSpan span = rs::SourcedRows(Schedule(body).rows);
+        EXPECT_EQ(span.begin, begin) << body;
+        EXPECT_EQ(span.end, end) << body;
     }
 }
 
@@ -79,28 +73,21 @@ TEST(Schedules, ConvertToFractionsWithTheGapInsideAsAHole)
 TEST(Schedules, RefusedConversionsNameTheLine)
 {
     const std::string a = "01/01/2000,12/31/2000,5,5,S,a\n", b = "01/01/2002,12/31/2002,6,6,S,b\n";
-    struct Row {
-        const char* name;
-        std::string body;
-        int line;
-        std::string problem;
-    };
-    for (const Row& r : {Row{"a refund rate alone inside", a + "01/01/2001,12/31/2001,,4,S,refund only\n" + b, 3,
-                             "gives no underpayment rate but is not marked GAP:"},
-                         Row{"a GAP row with a rate inside", a + "01/01/2001,12/31/2001,4,,S,GAP: a guess\n" + b, 3,
-                             "but gives a rate"},
-                         Row{"a hole, even in gaps", "01/01/2000,12/31/2000,,,,GAP: a\n01/02/2001,12/31/2001,6,6,S,b\n", 3, ""},
-                         Row{"not a per cent figure", "01/01/2000,12/31/2000,6%,6,S,b\n", 2, ""},
-                         Row{"nothing sourced", "01/01/2000,12/31/2000,,,,GAP: a\n", -1, ""}}) {
-        SCOPED_TRACE(r.name);
-        const rs::ScheduleConversion conv = rs::ConvertSchedule(Schedule(r.body));
+    for (const auto& [body, line, problem] : std::vector<std::tuple<std::string, int, std::string>>{
+             {a + "01/01/2001,12/31/2001,,4,S,refund only\n" + b, 3, "gives no underpayment rate but is not marked GAP:"},
+             {a + "01/01/2001,12/31/2001,4,,S,GAP: a guess\n" + b, 3, "but gives a rate"},
+             {"01/01/2000,12/31/2000,,,,GAP: a\n01/02/2001,12/31/2001,6,6,S,b\n", 3, ""},  // a hole, even in gaps
+             {"01/01/2000,12/31/2000,6%,6,S,b\n", 2, ""},                                   // not a per cent figure
+             {"01/01/2000,12/31/2000,,,,GAP: a\n", 0, ""}}) {                                // nothing sourced
+        SCOPED_TRACE(body);
+        const rs::ScheduleConversion conv = rs::ConvertSchedule(Schedule(body));
         EXPECT_FALSE(conv.ok());
         EXPECT_TRUE(conv.rows.empty());
-        if (r.line < 0)
-            continue;
-        ASSERT_FALSE(conv.problems.empty());
-        EXPECT_EQ(conv.problems.front().line, r.line);
-        EXPECT_NE(conv.problems.front().what.find(r.problem), std::string::npos) << conv.problems.front().text();
+        if (line > 0) {
+            ASSERT_FALSE(conv.problems.empty());
+            EXPECT_EQ(conv.problems.front().line, line);
+            EXPECT_NE(conv.problems.front().what.find(problem), std::string::npos) << conv.problems.front().text();
+        }
     }
     EXPECT_EQ(rs::SourceFileName("Ma1-up.tbl"), "Ma1-up.csv");
 }
