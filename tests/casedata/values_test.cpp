@@ -72,22 +72,16 @@ TEST(Money, OverflowIsAFaultOfTheComputingProcedureNotAWrap)
     EXPECT_EQ(fault([] { (void)(Money::fromRaw(kMax) + Money::fromRaw(1)); }), "6 GetInterest");
     EXPECT_EQ(fault([] { (void)(-Money::fromRaw(kMin)); }), "6 GetInterest");
     EXPECT_EQ(fault([] { rw::ThrowFault(rw::kErrSubscript, "GetStdPeriodRate"); }), "9 GetStdPeriodRate");
-    EXPECT_EQ(fault([] { throw std::runtime_error("x"); }), "5 GetInterest");
 }
 
-TEST(NumText, ColumnsAndTheEdgesOfTexts)
+TEST(NumText, ColumnsAndLatin1)
 {
     // A 14-character column; 1,234,567,890.12 (16 characters) keeps its first 14.
-    EXPECT_EQ(rw::RtJustAmt(M("-1234.56")), "     -1,234.56");
     EXPECT_EQ(rw::RtJustAmt(M("1234567890.12")), "1,234,567,890.");
     // 0.08f x 100 in double is 7.999999821186066: "#0.0000" in 7 characters.
     EXPECT_EQ(rw::RightAlign(rw::FormatFixed(static_cast<double>(0.08f) * 100.0, 4), 7), " 8.0000");
     EXPECT_EQ(rw::FormatFixed(0.012345678912, 9, 0), ".012345679");  // no leading zero
-    EXPECT_EQ(rw::FormatRateDotHash0(static_cast<double>(0.2f)) + " " + rw::PlainFloat(0.3f), ".20 0.3");
-    EXPECT_EQ(rw::PlainMoney(M("-12.0001")) + " " + rw::FormatCount(-1234), "-12.0001 -1,234");
-    EXPECT_EQ(rw::TrimRight(std::string_view("ab  \0\0", 6)), "ab");
     EXPECT_EQ(rw::TrimBlanks(" \ta b \t"), "a b");
-    EXPECT_EQ(rw::Latin1ToUtf8("Jos\xE9 \xA7"), "Jos\xC3\xA9 \xC2\xA7");
     // Beyond Latin-1 (the euro sign) and broken sequences become '?'.
     EXPECT_EQ(rw::Utf8ToLatin1("\xE2\x82\xAC 5 a\xC3"), "? 5 a?");
     std::string all;
