@@ -6,7 +6,6 @@
 #include "support/recordingmessages.h"
 
 #include "base/fault.h"
-#include "engine/detail.h"
 #include "engine/intcalc.h"
 
 #include <gtest/gtest.h>
@@ -379,7 +378,6 @@ TEST(TimeLine, SortsByDateThenCodeKeepingCreationOrder)
                                                "03/01/2017 ST1  Restart Int", "06/30/2017 PMT  On stop",
                                                "06/30/2017 ZRT  End Rate Period", "06/30/2017 ZZSD Stop Interest",
                                                "12/31/2017 ZRT  End Rate Period"}));
-    EXPECT_EQ(tl[1].sSortCode.str(), "201702010BT ");
     EXPECT_EQ(tl[1].cTax, M("100"));
     EXPECT_EQ(tl[3].cTax, M("5"));
     EXPECT_EQ(tl[9].cTax, M("-1"));
@@ -416,29 +414,6 @@ TEST(TimeLine, MoreThan32767PointsIsAnOverflow)
               "6 MakeTLPoint: more than 32,767 time line points");
     big.push_back(big.back());
     EXPECT_EQ(FaultOf([&] { rw::CountPoints(c, big); }), "6 CountPoints: more than 32,767 time line points");
-}
-
-// A row of the detailed analysis: 0.075f x 100 in double is 7.4999998..., shown
-// to four decimals as 7.5000; a rate below zero keeps its sign.
-TEST(DetailAnalysis, CellsOfARow)
-{
-    rw::ResultPeriod r;
-    r.sDesc = "Compound Int.";
-    r.dtBegin = D(2016, 4, 5);
-    r.dtEnd = D(2016, 12, 31);
-    r.fRate = 0.075f;
-    r.cTaxPen = M("1234567.891");
-    r.cAccruedInt = M("1234.565");
-    r.nDays = 271;
-    r.dIntFactor = 0.012345678912;
-    r.cInterest = M("15241.58");
-    EXPECT_EQ(rw::DetailRowCells(r), (rw::DetailLine{"04/05/2016", "12/31/2016", "Compound Int.   ", " 7.5000",
-                                                     "  1,234,567.89", "      1,234.57", "271", ".012345679",
-                                                     "     15,241.58"}));
-    r.fRate = -0.005f;
-    r.sDesc = rw::FixedText<16>();
-    EXPECT_EQ(rw::DetailRowCells(r)[3], "-0.5000");
-    EXPECT_EQ(rw::DetailRowCells(r)[2], "");  // a description never set
 }
 
 }  // namespace

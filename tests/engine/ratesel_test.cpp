@@ -98,19 +98,14 @@ TEST(Rates, ADescriptionAlreadySetStays)
 
 TEST(Rates, StateUnderpaymentRateOrTheTablesOverpaymentRate)
 {
-    struct Want {
-        const char* balance;
-        float rate, want;
-        const char* label;
-    };
-    for (const Want& w : {Want{"0.01", 0.09f, 0.09f, "Undrpmt Rate"}, Want{"0", 0.09f, 0.0625f, "Overpmt Rate"},
-                          Want{"-10", 0.09f, 0.0625f, "Overpmt Rate"}, Want{"-10", 0.0001f, 0.0001f, nullptr}}) {
-        SCOPED_TRACE(w.balance);
+    for (const auto& [balance, rate, want, label] :
+         {std::tuple{"0.01", 0.09f, 0.09f, "Undrpmt Rate"}, {"0", 0.09f, 0.0625f, "Overpmt Rate"},
+          {"-10", 0.09f, 0.0625f, "Overpmt Rate"}, {"-10", 0.0001f, 0.0001f, ""}}) {  // "": left unset
         ResultPeriod row;
-        row.fRate = w.rate;
-        row.cTaxPen = M(w.balance);
-        EXPECT_EQ(rw::GetRevisedStateRate(row, Row(D(2017, 1, 1), D(2017, 12, 31), w.rate, 0.0625f)), w.want);
-        EXPECT_TRUE(w.label ? row.sDesc.is(w.label) : row.sDesc.isUnset());
+        row.fRate = rate;
+        row.cTaxPen = M(balance);
+        EXPECT_EQ(rw::GetRevisedStateRate(row, Row(D(2017, 1, 1), D(2017, 12, 31), rate, 0.0625f)), want) << balance;
+        EXPECT_TRUE(*label ? row.sDesc.is(label) : row.sDesc.isUnset()) << balance;
     }
     // a refund rate never published: owed is computed, overpaid (zero too) is a fault
     const rw::RateRow noRefund = Row(D(2010, 1, 1), D(2010, 12, 31), 0.09f, std::numeric_limits<float>::quiet_NaN());
@@ -137,33 +132,6 @@ TEST(Rates, StandardRateIsFromTheFirstRowEndingOnOrAfterTheDate)
               "9 GetStdPeriodRate: the date 01/01/2018 lies beyond the rate table, which ends 12/31/2017");
 }
 
-TEST(Rates, RevisedRateTakesTheMethodOfTheRowCoveringTheEnd)
-{
-    rw::Case c = FederalCase(D(2017, 1, 1), D(2017, 12, 31), "0");
-    ResultPeriod row;
-    row.dtBegin = D(2017, 7, 1);
-    row.dtEnd = D(2017, 7, 31);
-    row.fRate = 0.05f;
-    row.cTaxPen = M("100");
-    bool compounds = true;
-    EXPECT_EQ(rw::GetRevisedRate(c.init, row, kTwoRows, {}, compounds), 0.05f);
-    EXPECT_FALSE(compounds);
-    EXPECT_TRUE(row.sDesc.isBlank());  // a federal underpayment: blank, for the factor step to name
-    EXPECT_FALSE(rw::GetIntFactor(c.init, row, kTwoRows, {}));
-    EXPECT_TRUE(row.sDesc.is("Simple Int."));
-
-    c.init.sTaxAuth = "CAP ";  // a state case overpaid in the first half: the table's overpayment rate
-    ResultPeriod st;
-    st.dtBegin = D(2017, 6, 1);
-    st.dtEnd = D(2017, 6, 30);
-    st.fRate = 0.04f;
-    st.cTaxPen = M("-100");
-    EXPECT_EQ(rw::GetRevisedRate(c.init, st, kTwoRows, {}, compounds), 0.03f);
-    EXPECT_TRUE(compounds);
-    EXPECT_TRUE(st.sDesc.is("Overpmt Rate"));
-
-}
-
 // A federal overpayment through the whole computation: -10,000.00 in 1990 at
 // 10 % less the 1 % differential = 9 %, 89 days:
 // (1 + 0.09/365)^89 - 1 = 0.0221850084; x -10,000 = -221.8501 -> -221.85.
@@ -180,9 +148,10 @@ TEST(Rates, OverpaymentThroughTheComputation)
     EXPECT_EQ(total, M("-221.85"));
 }
 
-// ---- The cursors answer as the plain searches do ---------------------------------
-
-TEST(Rates, RowFinderAgreesWithThePlainSearch)
+// The cursors of the rate selection answer as the plain searches do, for
+// dates mostly ascending, now and then earlier, on tables and time lines in
+// order or not.
+TEST(Rates, CursorsAgreeWithThePlainSearches)
 {
     std::mt19937 rng(12345);
     auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
@@ -193,41 +162,29 @@ TEST(Rates, RowFinderAgreesWithThePlainSearch)
             thru = round % 3 ? thru + pick(0, 40) : D(2000, 1, 1) + pick(0, 400);
             t.push_back(Row(thru, thru, static_cast<float>(i)));
         }
+        rw::TimeLine tl(static_cast<std::size_t>(pick(0, 30)));
+        for (rw::TLPoint& p : tl) {
+            p.dtDate = D(2000, 1, 1) + pick(0, 400);
+            p.cTax = Money::fromCents(pick(-100000, 100000));
+            p.cPen = Money::fromCents(pick(-1000, 1000));
+        }
+        if (round % 2 == 0) {
+            rw::MakeSortCodes(tl);
+            rw::SortPoints(tl);
+        }
         rw::RateRowFinder finder(t);
-        for (int q = 0; q < 30; ++q) {
-            const Date d = D(1999, 12, 1) + pick(0, 500);
+        rw::TaxToDateCursor cursor(tl);
+        Date d = D(1999, 12, 1);
+        for (int q = 0; q < 40; ++q) {
+            d = q % 9 == 8 ? D(1999, 12, 1) + pick(0, 500) : d + pick(0, 12);
             std::ptrdiff_t plain = -1;
             for (std::size_t i = 0; i < t.size() && plain < 0; ++i)
                 if (t[i].dtThru >= d)
                     plain = static_cast<std::ptrdiff_t>(i);
             ASSERT_EQ(finder.find(d), plain);
-        }
-    }
-}
-
-TEST(Rates, TaxToDateCursorAgreesWithThePlainSum)
-{
-    std::mt19937 rng(54321);
-    auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
-    for (int round = 0; round < 200; ++round) {
-        rw::TimeLine tl(static_cast<std::size_t>(pick(0, 30)));
-        for (rw::TLPoint& p : tl) {
-            p.dtDate = D(2017, 1, 1) + pick(0, 60);
-            p.cTax = Money::fromCents(pick(-100000, 100000));
-            p.cPen = Money::fromCents(pick(-1000, 1000));
-        }
-        if (round % 2 == 0) {  // sorted as a computation has it; unsorted otherwise
-            rw::MakeSortCodes(tl);
-            rw::SortPoints(tl);
-        }
-        rw::TaxToDateCursor cursor(tl);
-        Date d = D(2016, 12, 20);
-        for (int q = 0; q < 40; ++q) {
-            d = q % 9 == 8 ? D(2016, 12, 20) + pick(0, 80) : d + pick(0, 3);
             rw::TLPoint plainTotals, cursorTotals;
             cursorTotals.cInt = M("1");
-            const Money plain = rw::GetTaxToDate(tl, plainTotals, d);
-            ASSERT_EQ(cursor.taxToDate(d, cursorTotals), plain);
+            ASSERT_EQ(cursor.taxToDate(d, cursorTotals), rw::GetTaxToDate(tl, plainTotals, d));
             ASSERT_EQ(cursorTotals, plainTotals);
         }
     }

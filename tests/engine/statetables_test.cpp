@@ -1,11 +1,10 @@
-// Cases computed on the tables the release build makes, read from the tests'
+// A state case on the table the release build makes, read from the tests'
 // release of the rates (built from the frozen sources of late 2026).
 #include "support/casebuilder.h"
 #include "support/recordingmessages.h"
 #include "support/releases.h"
 
 #include "casedata/initialinputs.h"
-#include "engine/ratesel.h"
 #include "penalties/compute.h"
 
 #include <gtest/gtest.h>
@@ -13,21 +12,6 @@
 using namespace rwtest;
 
 namespace {
-
-// 10,000.00 from 12/31/2016 through 12/31/2017 on the built federal table: the
-// IRS rate of every quarter of 2017 is 4 %, 365 days compounded daily:
-// (1 + 0.04/365)^365 - 1 = 0.0408084922; 408.0849 -> 408.08.
-TEST(BuiltTables, FederalYearAtTheFourPerCentOf2017)
-{
-    const rw::RateTableReadResult r = rw::ReadRateTableFile(FixtureReleaseFolder() / "fed.tbl");
-    ASSERT_EQ(r.status, rw::RateTableReadResult::Status::Ok);
-    for (int month : {1, 4, 7, 10})
-        EXPECT_EQ(rw::GetStdPeriodRate(r.rows, D(2017, month, 15)), 0.04f);
-    std::vector<rw::ResultPeriod> rows;
-    rw::TimeLine tl;
-    EXPECT_EQ(rw::GetInterest(FederalCase(D(2016, 12, 31), D(2017, 12, 31), "10000"), r.rows, nullptr, rows, tl),
-              M("408.08"));
-}
 
 // Pennsylvania, chosen in Initial Inputs: simple interest, 4 % for 2010 and
 // 3 % for 2011 (PA.csv), one row each, from 1/2/2010:

@@ -23,9 +23,8 @@ using Texts = std::vector<std::string>;
 namespace {
 
 // A list dialog over a case from 4/15/2016 to 12/31/2016 owing 600.00, its
-// entry dialog's showings scripted: a showing records the form it received in
-// `seen` and runs the next of `steps` (OK: true, Cancel: false). enter()
-// scripts the next entry: its date and its amount, all of it to tax.
+// entry dialog scripted: each showing records the form it got in `seen` and
+// runs the next of `steps` (OK: true). enter() scripts an entry wholly to tax.
 template <typename Form>
 struct Scripted {
     rw::Case kase = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "600.00");
@@ -118,15 +117,12 @@ TYPED_TEST(Lists, AddEditAndDeleteKeepTheListAndItsCountTogether)
     using Entry = typename std::remove_reference_t<decltype(l.list)>::value_type;
     l.enter("5/1/2016", "100.00");
     l.enter("6/1/2016", "200.00");
+    l.enter("7/1/2016", "5.00", false);  // a cancelled edit, or none selected, changes nothing
     l.dlg.add(l.form);
     l.dlg.add(l.form);
     EXPECT_EQ(l.count, 2);
-    EXPECT_TRUE(l.form.lines.at(1).starts_with("06/01/2016"));
     EXPECT_TRUE(l.form.editEnabled && l.form.deleteEnabled);
-    EXPECT_TRUE(l.msgs.shown.empty());
-
     const rw::Case before = l.kase;
-    l.enter("7/1/2016", "5.00", false);  // a cancelled edit, or none selected, changes nothing
     l.dlg.edit(l.form, 1);
     l.dlg.edit(l.form, -1);
     l.dlg.remove(l.form, -1);
@@ -137,6 +133,8 @@ TYPED_TEST(Lists, AddEditAndDeleteKeepTheListAndItsCountTogether)
     Texts said(std::is_same_v<TypeParam, DepositList> ? 0 : 2, rw::kNoSelectionWarning);  // deposits say nothing
     said.push_back(q + "5/1/2016?");
     EXPECT_EQ(l.msgs.texts(), said);
+    EXPECT_EQ(l.msgs.shown.back().title, "WARNING!");
+
     l.msgs.clear();
     l.msgs.answerNext(true);
     l.dlg.remove(l.form, 0);
@@ -149,10 +147,9 @@ TYPED_TEST(Lists, AddEditAndDeleteKeepTheListAndItsCountTogether)
     EXPECT_TRUE(l.form.lines.empty());
     EXPECT_FALSE(l.form.editEnabled || l.form.deleteEnabled);
     EXPECT_EQ(l.msgs.texts(), (Texts{q + "5/1/2016?", q + "6/1/2016?"}));
-    EXPECT_EQ(l.msgs.shown[0].title, "WARNING!");
 }
 
-TYPED_TEST(Lists, CancelOrAZeroAmountAddsNothing)
+TYPED_TEST(Lists, CancelOrAZeroAmountAddsNothingAndADisagreeingCountIsMended)
 {
     TypeParam l;
     l.enter("5/1/2016", "0");
@@ -160,13 +157,8 @@ TYPED_TEST(Lists, CancelOrAZeroAmountAddsNothing)
     l.dlg.add(l.form);
     l.dlg.add(l.form);
     EXPECT_EQ(l.msgs.texts(), Texts(2, TypeParam::notAdded));
-    EXPECT_EQ(l.count, 0);
     EXPECT_EQ(l.list.size(), 1u);
-}
-
-TYPED_TEST(Lists, ACountThatDisagreesWithTheListIsReportedAndMended)
-{
-    TypeParam l;
+    l.msgs.clear();
     for (const char* date : {"5/1/2016", "5/2/2016", "6/1/2016"})
         l.enter(date, "100.00");
     l.dlg.add(l.form);
@@ -179,12 +171,19 @@ TYPED_TEST(Lists, ACountThatDisagreesWithTheListIsReportedAndMended)
     EXPECT_EQ(l.list.size(), 3u);
 }
 
-// ---- Charges and deposits of their own ----------------------------------------------
-
 struct Charges : ::testing::Test, ChargeList {};
 struct Deposits : ::testing::Test, DepositList {};
+struct Payments : ::testing::Test, PaymentList {};
 
-TEST_F(Charges, ListedByDateOfLiabilityAnEditEditsTheSelectedLine)
+std::string Parts(const rw::PaymentRec& p)
+{
+    return rw::FormatMoney(p.cToTax) + " / " + rw::FormatMoney(p.cToPen) + " / " + rw::FormatMoney(p.cToInt);
+}
+
+// Charges are listed by date of liability, those of one day as entered; one
+// without a date for its interest takes its liability's, but keeps the one it
+// has when the field is emptied.
+TEST_F(Charges, ListedByDateOfLiabilityInterestFromTheLiability)
 {
     for (const auto& [desc, liability] : {std::pair{"May", "5/1/2016"}, {"March", "3/1/2016"}, {"April", "4/1/2016"},
                                           {"April too", "4/1/2016"}}) {
@@ -193,46 +192,35 @@ TEST_F(Charges, ListedByDateOfLiabilityAnEditEditsTheSelectedLine)
     }
     EXPECT_EQ(form.lines, (Texts{"03/01/2016 March           ", "04/01/2016 April           ",
                                  "04/01/2016 April too       ", "05/01/2016 May             "}));
-    ASSERT_EQ(msgs.shown.size(), 3u);  // March and April lie before the start
-    EXPECT_TRUE(msgs.shown[0].text.starts_with("Addition to Tax liability date is on or before the start date"));
-    steps.push_back([](rw::ChargeForm& f) {
-        f.liabilityDate = "7/1/2016";
-        return true;
-    });
-    dlg.edit(form, 0);
-    EXPECT_EQ(seen.back().description, "March");
-    EXPECT_EQ(seen.back().unallocatedLabel, "Unallocated: 0.00");
-    EXPECT_EQ(form.lines.back(), "07/01/2016 March           ");
-}
-
-TEST_F(Charges, PartsAndTheDateInterestRunsFrom)
-{
+    EXPECT_TRUE(msgs.texts().at(0).starts_with("Addition to Tax liability date is on or before the start date"));
+    msgs.clear();
     steps.push_back([](rw::ChargeForm& f) {
         f = {"Split", "5/1/2016", "", "100.00", "60.00", "30.00", ""};
         return true;
     });
-    dlg.add(form);
-    EXPECT_EQ(msgs.texts(), (Texts{"No date was given for interest to run on the charge; the date of liability, "
-                                   "5/1/2016, is used.",
-                                   "The additional charge of 100.00 has not been completely allocated between tax, "
+    dlg.edit(form, 0);  // the charge on the first line, March's
+    EXPECT_EQ(seen.back().description, "March");
+    EXPECT_EQ(form.lines.at(2), "05/01/2016 Split           ");  // before May, as it was
+    EXPECT_EQ(msgs.texts(), (Texts{"The additional charge of 100.00 has not been completely allocated between tax, "
                                    "and penalty which total 90.00."}));
-    EXPECT_EQ(list.at(0).cToPen, M("30.00"));
-    EXPECT_EQ(list[0].dtIntStart, D(2016, 5, 1));
+    EXPECT_EQ(list[2].dtIntStart, D(2016, 3, 1));  // the date it had
 
-    msgs.clear();  // a charge that has its interest date keeps it when the field is emptied
-    list[0].dtIntStart = D(2016, 7, 1);
-    list[0].cToTax = M("70.00");
-    steps.push_back([](rw::ChargeForm& f) {
-        f.interestDate.clear();
+    ChargeList fresh;
+    fresh.enter("6/1/2016", "100.00");
+    fresh.steps.back() = [](rw::ChargeForm& f) {
+        f = {"Late", "6/1/2016", "", "100.00", "100.00", "", ""};
         return true;
-    });
-    dlg.edit(form, 0);
-    EXPECT_EQ(seen.back().interestDate, "7/1/2016");
-    EXPECT_EQ(list[0].dtIntStart, D(2016, 7, 1));
-    EXPECT_TRUE(msgs.shown.empty());
+    };
+    fresh.dlg.add(fresh.form);
+    EXPECT_EQ(fresh.msgs.texts(), (Texts{"No date was given for interest to run on the charge; the date of liability, "
+                                         "6/1/2016, is used."}));
+    EXPECT_EQ(fresh.list.at(0).dtIntStart, D(2016, 6, 1));
 }
 
-TEST_F(Deposits, ListedByDueDateEqualDatesInTheOrderEntered)
+// Deposits are listed by due date, those of one day as entered. A severe
+// deposit without a notice date asks for one: No stores it as not severe; Yes
+// shows the dialog again, and it is severe only with a date.
+TEST_F(Deposits, ListedByDueDateSevereOnlyWithANoticeDate)
 {
     for (const auto& [due, amount] : {std::pair{"5/16/2016", "2,000.00"}, {"4/30/2016", "1,000.00"}, {"5/16/2016", "500.00"}})
         enter(due, amount);
@@ -241,215 +229,49 @@ TEST_F(Deposits, ListedByDueDateEqualDatesInTheOrderEntered)
     EXPECT_EQ(form.lines, (Texts{"04/30/2016", "05/16/2016", "05/16/2016"}));
     EXPECT_EQ(list[2].cRequired, M("500.00"));
     EXPECT_TRUE(rw::IsYes(kase.init.bAnyPenalties));
-    EXPECT_TRUE(seen[0].required.empty() && seen[0].dueDate.empty() && !seen[0].severe);  // opens empty, with No
-    steps.push_back([](rw::DepositForm& f) {
-        f.dueDate = "6/15/2016";
-        return true;
-    });
-    dlg.edit(form, 0);
-    EXPECT_EQ(seen.back().required, "1000");  // the amount as plain text
-    EXPECT_EQ(form.lines, (Texts{"05/16/2016", "05/16/2016", "06/15/2016"}));
-}
 
-TEST_F(Deposits, SevereWithoutANoticeDateAsksForOne)
-{
-    msgs.answerNext(false);  // No: stored as not severe
-    enter("4/30/2016", "1,000.00", true, true);
+    msgs.answerNext(false);
+    enter("6/30/2016", "1,000.00", true, true);
     dlg.add(form);
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_TRUE(msgs.shown[0].question && msgs.shown[0].title == "WARNING");
+    EXPECT_FALSE(rw::IsYes(list.back().bSevere));
+    EXPECT_TRUE(msgs.shown.at(0).question && msgs.shown[0].title == "WARNING");
     EXPECT_EQ(msgs.shown[0].text, "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the date "
                                   "of the first delinquency notice or the date of the jeopardy assessment.  Do you "
                                   "want to enter one of those dates now?");
-    EXPECT_FALSE(rw::IsYes(list[0].bSevere));
-    for (const char* notice : {"6/1/2016", ""}) {  // Yes: shown again, keeping what was entered
+    for (const char* notice : {"6/1/2016", ""}) {
         seen.clear();
         msgs.answerNext(true);
-        enter("4/30/2016", "1,000.00", true, true);
+        enter("7/1/2016", "1,000.00", true, true);
         steps.push_back([=](rw::DepositForm& f) {
             f.delinquencyDate = notice;
             return true;
         });
         dlg.add(form);
-        EXPECT_EQ(seen.at(1).dueDate, "4/30/2016");
+        EXPECT_EQ(seen.at(1).dueDate, "7/1/2016");
         EXPECT_EQ(rw::IsYes(list.back().bSevere), *notice != '\0') << notice;
     }
-    EXPECT_EQ(list[1].dtDelinqNotice, D(2016, 6, 1));
-
-    msgs.clear();  // a jeopardy date that is not a date: day 0, after the warning
-    steps.push_back([](rw::DepositForm& f) {
-        f.dueDate = "4/30/2016";
-        f.required = "1,000.00";
-        f.assessDate = "9/1/2016";
-        f.severe = true;
-        f.jeopardyDate = "6/31/2016";
-        return true;
-    });
-    dlg.add(form);
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_TRUE(msgs.shown[0].text.starts_with("The Jepardy Assessement date entered as 6/31/2016"));
-    EXPECT_TRUE(rw::IsYes(list.back().bSevere));
-    EXPECT_EQ(list.back().dtJeopardy, Date());
-}
-
-// ---- A money field that is not a number: answered, nothing stored, the dialog stays open
-
-TEST(MoneyFields, NotANumberStoresNothing)
-{
-    const rw::RateTable rates = SimpleTable(0.05f);
-    const auto payment = [&](rw::Case& c, rw::Messages& m) {
-        rw::PaymentForm f;
-        f.toTax = "1OO";
-        return rw::PaymentDialog(c, rates, Minimums2018(), m).okAllowed(f);
-    };
-    const auto charge = [](rw::Case& c, rw::Messages& m) {
-        rw::ChargeForm f;
-        f.toPenalties = "3O";
-        return rw::ChargeDialog(c, m).okAllowed(f);
-    };
-    const auto deposit = [](rw::Case& c, rw::Messages& m) {
-        rw::DepositForm f;
-        f.required = "1,OOO";
-        return rw::DepositDialog(c, m).okAllowed(f);
-    };
-    const auto failureToPay = [](rw::Case& c, rw::Messages& m) {
-        rw::FtoPayDialog dlg(c, m);
-        rw::FtoPayForm f = dlg.open();
-        f.calculate = true;
-        f.amountOnReturn = "9,000.0O";
-        const rw::Accepted a = dlg.accept(f);
-        return a.stored || a.mark != rw::MenuMark::Keep;
-    };
-    const auto accuracyRelated = [](const char* underpayment, const char* rate) {
-        return [=](rw::Case& c, rw::Messages& m) {
-            rw::AccRelDialog dlg(c, m);
-            rw::AccRelForm f = dlg.open();
-            f.calculate = true;
-            f.underpayment = underpayment;
-            f.rateChoice = rw::AccRelRateChoice::Other;
-            f.rate = rate;
-            return dlg.accept(f).stored;
-        };
-    };
-    const std::string amount = " is not an amount.  Please enter a number such as 1,234.56.";
-    const std::pair<std::function<bool(rw::Case&, rw::Messages&)>, std::string> rows[] = {
-        {payment, "The Allocate To Tax entered as 1OO" + amount},
-        {charge, "The Applied As Penalties entered as 3O" + amount},
-        {deposit, "The Required Deposit entered as 1,OOO" + amount},
-        {failureToPay, "The Amount Shown on Return entered as 9,000.0O" + amount},
-        {accuracyRelated("1O", ".2"), "The Accuracy Related Underpayment entered as 1O" + amount},
-        {accuracyRelated("10,000.00", "20%"), "The Accuracy Related Penalty Rate entered as 20% is not a number.  "
-                                              "Please enter the rate as a fraction (20% is .2)."},
-    };
-    for (const auto& [ok, said] : rows) {
-        rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");
-        const rw::Case before = c;
-        RecordingMessages msgs;
-        EXPECT_FALSE(ok(c, msgs)) << said;
-        EXPECT_EQ(c, before);
-        EXPECT_EQ(msgs.texts(), Texts{said});
-    }
-}
-
-// ---- Payments of their own ------------------------------------------------------------
-
-// 600.00 of tax from 4/15/2016 and a 100.00 penalty charged on 4/15; simple
-// interest at 5 %. On 6/27/2016 (73 days) the interest is
-// 700.00 x 0.05 x 73 / 365 = 7.00.
-struct Payments : ::testing::Test, PaymentList {
-    const rw::PaymentDialog& pd = dlg.paymentDialog();
-    Payments() { AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"}); }
-
-    void irs(const char* date, const char* amount)  // as the dialog allocates it
-    {
-        steps.push_back([=, this](PaymentForm& f) {
-            f.date = date;
-            f.amount = amount;
-            pd.irsMethodClicked(f);
-            return true;
-        });
-    }
-    std::string owed(const char* date) const
-    {
-        const rw::OwedOnDate o = pd.owedOn(date);
-        return rw::FormatMoney(o.tax) + " / " + rw::FormatMoney(o.penalties) + " / " + rw::FormatMoney(o.interest);
-    }
-    std::string parts(std::size_t i) const
-    {
-        return rw::FormatMoney(list[i].cToTax) + " / " + rw::FormatMoney(list[i].cToPen) + " / "
-               + rw::FormatMoney(list[i].cToInt);
-    }
-};
-
-TEST_F(Payments, TheIrsMethodFillsTheAllocationOnTheDialog)
-{
-    EXPECT_EQ(owed("6/27/2016"), "600.00 / 100.00 / 7.00");
-    irs("6/27/2016", "1,000.00");
-    dlg.add(form);
-    EXPECT_TRUE(seen[0].irsMethod && !seen[0].allocationEnabled);  // opening empty, with the IRS method
-    EXPECT_TRUE(seen[0].amount.empty() && seen[0].date.empty());
-    EXPECT_EQ(parts(0), "893.00 / 100.00 / 7.00");  // the 293.00 left over to tax
-    EXPECT_TRUE(list[0].sMethod.is("I"));
-    EXPECT_TRUE(msgs.shown.empty());
 }
 
 // 500.00 x 7.00 / 707.00 = 4.950495... -> 4.9505, shown 4.95; one cent over is allowed.
-TEST_F(Payments, TheUsersOwnAllocationShowsTheCeilingAndWarnsAboveIt)
+TEST_F(Payments, TheUsersOwnInterestPartIsWarnedAboutAboveItsCeiling)
 {
+    AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"});  // owed on 6/27: 600.00, 100.00, 7.00 (below)
     PaymentForm f;
     f.date = "6/27/2016";
     f.amount = "500.00";
     f.irsMethod = false;
-    pd.irsMethodClicked(f);
+    dlg.paymentDialog().irsMethodClicked(f);
     EXPECT_TRUE(f.allocationEnabled);
     EXPECT_EQ(f.maxInterestLabel, "Max. Interest: 4.95");
     for (const char* interest : {"4.96", "4.97"}) {
         f.toInterest = interest;
-        pd.interestChanged(f);
+        dlg.paymentDialog().interestChanged(f);
     }
     EXPECT_EQ(msgs.texts(), (Texts{"The allocation of the payment to interest may be too high since it exceeds $4.95!"}));
     EXPECT_EQ(f.unallocatedLabel, "Unallocated: 495.03");  // the warning only advises
     f.irsMethod = true;  // the ceiling goes with the IRS method
-    pd.irsMethodClicked(f);
+    dlg.paymentDialog().irsMethodClicked(f);
     EXPECT_TRUE(f.maxInterestLabel.empty());
-}
-
-TEST_F(Payments, NothingOwedGivesNoCeilingAndTheIrsMethodPutsAllOnTax)
-{
-    PaymentForm f;
-    for (const char* typed : {"1", "12", "120", "1200"}) {  // typed before a date: allocated quietly
-        f.amount = typed;
-        pd.amountChanged(f);
-    }
-    EXPECT_EQ(f.toTax, "1,200.00");
-    kase.init.tlStart.cTax = Money();
-    kase.init.nCharges = 0;
-    kase.charges.assign(1, rw::ChargeRec{});
-    f.date = "6/27/2016";
-    f.amount = "500.00";
-    f.irsMethod = false;
-    pd.refreshPmtAlloc(f);
-    EXPECT_TRUE(f.maxInterestLabel.empty());
-    f.irsMethod = true;
-    pd.irsMethodClicked(f);
-    EXPECT_EQ(f.toTax, "500.00");
-    EXPECT_EQ(f.toInterest, "0.00");
-    EXPECT_TRUE(msgs.shown.empty());
-}
-
-// The case changes between two payments (the initial balance becomes 900.00):
-// the second, on the same date, is allocated against what is owed now, the
-// first counting as nothing on its own day: 900.00 tax, 100.00 penalties,
-// 1,000.00 x 0.05 x 73 / 365 = 10.00 interest.
-TEST_F(Payments, EachShowingSeesTheCaseAsItNowStands)
-{
-    irs("6/27/2016", "700.00");
-    dlg.add(form);
-    EXPECT_EQ(parts(0), "600.00 / 100.00 / 0.00");
-    kase.init.tlStart.cTax = M("900.00");
-    irs("6/27/2016", "1,010.00");
-    dlg.add(form);
-    EXPECT_EQ(parts(1), "900.00 / 100.00 / 10.00");
 }
 
 TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
@@ -466,64 +288,76 @@ TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
                            "which total 499.99.",
                            "Payment not added!", said.at(2), "Payment not added!"}));
     EXPECT_TRUE(said[2].starts_with("The Payment date entered as 6/31/2016"));
-
     msgs.clear();
-    for (const char* date : {"5/1/2016", "5/1/2016", "4/20/2016"}) {
-        enter(date, "100.00");
+    for (const bool payroll : {false, true}) {  // stored either way; a payroll case is not warned
+        kase.init.bPayroll = rw::ToFlag(payroll);
+        enter("5/1/2016", "100.00");
+        enter("4/20/2016", "100.00");
+        dlg.add(form);
         dlg.add(form);
     }
+    EXPECT_EQ(count, 4);
     EXPECT_EQ(msgs.texts(), (Texts{"Payments have to be entered in chronological order for this program to be "
                                    "accurate.  This payment is not in chronological order! This payment date: "
                                    "4/20/2016. Previous payment date entered: 5/1/2016."}));
-    EXPECT_TRUE(form.lines.back().starts_with("04/20/2016"));  // stored, and an edit keeps its place
-    steps.push_back([](PaymentForm& f) {
-        f.date = "7/1/2016";
-        return true;
-    });
-    dlg.edit(form, 0);
-    EXPECT_EQ(list[0].dtPmt, D(2016, 7, 1));
+}
 
-    msgs.clear();  // a payroll case takes them in any order
-    kase.init.bPayroll = kase.init.bAutoArrange = rw::kYes;
-    form = dlg.open();
-    EXPECT_TRUE(form.payrollControlsVisible && form.autoArrange);
-    enter("4/20/2016", "100.00");
-    dlg.add(form);
+// With a 100.00 penalty charged on 4/15, owed on 6/27/2016 (73 days): 600.00
+// tax, 100.00 penalties, 700.00 x 0.05 x 73 / 365 = 7.00 interest. The IRS
+// method allocates a payment against it: of 1,000.00, the 293.00 left over to
+// tax. Each showing sees the case as it now stands: with the balance made
+// 900.00, a second payment that day finds 900.00, 100.00 and
+// 1,000.00 x 0.05 x 73 / 365 = 10.00 (the first counting as nothing on its day).
+TEST_F(Payments, TheIrsMethodAllocatesOnTheCaseAsItNowStands)
+{
+    AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"});
+    for (const auto& [balance, amount] : {std::pair{"600.00", "1,000.00"}, {"900.00", "1,010.00"}}) {
+        kase.init.tlStart.cTax = M(balance);
+        steps.push_back([this, amount](PaymentForm& f) {
+            f.date = "6/27/2016";
+            f.amount = amount;
+            dlg.paymentDialog().irsMethodClicked(f);
+            return true;
+        });
+        dlg.add(form);
+    }
+    EXPECT_TRUE(seen[0].irsMethod && seen[0].amount.empty());  // it opens empty, with the IRS method
+    EXPECT_EQ(Parts(list[0]), "893.00 / 100.00 / 7.00");
+    EXPECT_EQ(Parts(list[1]), "900.00 / 100.00 / 10.00");
+    EXPECT_TRUE(list[0].sMethod.is("I"));
     EXPECT_TRUE(msgs.shown.empty());
 }
 
-// An IRS-method payment of 650.00 on 5/1/2016, typed before the 100.00
-// penalty was entered (648.68 tax, 1.32 interest), counts in what is owed on
-// a later day as a computation allocates it: 600.00 tax and 50.00 of the
-// penalty. Owed on 6/27/2016 then: no tax, 50.00 penalties, and interest of
-//   4/16-5/1, 16 days on 700.00: 700 x 0.05 x 16 / 365 = 1.5342 -> 1.53
-//   5/2-6/27, 57 days on 50.00: 0.3904 -> 0.39; together 1.92
-// (Taken as typed it would leave -48.68 tax and 100.00 penalties.)
-TEST_F(Payments, OwedOnADayTakesTheIrsMethodPaymentsBeforeItAsTheCaseNowStands)
+// An IRS-method payment on 5/1/2016 typed before the 100.00 penalty was
+// entered (its tax part all but 1.32 of interest) counts, in what is owed on
+// a later day, as a computation allocates it: 600.00 tax and of 650.00 the
+// 50.00 left to the penalty. Owed on 6/27/2016 then: no tax, 50.00 penalties
+// and interest of 700 x 0.05 x 16 / 365 = 1.5342 -> 1.53 for 4/16-5/1 and
+// 50 x 0.05 x 57 / 365 = 0.3904 -> 0.39 for 5/2-6/27: 1.92. Of 800.00 the
+// payment opens allocated on 5/1: 600.00 tax, 100.00, 1.53 and 98.47 left to
+// tax; moved to 6/27 its old copy is no payment before itself: 600.00 +
+// 100.00 + 7.00 owed and 93.00 left to tax.
+TEST_F(Payments, OwedOnADayAndAnEditTakeIrsMethodPaymentsAsTheCaseNowStands)
 {
+    AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"});
     AddPayment(kase, D(2016, 5, 1), {.tax = "648.68", .interest = "1.32", .method = "I"});
-    EXPECT_EQ(owed("6/27/2016"), "0.00 / 50.00 / 1.92");
-    EXPECT_EQ(parts(0), "648.68 / 0.00 / 1.32");  // the case keeps what was typed
-}
+    const rw::OwedOnDate owed = dlg.paymentDialog().owedOn("6/27/2016");
+    EXPECT_EQ(owed.tax, Money());
+    EXPECT_EQ(owed.penalties, M("50.00"));
+    EXPECT_EQ(owed.interest, M("1.92"));
 
-// An IRS-method payment of 800.00 on 5/1/2016 typed before the penalty was
-// entered (798.68 tax, 1.32 interest) opens allocated on 5/1 as the case now
-// stands: 600.00 tax, 100.00 penalties, 700 x 0.05 x 16 / 365 = 1.53 interest
-// and the 98.47 left to tax. Moved to 6/27/2016, its old copy on 5/1 is no
-// payment before itself: 600.00 + 100.00 + 7.00 owed and 93.00 left to tax.
-TEST_F(Payments, EditingAnIrsMethodPaymentAllocatesItOnTheCaseAsItStands)
-{
-    AddPayment(kase, D(2016, 5, 1), {.tax = "798.68", .interest = "1.32", .method = "I"});
+    list[0].cToTax = M("798.68");
+    list[0].cAmount = M("800.00");
     form = dlg.open();
     steps.push_back([this](PaymentForm& f) {
         f.date = "6/27/2016";
-        pd.dateChanged(f);
+        dlg.paymentDialog().dateChanged(f);
         return true;
     });
     dlg.edit(form, 0);
     EXPECT_EQ(seen.at(0).toTax + " / " + seen[0].toPenalties + " / " + seen[0].toInterest, "698.47 / 100.00 / 1.53");
     EXPECT_EQ(list[0].dtPmt, D(2016, 6, 27));
-    EXPECT_EQ(parts(0), "693.00 / 100.00 / 7.00");
+    EXPECT_EQ(Parts(list[0]), "693.00 / 100.00 / 7.00");
     EXPECT_TRUE(msgs.shown.empty());
 }
 
@@ -551,6 +385,65 @@ TEST_F(Payments, ClosingWithAutoArrangeReordersAndClearsTheFlag)
         std::swap(list[0], list[1]);
     }
     EXPECT_TRUE(msgs.texts().at(0).starts_with("The employer saved $15 by"));
+}
+
+// ---- A money field that is not a number: answered, nothing stored, the dialog stays open
+
+TEST(MoneyFields, NotANumberStoresNothing)
+{
+    const rw::RateTable rates = SimpleTable(0.05f);
+    const auto accuracyRelated = [](const char* underpayment, const char* rate) {
+        return [=](rw::Case& c, rw::Messages& m) {
+            rw::AccRelDialog dlg(c, m);
+            rw::AccRelForm f = dlg.open();
+            f.calculate = true;
+            f.underpayment = underpayment;
+            f.rateChoice = rw::AccRelRateChoice::Other;
+            f.rate = rate;
+            return dlg.accept(f).stored;
+        };
+    };
+    const std::string amount = " is not an amount.  Please enter a number such as 1,234.56.";
+    const std::pair<std::function<bool(rw::Case&, rw::Messages&)>, std::string> rows[] = {
+        {[&](rw::Case& c, rw::Messages& m) {
+             PaymentForm f;
+             f.toTax = "1OO";
+             return rw::PaymentDialog(c, rates, Minimums2018(), m).okAllowed(f);
+         },
+         "The Allocate To Tax entered as 1OO" + amount},
+        {[](rw::Case& c, rw::Messages& m) {
+             rw::ChargeForm f;
+             f.toPenalties = "3O";
+             return rw::ChargeDialog(c, m).okAllowed(f);
+         },
+         "The Applied As Penalties entered as 3O" + amount},
+        {[](rw::Case& c, rw::Messages& m) {
+             rw::DepositForm f;
+             f.required = "1,OOO";
+             return rw::DepositDialog(c, m).okAllowed(f);
+         },
+         "The Required Deposit entered as 1,OOO" + amount},
+        {[](rw::Case& c, rw::Messages& m) {
+             rw::FtoPayDialog dlg(c, m);
+             rw::FtoPayForm f = dlg.open();
+             f.calculate = true;
+             f.amountOnReturn = "9,000.0O";
+             const rw::Accepted a = dlg.accept(f);
+             return a.stored || a.mark != rw::MenuMark::Keep;
+         },
+         "The Amount Shown on Return entered as 9,000.0O" + amount},
+        {accuracyRelated("1O", ".2"), "The Accuracy Related Underpayment entered as 1O" + amount},
+        {accuracyRelated("10,000.00", "20%"), "The Accuracy Related Penalty Rate entered as 20% is not a number.  "
+                                              "Please enter the rate as a fraction (20% is .2)."},
+    };
+    for (const auto& [ok, said] : rows) {
+        rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");
+        const rw::Case before = c;
+        RecordingMessages msgs;
+        EXPECT_FALSE(ok(c, msgs)) << said;
+        EXPECT_EQ(c, before);
+        EXPECT_EQ(msgs.texts(), Texts{said});
+    }
 }
 
 }  // namespace

@@ -123,13 +123,9 @@ TEST(FailureToFileAndPay, MinimumOfAReturnFiledMoreThan60DaysLate)
     }
 }
 
-TEST(FailureToFileAndPay, MinimumAmountByYearOfTheDueDate)
+TEST(FailureToFileAndPay, MinimumForAYearTheReleaseDoesNotList)
 {
-    // early 2018: 100.00 to 2008, 135.00 for 2009-2015, 205.00 from 2016
-    for (const auto& [year, amount] : {std::pair{1990, "100.00"}, {2008, "100.00"}, {2009, "135.00"},
-                                       {2015, "135.00"}, {2016, "205.00"}, {2025, "205.00"}})
-        EXPECT_EQ(rw::FailToFileMinimum(Minimums2018(), year), M(amount)) << year;
-    // a year the release does not list takes the nearest amount it lists, and says which
+    // the latest amount listed up to the year; one the release does not list takes the nearest, and says which
     const rw::FtfMinimumSchedule listed{{{2020, M("435.00"), "test"}, {2022, M("450.00"), "test"}}};
     const rw::FtfMinimumSchedule none;
     for (const auto& [schedule, year, amount, note] : {
@@ -238,19 +234,6 @@ TEST(FailureToFileAndPay, OnlyMonthRowsThatWereMadeCount)
     EXPECT_EQ(r.months(), Texts{"4/16/2016: 10,000.00, 50.00, 0.00 / 0.00"});
     EXPECT_EQ(r.points("FFP "), Texts{"4/15/2016 205.00"});
     EXPECT_EQ(r.points("FPP "), (Texts{"3/1/2016 0.00", "4/16/2016 50.00"}));
-}
-
-TEST(FailureToFileAndPay, InterestOnTheFailureToFilePenaltyStarts)
-{
-    for (const auto& [extended, assessed, start] :
-         {std::tuple{D(1983, 4, 15), D(1984, 3, 1), D(1984, 3, 1)},     // assessed before 7/19/1984
-          {D(1983, 4, 15), D(1985, 9, 1), D(1984, 7, 19)},              // assessed later: 7/19/1984
-          {D(1984, 7, 19), D(1985, 9, 1), D(1984, 7, 19)},              // extended to 7/19/1984 itself
-          {D(1990, 10, 15), D(1991, 1, 1), D(1990, 10, 15)}}) {         // later: the extended due date
-        rw::Case c = Return2016(true, false);
-        c.init.dtExtended = extended;
-        EXPECT_EQ(rw::GetFailToFileIntStart(c, assessed), start) << extended << " " << assessed;
-    }
 }
 
 // Quarter ending 6/30/2016, return due 7/31/2016: liabilities of 100.00 due
