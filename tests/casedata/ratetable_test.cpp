@@ -15,7 +15,7 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <ranges>
 #include <tuple>
 
 using rw::Date;
@@ -57,55 +57,48 @@ TEST(RateTable, RowsReadFieldForFieldAndWriteBack)
     EXPECT_EQ(rw::EncodeRateTable(r.rows), file);
 }
 
-// Each authority's code and the file it opens.
-const std::pair<std::string, std::string> kCodes[] = {
-    {"US  ", "fed.tbl"},     {"AR  ", "ar1.tbl"},      {"CAP ", "ca_pers.tbl"}, {"CAB ", "ca_bus1.tbl"}, {"CARC", "ca_bus2.tbl"},
-    {"FL  ", "fl1.tbl"},     {"GA  ", "ga1.tbl"},      {"HI  ", "hi1.tbl"},     {"ID  ", "id1.tbl"},     {"ILST", "Il-st.tbl"},
-    {"IL  ", "Il-lt.tbl"},   {"IN  ", "in1.tbl"},      {"KY  ", "ky1.tbl"},     {"LA  ", "la1.tbl"},     {"MD  ", "md1.tbl"},
-    {"MA  ", "Ma1-up.tbl"},  {"MAOP", "Ma1-op.tbl"},   {"MI  ", "mi1.tbl"},     {"MN  ", "mn1.tbl"},     {"MO  ", "mo1.tbl"},
-    {"NYSI", "ny_ind1.tbl"}, {"NYSC", "ny_crp1.tbl"},  {"PA  ", "pa1.tbl"},     {"RI  ", "Ri1.tbl"},     {"SC  ", "sc1.tbl"},
-    {"VAR ", "va_reg.tbl"},  {"VALC", "va_lcorp.tbl"}, {"UT  ", "ut1.tbl"},     {"VT  ", "vt1.tbl"},     {"WV  ", "wv1.tbl"}};
-
-// Every table installed with one row whose rate tells which file was read.
+// Every authority's table installed with one row whose rate tells which file was read.
 class InstalledTables : public testing::Test {
 protected:
     InstalledTables()
     {
-        for (std::size_t i = 0; i < std::size(kCodes); ++i)
-            rwtest::WriteBytes(dir / kCodes[i].second, HandTable({{k1990, kEnd2017, Rate(i), 0.0f, 'C'}}, 1));
+        for (const rw::Authority& a : rw::Authorities())
+            rwtest::WriteBytes(dir / a.file, HandTable({{k1990, kEnd2017, RateOf(a.file), 0.0f, 'C'}}, 1));
     }
-    static float Rate(std::size_t i) { return static_cast<float>(i + 1) / 64.0f; }
+    static float RateOf(std::string_view file)
+    {
+        const auto files = rw::Authorities() | std::views::transform(&rw::Authority::file);
+        return static_cast<float>(std::ranges::find(files, file) - files.begin() + 1) / 64.0f;
+    }
     rwtest::TempDir dir;
     rw::Paths paths = rw::Paths::ForFolders(dir.path(), dir.path());
     rwtest::RecordingMessages msgs;
 };
 
-TEST_F(InstalledTables, EachCodeOpensItsFileAndSomeBringANoticeAtEveryLoad)
+TEST_F(InstalledTables, ACodeOpensItsFileAndSomeBringANoticeAtEveryLoad)
 {
     const std::string il = "After 12/31/03, for the first year, IL interest accrues at the Short-Term rates. After a "
                            "year, interest accrues at the Long-Term rates.";
     const std::string ma = "After 6/30/03, MA interest on underpayments and overpayments is computed differently "
                            "using different rates. ";
-    const std::map<std::string, std::string> notices = {{"ILST", il}, {"IL  ", il}, {"MA  ", ma}, {"MAOP", ma}};
-    // Codes are compared exactly, blanks included; anything else is federal.
-    std::vector<std::pair<std::string, std::size_t>> cases = {{"", 0}, {"CAB", 0}, {"cab ", 0}, {"x:\\ca_bus1.TBL", 0}};
-    for (std::size_t i = 0; i < std::size(kCodes); ++i)
-        cases.emplace_back(kCodes[i].first, i);
-    for (const auto& [code, file] : cases) {
+    for (const auto& [code, file, notice] : std::vector<std::tuple<std::string, std::string, std::string>>{
+             {"US  ", "fed.tbl", ""}, {"CAB ", "ca_bus1.tbl", ""}, {"CARC", "ca_bus2.tbl", ""}, {"ILST", "Il-st.tbl", il},
+             {"IL  ", "Il-lt.tbl", il}, {"MA  ", "Ma1-up.tbl", ma}, {"MAOP", "Ma1-op.tbl", ma}, {"NYSC", "ny_crp1.tbl", ""},
+             {"RI  ", "Ri1.tbl", ""}, {"VALC", "va_lcorp.tbl", ""},
+             // Codes are compared exactly, blanks included; anything else is federal.
+             {"", "fed.tbl", ""}, {"CAB", "fed.tbl", ""}, {"cab ", "fed.tbl", ""}, {"x:\\ca_bus1.TBL", "fed.tbl", ""}}) {
         SCOPED_TRACE(code);
         msgs.clear();
         RateTable rates;
         for (int load = 0; load < 2; ++load)
             ASSERT_TRUE(rw::OpenRates(code, paths, msgs, rates));
         ASSERT_EQ(rates.size(), 1u);
-        EXPECT_EQ(rates[0].fUPRate, Rate(file)) << "expected " << kCodes[file].second;
-        if (!notices.contains(code)) {
-            EXPECT_TRUE(msgs.shown.empty());
-            continue;
+        EXPECT_EQ(rates[0].fUPRate, RateOf(file)) << "expected " << file;
+        ASSERT_EQ(msgs.shown.size(), notice.empty() ? 0u : 2u);
+        if (!notice.empty()) {
+            EXPECT_EQ(msgs.shown[1].title + ": " + msgs.shown[1].text, "NOTICE!: " + notice);
+            EXPECT_EQ(msgs.shown[1].icon, rw::MsgIcon::Information);
         }
-        ASSERT_EQ(msgs.shown.size(), 2u);
-        EXPECT_EQ(msgs.shown[1].title + ": " + msgs.shown[1].text, "NOTICE!: " + notices.at(code));
-        EXPECT_EQ(msgs.shown[1].icon, rw::MsgIcon::Information);
     }
 }
 
@@ -184,50 +177,34 @@ TEST(ReleaseFile, ReadsEveryKeyAndWritesTheSameBack)
     EXPECT_EQ(problem, "/no/such/folder/qrat-release.txt: cannot be read");
 }
 
-struct Refusal {
-    const char* name;
-    std::string text;
-    std::string problem;
-};
-
 std::string Replaced(std::string text, const std::string& from, const std::string& to)
 {
     return text.replace(text.find(from), from.size(), to);
 }
 
-class ReleaseRefusals : public testing::TestWithParam<Refusal> {};
-
-TEST_P(ReleaseRefusals, NameTheFileAndLineAndKeepNothing)
+TEST(ReleaseFile, RefusalsNameTheFileAndLineAndKeepNothing)
 {
-    rw::ReleaseInfo info;
-    info.name = "left over";
-    std::string problem;
-    EXPECT_FALSE(rw::ParseReleaseInfo(GetParam().text, "rel.txt", info, &problem));
-    EXPECT_EQ(problem, GetParam().problem);
-    EXPECT_EQ(info, rw::ReleaseInfo{});
+    for (const auto& [text, said] : std::vector<std::pair<std::string, std::string>>{
+             {Replaced(kGood, "name=Qrat2026Q2\n", ""), "rel.txt: name is not given"},
+             {Replaced(kGood, "=06/30/2026", "=6/30/26"), "rel.txt:4: verified_through is not a date mm/dd/yyyy: 6/30/26"},
+             {Replaced(kGood, "=12/31/2026", "=02/30/2026"), "rel.txt:6: estimated_through is not a date mm/dd/yyyy: 02/30/2026"},
+             {Replaced(kGood, "=12/31/2026", "=03/31/2026"), "rel.txt: estimated_through is before verified_through"},
+             {kGood + "name=again\n", "rel.txt:11: name is given twice"},
+             {kGood + "colour=blue\n", "rel.txt:11: unknown key colour"},
+             {kGood + "just words\n", "rel.txt:11: expected key=value"},
+             {kGood + "ftf_minimum=2023,450.00,x\n", "rel.txt:11: ftf_minimum: the years must increase"},
+             {kGood + "ftf_minimum=2025,0,x\n", "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0"},
+             {kGood + "ftf_minimum=2025,510.00\n", "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
+             {kGood + "ftf_minimum=2025,510.00, \n", "rel.txt:11: ftf_minimum: the row has no source"},
+             {kGood + "ftf_minimum=MMXXV,510.00,x\n", "rel.txt:11: ftf_minimum: not a year: MMXXV"},
+             {kGood.substr(0, kGood.find("ftf_minimum")), "rel.txt: no ftf_minimum is given"}}) {
+        rw::ReleaseInfo info;
+        info.name = "left over";
+        std::string problem;
+        EXPECT_FALSE(rw::ParseReleaseInfo(text, "rel.txt", info, &problem));
+        EXPECT_EQ(problem, said);
+        EXPECT_EQ(info, rw::ReleaseInfo{}) << said;  // nothing half read is kept
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    ReleaseFile, ReleaseRefusals,
-    testing::Values(
-        Refusal{"NoName", Replaced(kGood, "name=Qrat2026Q2\n", ""), "rel.txt: name is not given"},
-        Refusal{"TwoDigitYear", Replaced(kGood, "=06/30/2026", "=6/30/26"),
-                "rel.txt:4: verified_through is not a date mm/dd/yyyy: 6/30/26"},
-        Refusal{"February30", Replaced(kGood, "=12/31/2026", "=02/30/2026"),
-                "rel.txt:6: estimated_through is not a date mm/dd/yyyy: 02/30/2026"},
-        Refusal{"EstimatedBeforeVerified", Replaced(kGood, "=12/31/2026", "=03/31/2026"),
-                "rel.txt: estimated_through is before verified_through"},
-        Refusal{"KeyTwice", kGood + "name=again\n", "rel.txt:11: name is given twice"},
-        Refusal{"UnknownKey", kGood + "colour=blue\n", "rel.txt:11: unknown key colour"},
-        Refusal{"NoEqualsSign", kGood + "just words\n", "rel.txt:11: expected key=value"},
-        Refusal{"YearsNotIncreasing", kGood + "ftf_minimum=2023,450.00,x\n",
-                "rel.txt:11: ftf_minimum: the years must increase"},
-        Refusal{"ZeroAmount", kGood + "ftf_minimum=2025,0,x\n",
-                "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0"},
-        Refusal{"TwoFields", kGood + "ftf_minimum=2025,510.00\n", "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
-        Refusal{"BlankSource", kGood + "ftf_minimum=2025,510.00, \n", "rel.txt:11: ftf_minimum: the row has no source"},
-        Refusal{"NotAYear", kGood + "ftf_minimum=MMXXV,510.00,x\n", "rel.txt:11: ftf_minimum: not a year: MMXXV"},
-        Refusal{"NoMinimums", kGood.substr(0, kGood.find("ftf_minimum")), "rel.txt: no ftf_minimum is given"}),
-    [](const testing::TestParamInfo<Refusal>& p) { return std::string(p.param.name); });
 
 }  // namespace

@@ -1,19 +1,24 @@
-// qratcalc-cli import, export and compute as a shell runs them: the files
-// written, the exit statuses (0 done, 1 a problem, 2 bad input) and a
-// computation the rate table cannot support answered as JSON.
+// qratcalc-cli import, export, compute and release as a shell runs them: the
+// files written, the exit statuses (0 done, 1 a problem, 2 bad input), a
+// computation the rate table cannot support answered as JSON, releases built
+// and shown.
 
 #include "casejson/casejson.h"
 #include "casedata/casefile.h"
 
 #include "../casedata/handcase.h"
 #include "support/clirun.h"
+#include "support/ratesources.h"
 #include "support/shelldoubles.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace {
 
+namespace fs = std::filesystem;
 using rwtest::RunCliCommand;
 
 void WriteText(const std::filesystem::path& p, const std::string& text)
@@ -98,13 +103,73 @@ TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
     const std::string message = j["refused"]["message"];
     EXPECT_NE(message.find("no published interest rate for 1/1/2003 to 6/30/2003"), std::string::npos) << message;
     EXPECT_EQ(r.err, message + "\n");
+}
 
-    // Stopping on the day before the hole computes, and exits 0.
-    WriteText(dir / "fl2002.json", R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2002", "dtExtended": "01/01/2002",
-        "tlStart": {"dtDate": "01/01/2002", "cTax": "10000.00"}, "tlStop": {"dtDate": "12/31/2002"}}})");
-    const auto ok = RunCliCommand({"compute", "--json", (dir / "fl2002.json").string()});
-    EXPECT_EQ(ok.status, 0) << ok.err;
-    EXPECT_FALSE(nlohmann::json::parse(ok.out).contains("refused"));
+// "release": a release built from a copy of the tests' frozen sources with one
+// more quarter (the first of 2027 announced at 7 %, the second estimated at
+// 8 %) into the user's data folder is the one shown; a damaged one is reported
+// and the installed release (Qrat2026Q4, copied into a folder of its own)
+// shown instead. (The shell's tests take a user's release up at the start.)
+class ReleaseCommand : public testing::Test {
+protected:
+    ReleaseCommand()
+    {
+        fs::copy(rwtest::FixtureReleaseFolder(), install.path(), fs::copy_options::recursive);
+        rwtest::CopyRateSourcesWithNextQuarter(sources.path());
+        setenv("XDG_DATA_HOME", dataHome.path().c_str(), 1);
+        userRates = rw::Paths::FromEnvironment().userReleaseDir();
+    }
+    ~ReleaseCommand() override { setenv("XDG_DATA_HOME", oldDataHome_.c_str(), 1); }
+    rwtest::CliRun Run(std::vector<std::string> args) const { return rwtest::RunCliCommand(std::move(args), install.path()); }
+    // The output's lines that are missing from what the command wrote.
+    static std::string Missing(const rwtest::CliRun& r, std::initializer_list<const char*> lines)
+    {
+        std::string missing;
+        for (const char* l : lines)
+            missing += r.out.find(l) == std::string::npos ? std::string(l) + "\n" : "";
+        return missing;
+    }
+
+    const std::string oldDataHome_ = std::getenv("XDG_DATA_HOME");
+    rwtest::TempDir dataHome, install, sources;
+    fs::path userRates;
+};
+
+TEST_F(ReleaseCommand, BuildsIntoTheUsersFolderAndShowsWhatIsInUse)
+{
+    const rwtest::CliRun built = Run({"release", "build", sources.path().string(), "-o", userRates.string()});
+    ASSERT_EQ(built.status, 0) << built.err;
+    EXPECT_NE(built.out.find("Built Qrat2027Q1 (2027, 1st Quarter)"), std::string::npos) << built.out;
+    const rwtest::CliRun shown = Run({"release", "show"});
+    EXPECT_EQ(shown.status, 0) << shown.err;
+    EXPECT_EQ(Missing(shown, {"Release:            Qrat2027Q1 (2027, 1st Quarter)", "the user's data folder",
+                              "Verified through:   03/31/2027  March 31, 2027", "Estimated through:  06/30/2027  June 30, 2027"}),
+              "")
+        << shown.out;
+
+    const fs::path damaged = userRates / "ny_ind1.tbl";
+    fs::resize_file(damaged, fs::file_size(damaged) - 7);
+    const rwtest::CliRun installed = Run({"release", "show"});
+    EXPECT_EQ(installed.status, 0);
+    EXPECT_NE(installed.err.find(damaged.string()), std::string::npos) << installed.err;
+    EXPECT_EQ(Missing(installed, {"Release:            Qrat2026Q4 (2026, 4th Quarter)", "(installed with the program)",
+                                  "Verified through:   12/31/2026  December 31, 2026", "  from 2024          485.00  ",
+                                  "PA    Pennsylvania"}),
+              "")
+        << installed.out;
+}
+
+TEST_F(ReleaseCommand, ABadSourceOrUsageBuildsNothing)
+{
+    std::ofstream(sources / "fed.csv", std::ios::app | std::ios::binary)
+        << "07/01/2027,09/30/2027,0.75,0.07,C,ESTIMATE: a slipped decimal point\n";
+    const rwtest::CliRun built = Run({"release", "build", sources.path().string(), "-o", userRates.string()});
+    EXPECT_EQ(built.status, 2);
+    EXPECT_NE(built.err.find("above 50 %"), std::string::npos) << built.err;
+    EXPECT_NE(built.err.find("nothing written"), std::string::npos);
+    EXPECT_FALSE(fs::exists(userRates / "qrat-release.txt"));
+    EXPECT_EQ(Run({"release", "build", sources.path().string()}).status, 2);  // no -o
+    EXPECT_EQ(Run({"release", "frobnicate"}).status, 2);
 }
 
 }  // namespace

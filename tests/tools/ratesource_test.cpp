@@ -50,9 +50,10 @@ TEST(TableCheck, BuildsEveryRowWithHolesAndUnpublishedRefundRates)
 {
     const rs::TableBuild b = Build("01/01/2016,12/31/2016,0.04,,S,\"61 Pa. Code 4.2(b), certified\"\n"
                                    "01/01/2017,12/31/2017,,,C,GAP: not found\n"
-                                   "01/01/2018,01/01/2018,0.05,0.5,S-monthly,one day at the 50 % limit\n");
+                                   "01/01/2018,01/01/2018,0.05,0.5,S-monthly,one day at the 50 % limit\n"
+                                   "01/02/2018,12/31/2018,0.03,0,C,a published refund rate of zero\n");
     ASSERT_TRUE(b.ok()) << b.problems.front().text();
-    ASSERT_EQ(b.rows.size(), 3u);
+    ASSERT_EQ(b.rows.size(), 4u);
     // Not published is the quiet NaN with the sign bit clear: a refund rate
     // alone, or both rates of a hole.
     const auto hole = [](float rate) { return std::bit_cast<std::uint32_t>(rate) == 0x7FC00000u; };
@@ -60,6 +61,7 @@ TEST(TableCheck, BuildsEveryRowWithHolesAndUnpublishedRefundRates)
     EXPECT_TRUE(b.rows[0].fUPRate == 0.04f && hole(b.rows[0].fOPRate));
     EXPECT_TRUE(hole(b.rows[1].fUPRate) && hole(b.rows[1].fOPRate) && b.rows[1].sCalcMethod == 'C');
     EXPECT_TRUE(b.rows[2].fOPRate == 0.5f && b.rows[2].sCalcMethod == 'S');
+    EXPECT_TRUE(b.rows[3].fOPRate == 0.0f && b.rows[3].sCalcMethod == 'C');
     const std::vector<char> bytes = rw::EncodeRateTable(b.rows);  // the holes read back as written
     EXPECT_EQ(rw::EncodeRateTable(rw::DecodeRateTable(bytes).rows), bytes);
     EXPECT_FALSE(Build("01/01/2016,12/31/2016,0.04,,S,a\n", "from,thru,up,op,method,source").ok());  // header
