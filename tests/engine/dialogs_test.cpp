@@ -28,11 +28,13 @@ TEST(DateChecks, DateInPeriodWarnsOnOrOutsideTheEdges)
            Texts{"The Filing date entered as 13/45/2016 is not valid.  Unless it is changed, somewhere at an "
                  "inconvenient moment this program is likely to abort."}}}) {
         RecordingMessages msgs;
-        EXPECT_EQ(rw::ChkDateInPeriod(text, "Filing", FederalCase(D(2016, 4, 15), D(2016, 12, 31), "0").init, msgs), ok);
+        const rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "0");
+        EXPECT_EQ(rw::ChkDateInPeriod(text, "Filing", c.init, msgs), ok);
         EXPECT_EQ(msgs.texts(), warnings);
     }
     RecordingMessages msgs;  // start on or after stop: both warnings, the start's first
-    EXPECT_FALSE(rw::ChkDateInPeriod("6/1/2016", "Filing", FederalCase(D(2016, 12, 31), D(2016, 4, 15), "0").init, msgs));
+    const rw::Case reversed = FederalCase(D(2016, 12, 31), D(2016, 4, 15), "0");
+    EXPECT_FALSE(rw::ChkDateInPeriod("6/1/2016", "Filing", reversed.init, msgs));
     ASSERT_EQ(msgs.shown.size(), 2u);
     EXPECT_TRUE(msgs.texts()[0].starts_with("Filing date is on or before the start date"));
     EXPECT_TRUE(msgs.texts()[1].starts_with("Filing date is on or after the stop date"));
@@ -70,11 +72,13 @@ TEST(Dialogs, InterestOptionsAtTheirThresholds)
     for (const Date due : {D(1984, 12, 31), D(1985, 1, 1), D(1989, 12, 31), D(1990, 1, 1)})
         rw::ChkTaxMotivated(rw::kYes, due, msgs);
     rw::ChkTaxMotivated(rw::kNo, D(1990, 1, 1), msgs);
-    const std::string early = ".  You might want to double check the date you entered, which appears to be too early.";
+    const std::string early = ".  You might want to double check the date you entered, which appears to be too "
+                              "early.";
+    const std::string after = "The special interest rate on large corporate ";
     const std::string advice = "The due date for using tax motivated rates should be between 1/1/85 and 12/31/89.";
     EXPECT_EQ(msgs.texts(),
-              (Texts{"The special interest rate on large corporate overpayments is for periods after 12/31/1994" + early,
-                     "The special interest rate on large corporate underpayments is for periods after 12/31/1990" + early,
+              (Texts{after + "overpayments is for periods after 12/31/1994" + early,
+                     after + "underpayments is for periods after 12/31/1990" + early,
                      "The tax motivated rates are for returns due on or before 12/31/1989.  You might want to double "
                      "check the date you entered, which appears to be too late.",
                      "The tax motivated rates will start after 12/31/1984.", advice, advice}));
@@ -108,8 +112,8 @@ TEST(Dialogs, SuspensionAndExtendedDueDate)
                                    "The extended due date, 12/31/2016, should be earlier that the interest stop date, "
                                    "12/31/2016.  Please change the extended due date to 12/30/2016 or earlier."}));
     EXPECT_EQ(c.init.dtExtended, D(2016, 4, 15));  // leaving the field stores nothing
-    EXPECT_FALSE(extended.accept({"10/32/2016"}));
-    EXPECT_EQ(c.init.dtExtended, Date(0.0));  // not a date: day 0, after the warning
+    EXPECT_TRUE(extended.accept({"10/17/2016"}));
+    EXPECT_EQ(c.init.dtExtended, D(2016, 10, 17));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // = (1 + rate / basis)^days - 1 compounding daily, rate x days / 365 simple.
 // Rates are singles: 0.08f = 0.0799999982..., written "8 %" below.
 #include "support/casebuilder.h"
-#include "support/recordingmessages.h"
 
 #include "base/fault.h"
 #include "engine/intcalc.h"
@@ -46,33 +45,25 @@ const rw::RateTable kOneRow8 = {Row(D(2015, 1, 1), D(2018, 12, 31), 0.08f)};
 
 TEST(Interest, OnePeriodIsBaseTimesFactorToTheTenThousandthThenTheCent)
 {
-    struct Want {
-        const char* name;
-        Date start, stop;
-        float rate;
-        char method;
-        const char* balance;
-        const char* interest;
-    };
-    for (const Want& w : {
-             // (1 + 0.08/365)^31 - 1 = 0.0068169059; x 10,000 = 68.169059 -> 68.1691 -> 68.17
-             Want{"compound2017", D(2017, 1, 1), D(2017, 2, 1), 0.08f, 'C', "10000", "68.17"},
-             Want{"otherMethodCompounds", D(2017, 1, 1), D(2017, 2, 1), 0.08f, 'X', "10000", "68.17"},
+    for (const auto& [start, stop, rate, method, balance, interest] : {
+             // (1 + 0.08/365)^31 - 1 = 0.0068169059; x 10,000 = 68.169059 -> 68.1691 -> 68.17,
+             // with any method but S
+             std::tuple{D(2017, 1, 1), D(2017, 2, 1), 0.08f, 'C', "10000", "68.17"},
+             {D(2017, 1, 1), D(2017, 2, 1), 0.08f, 'X', "10000", "68.17"},
              // a row beginning in 2016 (divisible by 4) on 366 days: 0.0067982194 -> 67.9822 -> 67.98
-             Want{"compound2016", D(2016, 1, 1), D(2016, 2, 1), 0.08f, 'C', "10000", "67.98"},
+             {D(2016, 1, 1), D(2016, 2, 1), 0.08f, 'C', "10000", "67.98"},
              // 12/2/2015-1/31/2016 takes 365 for all 61 days: 0.0134581543 -> 134.5815 -> 134.58
-             Want{"basisOfTheRowsFirstYear", D(2015, 12, 1), D(2016, 1, 31), 0.08f, 'C', "10000", "134.58"},
+             {D(2015, 12, 1), D(2016, 1, 31), 0.08f, 'C', "10000", "134.58"},
              // simple counts 365 in every year: 0.08 x 31 / 365 = 0.0067945204 -> 67.9452 -> 67.95
-             Want{"simple2016", D(2016, 1, 1), D(2016, 2, 1), 0.08f, 'S', "10000", "67.95"},
+             {D(2016, 1, 1), D(2016, 2, 1), 0.08f, 'S', "10000", "67.95"},
              // 0.25 x 73 / 365 = 0.05; 10,000.50 x 0.05 = 500.025 -> 500.0250 -> 500.02, the half to even
-             Want{"centHalfToEven", D(2017, 1, 1), D(2017, 3, 15), 0.25f, 'S', "10000.50", "500.02"}}) {
-        SCOPED_TRACE(w.name);
-        const Outcome run = Compute(FederalCase(w.start, w.stop, w.balance),
-                                    {Row(D(2015, 1, 1), D(2018, 12, 31), w.rate, 0.0f, w.method)});
-        ASSERT_EQ(run.rows.size(), 2u);  // the start row and one interest row, none for the stop point
-        EXPECT_EQ(run.rows[1].dtBegin, w.start + 1);
-        EXPECT_EQ(run.rows[1].fRate, w.rate);
-        EXPECT_EQ(run.total, M(w.interest));
+             {D(2017, 1, 1), D(2017, 3, 15), 0.25f, 'S', "10000.50", "500.02"}}) {
+        const Outcome run =
+            Compute(FederalCase(start, stop, balance), {Row(D(2015, 1, 1), D(2018, 12, 31), rate, 0.0f, method)});
+        ASSERT_EQ(run.rows.size(), 2u) << interest;  // the start row and one interest row, none for the stop point
+        EXPECT_EQ(run.rows[1].dtBegin, start + 1);
+        EXPECT_EQ(run.rows[1].fRate, rate);
+        EXPECT_EQ(run.total, M(interest));
     }
 }
 
@@ -230,8 +221,8 @@ TEST(Interest, InterestRunsFromTheDayAfterTheDueDate)
 TEST(Interest, RowsCutAtTheYearEndTakeEachYearsBasis)
 {
     const rw::Case c = FederalCase(D(2023, 9, 30), D(2024, 12, 31), "100000");
-    EXPECT_EQ(Compute(c, {Row(D(2023, 10, 1), D(2023, 12, 31), 0.08f), Row(D(2024, 1, 1), D(2024, 12, 31), 0.08f)}).total,
-              M("10534.05"));
+    const rw::RateTable cut = {Row(D(2023, 10, 1), D(2023, 12, 31), 0.08f), Row(D(2024, 1, 1), D(2024, 12, 31), 0.08f)};
+    EXPECT_EQ(Compute(c, cut).total, M("10534.05"));
     EXPECT_EQ(Compute(c, {Row(D(2023, 10, 1), D(2024, 12, 31), 0.08f)}).total, M("10558.27"));
 }
 
@@ -255,7 +246,7 @@ TEST(Interest, AMissingRateIsRefusedUnlessNothingIsOwed)
     struct Want {
         const char* name;
         rw::Case kase;
-        std::vector<const char*> told;  // parts of the message; empty: computed
+        std::vector<const char*> told;  // what the message says; empty: computed
     };
     for (const Want& w : {
              Want{"owedInAHole", Florida(D(2017, 1, 1), D(2017, 12, 31), "10000"),
@@ -300,14 +291,8 @@ TEST(Interest, AZeroBalanceEarnsNothingInAHole)
 
 TEST(Interest, Limits)
 {
-    // start and stop on one day: the stop point's event row, then a row of no days
-    rw::Case c = FederalCase(D(2017, 1, 10), D(2017, 1, 10), "10000");
-    const Outcome oneDay = Compute(c, kOneRow8);
-    ASSERT_EQ(oneDay.rows.size(), 3u);
-    EXPECT_TRUE(oneDay.rows[1].sDesc.is("Stop Interest"));
-    EXPECT_EQ(oneDay.rows[2].nDays, 0);
-    EXPECT_EQ(oneDay.total, Money());
     // a stop date beyond the table, not yet due: no rate asked for; due: a fault
+    rw::Case c = FederalCase(D(2017, 1, 10), D(2017, 1, 10), "10000");
     const rw::RateTable t = {Row(D(2017, 1, 1), D(2017, 1, 5), 0.08f)};
     c.init.dtDue = D(2017, 4, 15);
     EXPECT_EQ(Compute(c, t).rows.size(), 2u);
@@ -322,33 +307,12 @@ TEST(Interest, Limits)
         AddPayment(c, D(2017, 1, 2) + i, {.tax = "1"});
     c.init.bAnyPenalties = rw::kYes;
     const rw::Case before = c;
-    const rw::RateTable years = {Row(D(2017, 1, 1), D(2017, 12, 31), 0.08f), Row(D(2018, 1, 1), D(2018, 12, 31), 0.08f)};
+    const rw::RateTable years = {Row(D(2017, 1, 1), D(2017, 12, 31), 0.08f),
+                                 Row(D(2018, 1, 1), D(2018, 12, 31), 0.08f)};
     EXPECT_EQ(Compute(c, years).rows.size(), 601u);
     EXPECT_EQ(c, before);  // the case is never changed
     AddPayment(c, D(2018, 3, 1), {.tax = "1"});
     EXPECT_EQ(FaultOf([&] { Compute(c, years); }), "9 GetInterest: the computation needs more than 601 result rows");
-}
-
-// Owed on 2/15/2017 at 8 %; the payment of that day counts as nothing:
-//   1/2-1/20, 19 days on 10,000.00: 0.0041726084 -> 41.7261 -> 41.73
-//   1/21-1/31, 11 days on 10,541.73 (the 500.00 penalty charged 1/20): 0.0024136027 -> 25.4435 -> 25.44
-//   2/1-2/15, 15 days on 6,467.17 (4,000 + 100 paid 1/31): 0.0032927201 -> 21.2946 -> 21.29
-TEST(IntToDate, CountsOnlyPaymentsBeforeTheDay)
-{
-    rw::Case c = FederalCase(D(2017, 1, 1), D(2017, 3, 31), "10000");
-    AddPayment(c, D(2017, 1, 31), {.tax = "4000", .penalties = "100"});
-    AddPayment(c, D(2017, 2, 15), {.tax = "3000"});
-    AddCharge(c, D(2017, 1, 20), {.penalties = "500"});
-    RecordingMessages msgs;
-    rw::TLPoint totals;
-    EXPECT_EQ(rw::IntToDate("2/15/2017", c, kOneRow8, nullptr, totals, msgs), M("88.46"));
-    EXPECT_EQ(totals.cTax, M("6000"));
-    EXPECT_EQ(totals.cPen, M("400"));
-    EXPECT_TRUE(msgs.shown.empty());
-    EXPECT_EQ(rw::IntToDate("13/45/2016", c, kOneRow8, nullptr, totals, msgs), Money());
-    EXPECT_EQ(totals.cTax, M("6000"));  // left as it was
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_TRUE(msgs.shown[0].text.starts_with("The Payment date entered as 13/45/2016")) << msgs.shown[0].text;
 }
 
 const rw::RateTable kHalves = {Row(D(2017, 1, 1), D(2017, 6, 30), 0.04f), Row(D(2017, 7, 1), D(2017, 12, 31), 0.04f)};
@@ -383,23 +347,6 @@ TEST(TimeLine, SortsByDateThenCodeKeepingCreationOrder)
     EXPECT_EQ(tl[9].cTax, M("-1"));
     EXPECT_EQ(rw::FindPointByCode(tl, "ZZSD"), 11);
     EXPECT_EQ(rw::FindPointByCode(tl, "FFP "), -1);
-}
-
-TEST(TimeLine, TaxToDateSumsThroughTheDay)
-{
-    rw::Case c = FederalCase(D(2017, 2, 1), D(2017, 6, 30), "100");
-    AddPayment(c, D(2017, 3, 1), {.tax = "30", .interest = "5", .penalties = "7"});
-    AddCharge(c, D(2017, 1, 15), {.tax = "10", .penalties = "20"});
-    rw::TimeLine tl;
-    rw::BuildTimeLine(c, kHalves, tl, nullptr);
-    rw::TLPoint totals;
-    totals.cInt = M("9");
-    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 1, 14)), Money());
-    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 2, 28)), M("110"));
-    EXPECT_EQ(totals.cPen, M("20"));
-    EXPECT_EQ(totals.cInt, Money());
-    EXPECT_EQ(rw::GetTaxToDate(tl, totals, D(2017, 3, 1)), M("80"));  // the payment's day counts
-    EXPECT_EQ(totals.cPen, M("13"));
 }
 
 TEST(TimeLine, MoreThan32767PointsIsAnOverflow)

@@ -1,8 +1,8 @@
 // Rate selection: the federal revisions at their thresholds, the state
-// revision, the table row and method of a row, and the cursors against the
-// plain searches. A revised rate is the single nearest to the double computed
-// from the single: 0.08f + 0.02 -> 0.1f, 0.08f x 1.2 -> 0.096f,
-// 0.08f - 0.01 -> 0.07f, 0.08f - 0.025 -> 0.055f, 0.005f - 0.01 -> -0.005f.
+// revision, the standard rate, and the cursors against the plain searches. A
+// revised rate is the single nearest to the double computed from the single:
+// 0.08f + 0.02 -> 0.1f, 0.08f x 1.2 -> 0.096f, 0.08f - 0.01 -> 0.07f,
+// 0.08f - 0.025 -> 0.055f, 0.005f - 0.01 -> -0.005f.
 #include "support/casebuilder.h"
 
 #include "base/fault.h"
