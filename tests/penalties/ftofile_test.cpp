@@ -81,6 +81,22 @@ TEST(FailureToFileAndPay, WorkedExampleOfA2016Return)
 
 // Returns due 4/15 with both penalties: at least the minimum when filed more
 // than 60 days late, carried by the first month.
+// A month's unpaid tax is what was owed before that day's payments; a month
+// beginning on the assessment date goes into the assessment's point. Paid
+// 4,000.00 on 5/16 and assessed that day: 4/16 and 5/16 on 10,000.00 (50.00
+// each, together on 5/16), 6/16 on 6,000.00 (30.00).
+TEST(FailureToFileAndPay, EventsOnAMonthsFirstDay)
+{
+    rw::Case c = Return2016(false, true);
+    c.init.dtFtoPayAssess = D(2016, 5, 16);
+    AddPayment(c, D(2016, 5, 16), {.tax = "4,000.00"});
+    const FtoRun r = Fto(c);
+    ASSERT_GE(r.months().size(), 3u);
+    EXPECT_TRUE(r.months()[1].starts_with("5/16/2016: 10,000.00, 50.00")) << r.months()[1];
+    EXPECT_TRUE(r.months()[2].starts_with("6/16/2016: 6,000.00, 30.00")) << r.months()[2];
+    EXPECT_EQ(r.points("FPP ").at(0), "5/16/2016 100.00");
+}
+
 TEST(FailureToFileAndPay, MinimumOfAReturnFiledMoreThan60DaysLate)
 {
     const rw::FtfMinimumSchedule* release2018 = &Minimums2018();
