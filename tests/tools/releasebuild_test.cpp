@@ -1,14 +1,14 @@
 // Building a release of the rates: the name, dates and texts derived from the
 // federal source, the failure-to-file minimums, the refusals that write
 // nothing, on made-up sources the rows cut at year ends and the holes a state
-// table keeps; and the release the build made of the tests' frozen sources.
+// table keeps. (The release built of the tests' frozen sources is shown by the
+// release and tables commands' tests.)
 
 #include "base/numtext.h"
 #include "rates/ratetable.h"
 #include "ratebuild/releasebuild.h"
 
 #include "support/ratesources.h"
-#include "support/releases.h"
 #include "support/shelldoubles.h"
 #include "support/tempdir.h"
 
@@ -64,19 +64,17 @@ TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
               std::string::npos);
 }
 
-// The rows themselves are read as the release file reads them (its refusals
-// are tested there); this file names its line and has a header.
+// The rows are read as the release file reads them (and refused alike).
 TEST(Minimums, ReadWithTheirSourcesOrRefused)
 {
-    const std::string header = "first_year,amount,source\n";
-    const rs::MinimumsRead m = rs::ParseMinimums(header + "1800,100.00,\"IRC 6651(a), flush\"\n2024,485.00,Rev. Proc.\n", "m.csv");
+    const rs::MinimumsRead m = rs::ParseMinimums("first_year,amount,source\n1800,100.00,\"IRC 6651(a), flush\"\n", "m.csv");
     ASSERT_TRUE(m.problems.empty()) << Problems(m.problems);
-    EXPECT_EQ(m.schedule.rows[0].source, "IRC 6651(a), flush");
-    EXPECT_EQ(m.schedule.forDueYear(2023), Money::fromCents(100'00));
-    EXPECT_EQ(m.schedule.forDueYear(2024), Money::fromCents(485'00));
-    for (const auto& [text, problem] : {std::pair{header + "2020,435.00,a\n2019,210.00,b\n", "m.csv:3: the years must increase"},
-                                        {header, "no minimum amounts"}, {"year,amount\n2020,1.00\n", "m.csv:1: the first line"}})
-        EXPECT_NE(Problems(rs::ParseMinimums(text, "m.csv").problems).find(problem), std::string::npos) << text;
+    EXPECT_EQ(m.schedule.rows.at(0).source, "IRC 6651(a), flush");
+    EXPECT_NE(Problems(rs::ParseMinimums("first_year,amount,source\n2020,1.00,a\n2019,1.00,b\n", "m.csv").problems)
+                  .find("m.csv:3: the years must increase"),
+              std::string::npos);
+    EXPECT_NE(Problems(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems).find("m.csv:1: the first line"),
+              std::string::npos);
 }
 
 // The tests' frozen sources, with fed.csv damaged or a schedule missing: the
@@ -86,9 +84,7 @@ TEST(ReleaseBuild, RefusedSourcesWriteNothing)
     rwtest::TempDir out;
     const std::string both = "the federal table needs both published rates on every row";
     for (const auto& [what, rows, problem] :
-         {std::tuple{"a hole", "07/02/2027,09/30/2027,0.07,0.07,C,ESTIMATE: x\n", "not contiguous"},
-          {"a rate of 60 %", "04/01/2027,09/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
-          {"no source", "04/01/2027,09/30/2027,0.07,0.07,C,\n", "the row has no source"},
+         {std::tuple{"a rate of 60 %", "04/01/2027,09/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
           {"a period without a published rate", "04/01/2027,06/30/2027,,,C,GAP: x\n07/01/2027,09/30/2027,0.08,0.08,C,ESTIMATE: x\n", both.c_str()},
           {"no refund rate", "04/01/2027,09/30/2027,0.08,,C,ESTIMATE: x\n", both.c_str()},
           {"no Pennsylvania schedule", "", "PA.csv"}}) {
@@ -141,26 +137,6 @@ TEST(ReleaseBuild, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
                         "01/01/2023,06/30/2023,0.05,0.05,S,Statute A\n"
                         "07/01/2023,12/31/2023,,,C,GAP: not found either\n"
                         "01/01/2024,03/31/2024,0.06,,S,Statute B\n");
-}
-
-// ---- The release of the frozen sources --------------------------------------------------------
-
-// The release file the build made of the frozen sources of the fourth quarter
-// of 2026 (tests/fixtures/rates-2026q4), against its fed.csv and
-// ftf_minimum.csv (the tables command's test shows its tables): verified
-// through the last row not marked ESTIMATE, estimated through the table's end.
-TEST(FixtureTables, TheReleaseFile)
-{
-    const std::string head = "name=Qrat2026Q4\ndescription=2026, 4th Quarter\nverified_through=12/31/2026\n"
-                             "verified_through_text=December 31, 2026\nestimated_through=03/31/2027\n"
-                             "estimated_through_text=March 31, 2027\nftf_minimum=1800,100.00,IRC 6651(a)";
-    EXPECT_TRUE(rwtest::ReadText(rwtest::FixtureReleaseFolder() / rw::kReleaseFileName).starts_with(head));
-    const rw::ReleaseInfo& info = rwtest::FixtureRelease();
-    for (const auto& [year, cents] : {std::pair{2015, 135'00}, {2016, 205'00}, {2018, 210'00}, {2021, 435'00}, {2026, 525'00}})
-        EXPECT_EQ(info.ftfMinimums.forDueYear(year), rw::Money::fromCents(cents)) << year;
-    rw::ReleaseInfo checked;
-    EXPECT_EQ(rw::CheckReleaseFolder(rwtest::FixtureReleaseFolder(), checked), "");
-    EXPECT_EQ(checked, info);
 }
 
 }  // namespace
