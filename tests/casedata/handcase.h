@@ -71,7 +71,8 @@ struct HandCounts {
 inline void HandPoint(HandBytes& b, int base, int seed)
 {
     b.text(HandText(base + 1, seed, 12), 12).text(HandText(base + 2, seed, 16), 16).text(HandText(base + 3, seed, 4), 4);
-    b.f64(HandDate(base + 4, seed)).i64(HandMoney(base + 5, seed)).i64(HandMoney(base + 6, seed)).i64(HandMoney(base + 7, seed));
+    b.f64(HandDate(base + 4, seed)).i64(HandMoney(base + 5, seed)).i64(HandMoney(base + 6, seed));
+    b.i64(HandMoney(base + 7, seed));
 }
 
 // The record part of a case file of the given layout.

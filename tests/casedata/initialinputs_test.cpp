@@ -129,9 +129,9 @@ TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)
     EXPECT_TRUE(m.title == "State Rate Table Problem" && m.icon == rw::MsgIcon::Critical && m.question);
     EXPECT_TRUE(m.text.starts_with("The start date, 12/31/1999, is not between the first date, 01/01/2000, and the "
                                    "last date, 12/31/2017, in the state's rate table file. You are welcome "));
-    EXPECT_TRUE(m.text.ends_with("state rate table. If you press the YES button, the program will let you continue, "
-                                 "but, if you don't change that date, it will abort without warning later. If you "
-                                 "press the NO button, the program will save your data and exit afterwards. Continue?"));
+    EXPECT_TRUE(m.text.ends_with("state rate table. If you press the YES button, the program will let you continue, but, "
+                                 "if you don't change that date, it will abort without warning later. If you press the "
+                                 "NO button, the program will save your data and exit afterwards. Continue?"));
     form.startDate = "1/1/2000";
     form.stopDate = "1/1/2018";
     msgs.answerNext(false);

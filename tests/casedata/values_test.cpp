@@ -25,9 +25,10 @@ constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 TEST(Money, ParseTakesUpToFourDecimalsOverTheWholeRange)
 {
     for (const auto& [text, raw] : std::vector<std::pair<const char*, std::optional<std::int64_t>>>{
-             {"1,234.56", 12345600}, {"-50", -500000}, {" 0.0001 ", 1}, {"+7.5", 75000}, {"-922337203685477.5808", kMin},
-             {"922337203685477.5807", kMax}, {"-922,337,203,685,477.58", -9223372036854775800}, {"922337203685477.5808", {}},
-             {"-922337203685477.5809", {}}, {"1.23456", {}}, {"", {}}, {"1.2.3", {}}, {",100", {}}, {"100,", {}}, {"1e5", {}}}) {
+             {"1,234.56", 12345600}, {"-50", -500000}, {" 0.0001 ", 1}, {"+7.5", 75000}, {"1.23456", {}}, {"", {}},
+             {"-922337203685477.5808", kMin}, {"922337203685477.5807", kMax}, {"922337203685477.5808", {}},
+             {"-922337203685477.5809", {}}, {"-922,337,203,685,477.58", -9223372036854775800}, {"1.2.3", {}},
+             {",100", {}}, {"100,", {}}, {"1e5", {}}}) {
         const std::optional<Money> m = Money::parse(text);
         EXPECT_EQ(m ? std::optional(m->raw()) : std::nullopt, raw) << text;
     }
@@ -38,8 +39,8 @@ TEST(Money, RoundingModes)
 {
     // RoundCurrency sends halves to the even neighbour.
     for (const auto& [in, digits, out] : {std::tuple{"0.125", 2, "0.12"}, {"0.135", 2, "0.14"}, {"-0.125", 2, "-0.12"},
-                                          {"0.1251", 2, "0.13"}, {"-0.1249", 2, "-0.12"}, {"2.5", 0, "2"}, {"3.5", 0, "4"},
-                                          {"-2.5", 0, "-2"}, {"0.0050", 2, "0.00"}})
+                                          {"0.1251", 2, "0.13"}, {"-0.1249", 2, "-0.12"}, {"2.5", 0, "2"},
+                                          {"3.5", 0, "4"}, {"-2.5", 0, "-2"}, {"0.0050", 2, "0.00"}})
         EXPECT_EQ(rw::RoundCurrency(M(in), digits), M(out)) << in << " to " << digits;
     // From a double, the exact binary value: 0.00015 is 1.49999999999999993e-4,
     // so 1 ten-thousandth; 0.03125 and 0.09375 are exact halves: 312.5 -> 312, 937.5 -> 938.
@@ -112,7 +113,7 @@ TEST(Dates, DayNumbersOfTheDesktopCalendar)
     EXPECT_EQ(rw::AddMonths(D(2017, 1, 31), 1), D(2017, 2, 28));
     EXPECT_EQ(rw::AddMonths(D(2016, 3, 31), -1), D(2016, 2, 29));
     EXPECT_EQ(rw::AddMonths(D(1999, 12, 15), 1), D(2000, 1, 15));
-    EXPECT_EQ(rw::FormatShortDate(D(2016, 7, 4)) + " " + rw::FormatMMDDYYYYDashed(D(2018, 3, 31)), "7/4/2016 03-31-2018");
+    EXPECT_EQ(rw::FormatShortDate(D(2016, 7, 4)) + " " + rw::FormatMMDDYYYYDashed(D(2018, 3, 1)), "7/4/2016 03-01-2018");
 }
 
 TEST(Dates, WhatTheUserTypesAndTheStrictFormOfTheSources)

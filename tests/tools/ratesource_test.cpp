@@ -108,12 +108,12 @@ TEST(YearEnds, EveryPieceLiesInOneYearAndKeepsTheRow)
     const rs::SourceRow odd{7, "4/1/2024", "06/30/2025", "0.08", "", "S-monthly", "Notice"};
     EXPECT_EQ(rs::SplitAtYearEnds({odd}), std::vector<rs::SourceRow>{odd});
     std::vector<std::string> pieces;
-    for (const rs::SourceRow& r : rs::SplitAtYearEnds({{7, "12/31/2021", "06/30/2024", "0.08", "", "S-monthly", "Notice"}})) {
-        EXPECT_EQ(r, (rs::SourceRow{7, r.from, r.thru, "0.08", "", "S-monthly", "Notice"}));
+    for (const rs::SourceRow& r : rs::SplitAtYearEnds({{7, "12/31/2021", "06/30/2024", "0.08", "", "S", "Notice"}})) {
+        EXPECT_EQ(r, (rs::SourceRow{7, r.from, r.thru, "0.08", "", "S", "Notice"}));
         pieces.push_back(r.from + "-" + r.thru);
     }
-    EXPECT_EQ(pieces, (std::vector<std::string>{"12/31/2021-12/31/2021", "01/01/2022-12/31/2022", "01/01/2023-12/31/2023",
-                                                "01/01/2024-06/30/2024"}));
+    EXPECT_EQ(pieces, (std::vector<std::string>{"12/31/2021-12/31/2021", "01/01/2022-12/31/2022",
+                                                "01/01/2023-12/31/2023", "01/01/2024-06/30/2024"}));
 }
 
 // ---- Schedules ---------------------------------------------------------------------------
@@ -142,7 +142,7 @@ TEST(Schedules, TheTableRunsFromTheFirstSourcedRowToTheLast)
     for (const auto& [body, begin, end] : std::vector<std::tuple<std::string, std::size_t, std::size_t>>{
              {kMadeUp, 1, 9},  // gaps outside are left out, gaps inside stay
              {"01/01/2000,12/31/2000,,4,S,a refund rate alone begins no table\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2},
-             {"01/01/2000,12/31/2000,5,5,S,GAP: a rate recalled is not sourced\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2}}) {
+             {"01/01/2000,12/31/2000,5,5,S,GAP: recalled but unsourced\n01/01/2001,12/31/2001,6,,S,b\n", 1, 2}}) {
         const rs::SourcedSpan span = rs::SourcedRows(Schedule(body).rows);
         EXPECT_EQ(span.begin, begin) << body;
         EXPECT_EQ(span.end, end) << body;
@@ -176,7 +176,7 @@ TEST(Schedules, RefusedConversionsNameTheLine)
 {
     const std::string a = "01/01/2000,12/31/2000,5,5,S,a\n", b = "01/01/2002,12/31/2002,6,6,S,b\n";
     for (const auto& [body, line, problem] : std::vector<std::tuple<std::string, int, std::string>>{
-             {a + "01/01/2001,12/31/2001,,4,S,refund only\n" + b, 3, "gives no underpayment rate but is not marked GAP:"},
+             {a + "01/01/2001,12/31/2001,,4,S,x\n" + b, 3, "gives no underpayment rate but is not marked GAP:"},
              {a + "01/01/2001,12/31/2001,4,,S,GAP: a guess\n" + b, 3, "but gives a rate"},
              {"01/01/2000,12/31/2000,,,,GAP: a\n01/02/2001,12/31/2001,6,6,S,b\n", 3, ""},  // a hole, even in gaps
              {"01/01/2000,12/31/2000,6%,6,S,b\n", 2, ""},                                   // not a per cent figure

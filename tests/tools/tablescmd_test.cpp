@@ -49,7 +49,8 @@ TEST(TablesCommand, ListsEveryAuthorityWithItsCoverageAndHoles)
     EXPECT_NE(l[1].find("07/01/1975  03/31/2027    189"), std::string::npos) << l[1];
     // FL.csv: 32 rows less the trailing GAP, cut at year ends (holes included): 52.
     EXPECT_NE(l[6].find("01/01/1990  06/30/2026     52"), std::string::npos) << l[6];
-    EXPECT_EQ(l[32], "Underpayment rate not published (no published rate); interest in these periods cannot be computed:");
+    EXPECT_EQ(l[32], "Underpayment rate not published (no published rate); interest in these periods cannot be "
+                     "computed:");
     EXPECT_EQ(l[33], "FL    01/01/2003 to 06/30/2003, 01/01/2004 to 12/31/2008, 07/01/2018 to 12/31/2018");
     EXPECT_EQ(l[44], "Refund (overpayment) rate not published; an overpayment in these periods cannot be computed:");
     // FL.csv: 1990-1999 gives no refund rate, and the three GAPs.
