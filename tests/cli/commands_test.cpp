@@ -1,10 +1,6 @@
-// qratcalc-cli import, export, compute and release as a shell runs them: the
-// files written, the exit statuses (0 done, 1 a problem, 2 bad input), a
-// computation the rate table cannot support answered as JSON, releases built
-// and shown.
-
-#include "casejson/casejson.h"
-#include "casedata/casefile.h"
+// qratcalc-cli import, export, compute and release as a shell runs them: the files written, the
+// exit statuses (0 done, 1 a problem, 2 bad input), a computation the rate table cannot support
+// answered as JSON, releases built and shown.
 
 #include "../casedata/handcase.h"
 #include "support/clirun.h"
@@ -13,6 +9,8 @@
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
 
 #include <fstream>
 
@@ -38,13 +36,10 @@ TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
 
     const auto exported = RunCliCommand({"export", (dir / "CASE.INT").string()});
     ASSERT_EQ(exported.status, 0) << exported.err;
-    nlohmann::json doc;
-    std::string error;
-    ASSERT_TRUE(rw::ParseCaseJson(exported.out, doc, error)) << error;
-    const std::optional<rw::Case> back = rw::CaseFromJson(doc, error);
-    ASSERT_TRUE(back) << error;
-    EXPECT_EQ(rw::EncodeCase(*back), file);
-    EXPECT_EQ(doc["payments"][1]["dtPmt"], "12/15/2016");
+    EXPECT_NE(exported.out.find(R"("dtPmt": "12/15/2016")"), std::string::npos) << exported.out;
+    WriteText(dir / "back.json", exported.out);  // and imported again, the same file
+    ASSERT_EQ(RunCliCommand({"import", (dir / "back.json").string(), "-o", (dir / "BACK.INT").string()}).status, 0);
+    EXPECT_EQ(rwtest::ReadBytes(dir / "BACK.INT"), file);
 
     // An old case file is converted to the current layout.
     const std::vector<char> old = rwtest::HandCaseFile("Qrat1998Q4.00", rwtest::HandLayout::L482, 5, {0, 1, 0});

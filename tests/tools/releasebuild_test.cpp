@@ -1,8 +1,6 @@
-// Building a release of the rates: the name, dates and texts derived from the
-// federal source, the failure-to-file minimums, the refusals that write
-// nothing, on made-up sources the rows cut at year ends and the holes a state
-// table keeps. (The release built of the tests' frozen sources is shown by the
-// release and tables commands' tests.)
+// Building a release of the rates: its name, dates and texts derived from the federal source, the
+// failure-to-file minimums, the refusals that write nothing, the rows cut at year ends and the holes a
+// state table keeps. (The release of the tests' frozen sources is shown by the commands' tests.)
 
 #include "base/numtext.h"
 #include "rates/ratetable.h"

@@ -1,6 +1,5 @@
-// The rate sources the program ships (data/rates), which change with every
-// quarterly update. The one test that reads them: it checks only what must
-// hold of any release built from them, and pins no figure of the live data.
+// The rate sources the program ships (data/rates), which change with every quarterly update. The one
+// test that reads them: it checks what must hold of any release built from them, and pins no figure.
 
 #include "rates/ratetable.h"
 #include "rates/release.h"
@@ -47,12 +46,10 @@ TEST(ShippedRates, RowsFollowEachOtherWithinOneYearAtPlausibleRates)
         for (std::size_t i = 0; i < t.rows.size(); ++i) {
             const rw::RateRow& r = t.rows[i];
             SCOPED_TRACE(std::string(t.authority->file) + " " + rw::FormatMMDDYYYY(r.dtFrom));
-            EXPECT_LE(r.dtFrom, r.dtThru);
-            EXPECT_EQ(r.dtFrom.year(), r.dtThru.year());
+            EXPECT_TRUE(r.dtFrom <= r.dtThru && r.dtFrom.year() == r.dtThru.year());  // within one year
             EXPECT_TRUE(i == 0 || r.dtFrom == t.rows[i - 1].dtThru + 1);
             if (std::isnan(r.fUPRate)) {  // a hole is a hole both ways, and never federal
-                EXPECT_FALSE(federal);
-                EXPECT_TRUE(std::isnan(r.fOPRate));
+                EXPECT_TRUE(!federal && std::isnan(r.fOPRate));
                 continue;
             }
             EXPECT_TRUE(r.fUPRate >= 0.0f && r.fUPRate <= rs::kMaxRate);
@@ -60,8 +57,7 @@ TEST(ShippedRates, RowsFollowEachOtherWithinOneYearAtPlausibleRates)
             // Federal rates have never been below 3 % or above 20 %, and both are published.
             EXPECT_TRUE(!federal || (r.fUPRate >= 0.03f && r.fUPRate <= 0.2f && !std::isnan(r.fOPRate))) << r.fUPRate;
         }
-        EXPECT_FALSE(std::isnan(t.rows.front().fUPRate)) << t.authority->file;
-        EXPECT_FALSE(std::isnan(t.rows.back().fUPRate)) << t.authority->file;
+        EXPECT_FALSE(std::isnan(t.rows.front().fUPRate) || std::isnan(t.rows.back().fUPRate)) << t.authority->file;
     }
 }
 

@@ -1,7 +1,6 @@
-// qratcalc-cli tables: every authority's table with its coverage and holes,
-// and the rows of one table with their sources, read from the tests' release
-// of the fourth quarter of 2026 (figures copied by hand from its frozen
-// sources, tests/fixtures/rates-2026q4).
+// qratcalc-cli tables: every authority's table with its coverage and holes, and the rows of one
+// table with their sources, read from the tests' release of the fourth quarter of 2026 (figures
+// copied by hand from its frozen sources, tests/fixtures/rates-2026q4).
 
 #include "rates/ratetable.h"
 #include "cli/cli.h"
@@ -40,9 +39,8 @@ TEST(TablesCommand, ListsEveryAuthorityWithItsCoverageAndHoles)
     const Listing r = Tables({});
     ASSERT_EQ(r.status, rw::cli::kExitOk) << r.err;
     const auto& l = r.lines;
-    // A heading and 30 tables; a blank line, a heading and the 10 tables with
-    // GAP rows inside; a blank line, a heading and the 15 tables with periods
-    // without a refund rate.
+    // A heading and 30 tables; a blank line, a heading and the 10 tables with GAP rows inside; a blank
+    // line, a heading and the 15 tables with periods without a refund rate.
     ASSERT_EQ(l.size(), 31u + 2u + 10u + 2u + 15u);
     // fed.csv: 189 rows from 07/01/1975 to 03/31/2027 (12 before 1983, then 177 quarters).
     EXPECT_TRUE(l[1].starts_with("US    Federal ") && l[1].find("fed.tbl") != std::string::npos) << l[1];
