@@ -8,7 +8,7 @@ namespace {
 
 // Runs the dialog; an accepted one has stored into the case, and the
 // recovery copy follows.
-template <typename Window, typename Logic>
+template<typename Window, typename Logic>
 void runDialog(CommandContext& ctx, Logic& logic)
 {
     bool accepted = false;

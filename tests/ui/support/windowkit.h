@@ -1,110 +1,227 @@
 #pragma once
-// What every window test shares: a driver of modal dialogs, typing and
-// clicking, binding tables, screenshots, a command context over a case, a
-// temporary installation folder with the tests' release of the rates, and
-// the desktop double. The framework-free doubles and case builders come from
-// tests/support.
+// What every window test shares beside tests/support's doubles and cases:
+// the modal driver, typing, binding and reaction tables, report windows,
+// pictures, a command context, an installation folder with the release.
 
 #include "support/casebuilder.h"
 #include "support/recordingmessages.h"
+#include "support/releases.h"
 #include "support/shelldoubles.h"
 #include "support/tempdir.h"
 
+#include "base/fault.h"
 #include "base/paths.h"
 #include "reports/printmanager.h"
 #include "reports/printmaster.h"
 #include "ui/common/commandcontext.h"
+#include "ui/common/dialogkit.h"
 #include "ui/main/desktop.h"
 
-#include <QString>
-#include <QTest>
-#include <QUrl>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QRadioButton>
+#include <QTableWidget>
+#include <QTimer>
+#include <QtTest>
 
 #include <deque>
 #include <functional>
 #include <memory>
-#include <vector>
-
-class QTableWidget;
-class QTimer;
 
 namespace rwtest {
 
-// ---- Modal dialogs -----------------------------------------------------------
+inline void CloseModalDialogs()
+{
+    for (int guard = 0; guard < 20 && QApplication::activeModalWidget(); ++guard) {
+        if (auto* d = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            d->done(QDialog::Rejected);
+        QCoreApplication::processEvents();
+    }
+}
 
-// Acts on modal dialogs as they come up, in order: each step waits for the
-// next modal dialog (the one titled so, or any other than the one active when
-// the step began) to be shown and active, then runs its action from inside
-// that dialog's event loop; the action may open the next dialog. A step whose
-// dialog does not come up, or a failed check inside an action, closes every
-// modal dialog so that the test ends.
+// Acts on modal dialogs as they come up: a step waits for the next modal
+// dialog titled so (any new one for an empty title), then runs its action
+// inside that dialog's event loop, which may open the next. A dialog not up
+// within eight seconds, or a failed check, closes every modal dialog.
 class ModalDriver {
 public:
     using Action = std::function<void(QWidget*)>;
-    ModalDriver() = default;
-    ModalDriver(const ModalDriver&) = delete;
-    ModalDriver& operator=(const ModalDriver&) = delete;
-    ~ModalDriver();
-
-    ModalDriver& when(const QString& title, Action action);
+    ModalDriver& when(const char* title, Action action)
+    {
+        steps_.emplace_back(QString::fromLatin1(title), std::move(action));
+        if (steps_.size() == 1)
+            arm();
+        return *this;
+    }
     bool finished() const { return steps_.empty() && failures_.isEmpty(); }
     QString failures() const { return failures_.join(QLatin1Char('\n')); }
 
 private:
-    struct Step {
-        QString title;
-        Action action;
-    };
-    void arm();
-
-    std::deque<Step> steps_;
+    void arm()
+    {
+        QTimer* timer = timers_.emplace_back(std::make_unique<QTimer>()).get();
+        const QPointer<QWidget> before = QApplication::activeModalWidget();
+        auto started = std::make_shared<QElapsedTimer>();
+        started->start();
+        QObject::connect(timer, &QTimer::timeout, [this, timer, before, started] {
+            if (steps_.empty())
+                return timer->stop();
+            const QString title = steps_.front().first;
+            QWidget* w = QApplication::activeModalWidget();
+            const bool match
+                = w && w->isVisible()
+                  && (title.isEmpty() ? w != before.data() : w->windowTitle() == title);
+            if (match && !w->isActiveWindow())
+                w->activateWindow();  // keys go to the active window
+            if (match && w->isActiveWindow()) {
+                timer->stop();
+                const Action action = std::move(steps_.front().second);
+                steps_.pop_front();
+                if (!steps_.empty())
+                    arm();
+                action(w);
+            } else if (started->elapsed() > 8000) {
+                failures_ << QStringLiteral("no modal dialog \"%1\" came up").arg(title);
+            }
+            if (QTest::currentTestFailed() || !failures_.isEmpty()) {
+                timer->stop();
+                steps_.clear();
+                CloseModalDialogs();
+            }
+        });
+        timer->start(5);
+    }
+    std::deque<std::pair<QString, Action>> steps_;
     std::vector<std::unique_ptr<QTimer>> timers_;
     QStringList failures_;
-    bool armed_ = false;
 };
-
 #define RW_VERIFY_DRIVEN(driver) QVERIFY2((driver).finished(), qPrintable((driver).failures()))
 
-// Closes every modal dialog (a test that failed inside one).
-void CloseModalDialogs();
+// Shows a dialog modally (and any list around it) with the action on it;
+// Shows: `open` shows the dialog of that title.
+using ShowDialog = std::function<void(const ModalDriver::Action&)>;
+inline ShowDialog Shows(const char* title, std::function<void()> open)
+{
+    return [title, open = std::move(open)](const ModalDriver::Action& action) {
+        ModalDriver drive;
+        drive.when(title, action);
+        open();
+        RW_VERIFY_DRIVEN(drive);
+    };
+}
 
-// ---- Fields and buttons ------------------------------------------------------
-
-// The child of that object name; a missing one ends the test run.
-QWidget* Child(QWidget* w, const char* name);
-template <typename T>
+// The child of that object name; a missing one ends the run.
+template<typename T = QWidget>
 T* Child(QWidget* w, const char* name)
 {
-    auto* c = qobject_cast<T*>(Child(w, name));
+    T* c = w->findChild<T*>(QString::fromLatin1(name));
     if (!c)
-        qFatal("%s is not of the type asked for", name);
+        qFatal("no %s in %s", name, qPrintable(w->objectName()));
     return c;
 }
 
-// A mouse click on the button.
-void Click(QWidget* w, const char* button);
-// Clears the line edit and types the text key by key, as a user does.
-void Type(QWidget* w, const char* field, const QString& text);
-// Tab out of the field; returns once the focus has gone.
-void Leave(QWidget* w, const char* field);
-// What a widget shows: the text of a line edit, label, text box or list
-// (its current line); "x" for a checked button, "" for one not checked; the
-// caption of the chosen option of a group ("Yes").
-QString Shown(QWidget* w, const char* name);
-// Enters what Shown reads: types into a line edit, chooses the list's line,
-// clicks a button into the state "x" (checked) or "" (not checked), clicks
-// the option of a group with that caption.
-void Put(QWidget* w, const char* name, const QString& text);
+inline void Click(QWidget* w, const char* button)
+{
+    QTest::mouseClick(Child<QAbstractButton>(w, button), Qt::LeftButton);
+}
 
-// The action, then exactly one more message box shown (what it says is the
-// core's to check).
-void OneBoxAfter(RecordingMessages& msgs, const std::function<void()>& act);
+inline void Reject(QWidget* dialog)
+{
+    qobject_cast<QDialog*>(dialog)->reject();
+}
 
-// ---- Binding tables ----------------------------------------------------------
+// Clears the line edit and types the text key by key.
+inline void Type(QWidget* w, const char* lineEdit, std::string_view text)
+{
+    auto* e = Child<QLineEdit>(w, lineEdit);
+    e->setFocus(Qt::TabFocusReason);
+    e->selectAll();
+    QTest::keyClick(e, Qt::Key_Delete);
+    QTest::keyClicks(e, QString::fromLatin1(text));
+}
 
-// One row of a dialog's binding table: the field, the text entered into it
-// (Put/Shown), and what that text is in the case. A row without a field only
-// carries a meaning (the list entry a record's fields go into, a flag OK sets).
+// Tab out of the field, until the focus has gone.
+inline void Leave(QWidget* w, const char* field)
+{
+    QWidget* f = Child(w, field);
+    f->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(f, Qt::Key_Tab);
+    QTRY_VERIFY(!f->hasFocus());
+}
+
+// The option of a group with that caption (the chosen one for none).
+inline QRadioButton* Option(QWidget* group, const QString& caption)
+{
+    for (QRadioButton* r : group->findChildren<QRadioButton*>())
+        if ((caption.isEmpty() && r->isChecked()) || QString(r->text()).remove(u'&') == caption)
+            return r;
+    return nullptr;
+}
+
+// What a widget shows: the text of a line edit, label, text box or drop-down
+// list; "x" for a checked button, "" for one not checked; the caption of a
+// group's chosen option ("Yes"). Put enters it.
+inline QString Shown(QWidget* w, const char* name)
+{
+    QWidget* c = Child(w, name);
+    if (auto* e = qobject_cast<QLineEdit*>(c))
+        return e->text();
+    if (auto* l = qobject_cast<QLabel*>(c))
+        return l->text();
+    if (auto* t = qobject_cast<QPlainTextEdit*>(c))
+        return t->toPlainText();
+    if (auto* b = qobject_cast<QComboBox*>(c))
+        return b->currentText();
+    if (auto* b = qobject_cast<QAbstractButton*>(c))
+        return b->isChecked() ? QStringLiteral("x") : QString();
+    const QRadioButton* chosen = Option(c, {});
+    return chosen ? QString(chosen->text()).remove(u'&') : QString();
+}
+
+inline void Put(QWidget* w, const char* name, std::string_view text)
+{
+    QWidget* c = Child(w, name);
+    if (qobject_cast<QLineEdit*>(c)) {
+        Type(w, name, text);
+    } else if (auto* b = qobject_cast<QComboBox*>(c)) {
+        b->setFocus(Qt::TabFocusReason);
+        b->setCurrentIndex(b->findText(QString::fromLatin1(text)));
+    } else if (auto* button = qobject_cast<QAbstractButton*>(c)) {
+        if (button->isChecked() != (text == "x"))
+            QTest::mouseClick(button, Qt::LeftButton);
+    } else if (QRadioButton* r = Option(c, QString::fromLatin1(text))) {
+        QTest::mouseClick(r, Qt::LeftButton);
+    }
+}
+
+// The action, then exactly one more message box (its text is the core's).
+inline void OneBoxAfter(RecordingMessages& msgs, const std::function<void()>& act)
+{
+    const std::size_t before = msgs.shown.size();
+    act();
+    QCOMPARE(msgs.shown.size(), before + 1);
+}
+
+// A picture of the window in the folder RW_UI_SHOTS names (none unset).
+inline void Shoot(QWidget* w, const char* name)
+{
+    const QString folder = qEnvironmentVariable("RW_UI_SHOTS");
+    if (folder.isEmpty() || !QDir().mkpath(folder))
+        return;
+    for (int i = 0; i < 3; ++i)  // pending layout requests first
+        QCoreApplication::processEvents();
+    w->grab().save(folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png"));
+}
+
+// A row of a binding table: a field, the text put into it, what that text
+// is in the case (a row without a field: a list entry, a flag OK sets).
 struct Binding {
     const char* field;
     const char* text;
@@ -112,91 +229,211 @@ struct Binding {
 };
 using Bindings = std::vector<Binding>;
 
-// A cleared case, as File - New starts it.
-rw::Case Cleared();
-// The case with every row's meaning.
-rw::Case With(rw::Case c, const Bindings& rows);
-// The first line where the two cases' JSON texts differ, empty when equal.
-std::string CaseDifference(const rw::Case& got, const rw::Case& expected);
-#define RW_COMPARE_CASE(got, expected)                                                                                 \
-    QVERIFY2((got) == (expected), rwtest::CaseDifference((got), (expected)).c_str())
+inline rw::Case With(rw::Case c, const Bindings& rows)
+{
+    for (const Binding& row : rows)
+        if (row.means)
+            row.means(c);
+    return c;
+}
 
-// Shows the dialog under test modally and runs the action on it from inside
-// its event loop (a runner opens and closes any list around it itself).
-using ShowDialog = std::function<void(const ModalDriver::Action& onDialog)>;
-// The three checks of a binding table, kase being the case the dialog works
-// on: opened over the case with every meaning, each field shows its text;
-// over the case as it was, the texts entered and Cancel leave it so; entered
-// and OK, it holds every meaning. A screenshot of the filled dialog is taken.
-void CheckBindings(rw::Case& kase, const Bindings& rows, const ShowDialog& show, const QString& shot);
+// Over the case with every meaning each field shows its text; the texts
+// put and Cancel leave the case, put and OK give it every meaning.
+inline void CheckBindings(rw::Case& kase, const Bindings& rows, const ShowDialog& show,
+                          const char* shot)
+{
+    const auto put = [&rows](QWidget* d) {
+        for (const Binding& row : rows)
+            if (row.field)
+                Put(d, row.field, row.text);
+    };
+    const rw::Case base = kase;
+    kase = With(base, rows);
+    show([&rows](QWidget* d) {
+        for (const Binding& row : rows)
+            if (row.field)
+                QCOMPARE(Shown(d, row.field), QString::fromLatin1(row.text));
+        Click(d, "btnCancel");
+    });
+    kase = base;
+    show([&](QWidget* d) {
+        put(d);
+        Click(d, "btnCancel");
+    });
+    QVERIFY(kase == base);
+    show([&](QWidget* d) {
+        put(d);
+        Shoot(d, shot);
+        Click(d, "btnOK");
+    });
+    QVERIFY(kase == With(base, rows));
+}
 
-// ---- Reports -------------------------------------------------------------------
-
-// "Report Choices", the check list of the report commands.
-QString ReportChoices();
-// Checks the reports of the mask (rw::kRptInputs, ...) in "Report Choices".
-void ChooseReports(QWidget* choices, std::int32_t mask);
-// A report text as its window shows it: blanks for NULs, lines without CR.
-QString AsShown(const std::string& crlfText);
-// The visible top-level window of that object name, if one is open.
-QWidget* OpenWindow(const std::string& name);
-// The grid shows the core's cells; the window shows the report (text,
-// grid, inputs and their list buttons) as the core produced it.
-void CompareGrid(QTableWidget* t, const rw::GridData& g);
-void CompareReportWindow(QWidget* w, const rw::ReportWindow& r);
-
-// ---- Screenshots -------------------------------------------------------------
-
-// Saves a picture of the window into the folder named by RW_UI_SHOTS, or
-// copies a file (a printed PDF) there; nothing when it is not set.
-void Shoot(QWidget* w, const QString& name);
-void KeepFile(const QString& path, const QString& name);
-
-// ---- Doubles -------------------------------------------------------------------
-
-// Records what the program asked the desktop to open.
-class RecordingDesktop : public rw::ui::Desktop {
-public:
-    bool openUrl(const QUrl& url) override
-    {
-        urls.push_back(url);
-        return true;
-    }
-    bool openDocument(const std::filesystem::path& file, const std::filesystem::path&) override
-    {
-        documents.push_back(file);
-        return true;
-    }
-    std::vector<QUrl> urls;
-    std::vector<std::filesystem::path> documents;
+// A row of a reaction table: what is put into a field (a line edit is left
+// after, unless the effect shows while typing) and its connection's effect:
+// one more message box, the target opened (enabled and visible, which it was
+// not), or the target showing something else.
+enum class Effect { None, Box, Opens, Changes };
+struct Reaction {
+    const char* field;
+    const char* text;
+    Effect effect;
+    const char* target = nullptr;
 };
 
-// Recorded message boxes, the next of which can be made to fail: with
-// failNext set, showing it throws a fault, as a handler that meets one would.
+inline void CheckReactions(QWidget* d, RecordingMessages& msgs, const std::vector<Reaction>& rows)
+{
+    const auto open = [d](const char* name) {
+        return Child(d, name)->isEnabled() && Child(d, name)->isVisible();
+    };
+    for (const Reaction& r : rows) {
+        const std::size_t boxes = msgs.shown.size();
+        const QString before = r.effect == Effect::Changes ? Shown(d, r.target) : QString();
+        QVERIFY2(r.effect != Effect::Opens || !open(r.target), r.target);
+        Put(d, r.field, r.text);
+        if (r.effect != Effect::Changes && qobject_cast<QLineEdit*>(Child(d, r.field)))
+            Leave(d, r.field);
+        QVERIFY2(r.effect != Effect::Box || msgs.shown.size() == boxes + 1, r.field);
+        QVERIFY2(r.effect != Effect::Opens || open(r.target), r.target);
+        QVERIFY2(r.effect != Effect::Changes || Shown(d, r.target) != before, r.field);
+    }
+}
+
+// The reaction table's checks, then Cancel.
+inline ModalDriver::Action Reacts(RecordingMessages& msgs, std::vector<Reaction> rows)
+{
+    return [&msgs, rows = std::move(rows)](QWidget* d) {
+        CheckReactions(d, msgs, rows);
+        Click(d, "btnCancel");
+    };
+}
+
+// A fault in a handler (the action has the next box fail) closes the dialog
+// and reaches the caller; the case stays as it was.
+inline void CheckFault(const rw::Case& kase, const ShowDialog& show, const ModalDriver::Action& act)
+{
+    const rw::Case before = kase;
+    QVERIFY_THROWS_EXCEPTION(rw::Fault, show(act));
+    QVERIFY(!QApplication::activeModalWidget() && kase == before);
+}
+
+// "Report Choices": checks the reports of the mask (rw::kRptInputs, ...).
+inline void ChooseReports(QWidget* choices, std::int32_t mask)
+{
+    auto* list = Child<QListWidget>(choices, "chkReport");
+    for (int i = 0; i < list->count(); ++i)
+        list->item(i)->setCheckState((mask >> i) & 1 ? Qt::Checked : Qt::Unchecked);
+}
+
+// "Report Choices" with these reports, then OK.
+inline ModalDriver::Action Choose(std::int32_t mask)
+{
+    return [mask](QWidget* d) {
+        ChooseReports(d, mask);
+        Click(d, "btnOK");
+    };
+}
+
+// A report text as its window shows it: blanks for NULs, lines without CR.
+inline QString AsShown(const std::string& crlfText)
+{
+    QString t = rw::ui::DisplayText(crlfText).remove(u'\r');
+    return t.endsWith(u'\n') ? t.chopped(1) : t;
+}
+
+// The visible top-level window of that object name.
+inline QWidget* OpenWindow(const std::string& name)
+{
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w->objectName() == QString::fromLatin1(name))
+            return w;
+    return nullptr;
+}
+
+inline void CompareGrid(QTableWidget* t, const rw::GridData& g)
+{
+    QCOMPARE(t->rowCount(), static_cast<int>(g.rows()) - 1);
+    QCOMPARE(t->columnCount(), static_cast<int>(g.columns()));
+    for (std::size_t c = 0; c < g.columns(); ++c) {
+        const int column = static_cast<int>(c);
+        QCOMPARE(t->horizontalHeaderItem(column)->text(), rw::ui::DisplayText(g.cells[0][c]));
+        for (std::size_t r = 1; r < g.rows(); ++r)
+            QCOMPARE(t->item(static_cast<int>(r) - 1, column)->text(),
+                     rw::ui::DisplayText(g.cells[r][c]));
+    }
+}
+
+// The window shows the report (text, grid, inputs and their list buttons) as
+// the core produced it.
+inline void CompareReportWindow(QWidget* w, const rw::ReportWindow& r)
+{
+    QVERIFY2(w, r.name.c_str());
+    QCOMPARE(w->windowTitle(), QString::fromLatin1(r.caption));
+    QCOMPARE(w->isModal(), r.modal);
+    if (r.grid) {
+        CompareGrid(w->findChild<QTableWidget*>(), *r.grid);
+    } else if (r.inputs) {
+        QCOMPARE(Shown(w, "txtIP"), AsShown(r.inputs->text));
+        QCOMPARE(Child(w, "btnDep")->isEnabled(), r.inputs->depositsEnabled);
+        QCOMPARE(Child(w, "btnCharges")->isEnabled(), r.inputs->chargesEnabled);
+        QCOMPARE(Child(w, "btnPmts")->isEnabled(), r.inputs->paymentsEnabled);
+    } else {
+        QCOMPARE(w->findChild<QPlainTextEdit*>()->toPlainText(), AsShown(r.text));
+    }
+}
+
+class RecordingDesktop : public rw::ui::Desktop {
+public:
+    using Path = std::filesystem::path;
+    bool openUrl(const QUrl& url) override { return urls.push_back(url), true; }
+    bool openDocument(const Path& file, const Path&) override
+    {
+        return documents.push_back(file), true;
+    }
+    std::vector<QUrl> urls;
+    std::vector<Path> documents;
+};
+
+// Message boxes recorded; with failNext, the next throws a fault.
 class FaultingMessages : public RecordingMessages {
 public:
-    void show(std::string_view title, std::string_view text, rw::MsgIcon icon) override;
+    void show(std::string_view title, std::string_view text, rw::MsgIcon icon) override
+    {
+        if (std::exchange(failNext, false))
+            throw rw::Fault(rw::kErrInvalidCall, "FaultingMessages");
+        RecordingMessages::show(title, text, icon);
+    }
     bool failNext = false;
 };
 
-// A temporary installation folder holding the tests' release of the rates
-// (every table and the release file, built from the frozen sources), and a
-// per-user data folder beside it.
-class InstallFolder {
-public:
-    InstallFolder();
-    rw::Paths paths() const;
-    std::filesystem::path operator/(const std::filesystem::path& p) const { return tmp_ / p; }
-
-private:
-    TempDir tmp_;
+// A temporary installation folder with the tests' release, a data folder.
+struct InstallFolder {
+    TempDir tmp;
+    InstallFolder()
+    {
+        std::filesystem::create_directories(tmp / "data");
+        std::filesystem::create_directories(tmp / "install");
+        for (const auto& entry : std::filesystem::directory_iterator(FixtureReleaseFolder()))
+            if (entry.is_regular_file())
+                std::filesystem::copy_file(entry.path(), tmp / "install" / entry.path().filename());
+    }
+    rw::Paths paths() const { return rw::Paths::ForFolders(tmp / "install", tmp / "data"); }
 };
 
 // A case and everything a command context refers to, with counters of the
 // main window's services.
 struct CommandRig {
     explicit CommandRig(rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10000"),
-                        rw::RateTable r = SimpleTable(0.0365f));
+                        rw::RateTable r = SimpleTable(0.0365f))
+        : kase(std::move(c))
+        , rates(std::move(r))
+        , paths(rw::Paths::ForFolders(dir.path(), dir.path()))
+    {
+        ctx.setNote = [this](std::string_view n) { notes.emplace_back(n); };
+        ctx.openHelp = [this] { ++helpOpened; };
+        ctx.writeRecoveryCopy = [this] { ++recoveryCopies; };
+        ctx.openExtendedDueDate = [this] { ++extendedDueDateOpened; };
+    }
     TempDir dir;
     rw::Case kase;
     rw::RateTable rates;
@@ -205,10 +442,10 @@ struct CommandRig {
     rw::ReportChoice choice;
     rw::PrintState printState;
     std::vector<std::string> notes;
-    int helpOpened = 0;
-    int recoveryCopies = 0;
-    int extendedDueDateOpened = 0;
-    rw::ui::CommandContext ctx;
+    int helpOpened = 0, recoveryCopies = 0, extendedDueDateOpened = 0;
+    rw::ui::CommandContext ctx{nullptr, kase, rates,  FixtureRelease().ftfMinimums,
+                               paths,   msgs, choice, printState,
+                               {},      {},   {},     {}};
 };
 
 }  // namespace rwtest
