@@ -57,20 +57,22 @@ FileSystemCalls& SystemFileCalls()
     return calls;
 }
 
-void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure)
+void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,
+                         std::string_view procedure)
 {
     WriteFileAtomically(path, bytes, procedure, SystemFileCalls());
 }
 
-void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure,
-                         FileSystemCalls& fs)
+void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,
+                         std::string_view procedure, FileSystemCalls& fs)
 {
     namespace fsys = std::filesystem;
     const fsys::path target(path);
     const fsys::path tmp = target.parent_path() / (target.filename().string() + ".tmp~");
     const int fd = fs.create(tmp.c_str());
     if (fd < 0)
-        ThrowFault(kErrPathAccess, procedure, "cannot create " + tmp.string() + ": " + std::strerror(errno));
+        ThrowFault(kErrPathAccess, procedure,
+                   "cannot create " + tmp.string() + ": " + std::strerror(errno));
     // From here on a failure removes the temporary file; the target is untouched.
     const auto fail = [&](std::int16_t number, const std::string& what, int err, bool open) {
         if (open)

@@ -39,7 +39,7 @@ public:
         const std::int64_t r = v.raw();
         raw(&r, 8);
     }
-    template <std::size_t N>
+    template<std::size_t N>
     void operator()(const FixedText<N>& t)
     {
         raw(t.data(), N);
@@ -57,7 +57,10 @@ private:
 class BinReader {
 public:
     BinReader(std::span<const char> data, std::string procedure)
-        : data_(data), procedure_(std::move(procedure)) {}
+        : data_(data)
+        , procedure_(std::move(procedure))
+    {
+    }
 
     void raw(void* p, std::size_t n)
     {
@@ -81,7 +84,7 @@ public:
         raw(&r, 8);
         v = Money::fromRaw(r);
     }
-    template <std::size_t N>
+    template<std::size_t N>
     void operator()(FixedText<N>& t)
     {
         raw(t.data(), N);
@@ -118,8 +121,9 @@ FileSystemCalls& SystemFileCalls();
 // Writes bytes to `path` safely: a temporary file beside it is written,
 // flushed and renamed over the target, so a failed write never destroys the
 // previous file. A failure is a fault (57 or 75) named after `procedure`.
-void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure);
-void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes, std::string_view procedure,
-                         FileSystemCalls& fs);
+void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,
+                         std::string_view procedure);
+void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,
+                         std::string_view procedure, FileSystemCalls& fs);
 
 }  // namespace rw

@@ -134,7 +134,8 @@ std::optional<Date> ParseMMDDYYYY(std::string_view text)
     if (text.size() != 10 || text[2] != '/' || text[5] != '/')
         return std::nullopt;
     int m = 0, d = 0, y = 0;
-    if (!parseInt(text.substr(0, 2), m) || !parseInt(text.substr(3, 2), d) || !parseInt(text.substr(6, 4), y))
+    if (!parseInt(text.substr(0, 2), m) || !parseInt(text.substr(3, 2), d)
+        || !parseInt(text.substr(6, 4), y))
         return std::nullopt;
     if (y < 1800 || m < 1 || m > 12 || d < 1 || d > DaysInMonth(y, m))
         return std::nullopt;

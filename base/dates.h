@@ -19,7 +19,7 @@ namespace rw {
 struct CivilDate {
     int year = 0;
     int month = 0;  // 1-12
-    int day = 0;    // 1-31
+    int day = 0;  // 1-31
     friend constexpr bool operator==(const CivilDate&, const CivilDate&) = default;
 };
 
@@ -45,7 +45,8 @@ constexpr CivilDate CivilFromDays(std::int64_t z)
     const std::int64_t mp = (5 * doy + 2) / 153;
     const std::int64_t d = doy - (153 * mp + 2) / 5 + 1;
     const std::int64_t m = mp < 10 ? mp + 3 : mp - 9;
-    return CivilDate{static_cast<int>(y + (m <= 2 ? 1 : 0)), static_cast<int>(m), static_cast<int>(d)};
+    return CivilDate{static_cast<int>(y + (m <= 2 ? 1 : 0)), static_cast<int>(m),
+                     static_cast<int>(d)};
 }
 
 // Day 0 of the program's numbering, 30 December 1899, counted from 1970-01-01.
@@ -56,7 +57,10 @@ static_assert(DaysFromCivil(2000, 3, 1) - DaysFromCivil(2000, 2, 28) == 2);
 class Date {
 public:
     constexpr Date() = default;  // day 0, 30 December 1899
-    constexpr explicit Date(double dayNumber) : d_(dayNumber) {}
+    constexpr explicit Date(double dayNumber)
+        : d_(dayNumber)
+    {
+    }
 
     static constexpr Date fromCivil(int year, int month, int day)
     {

@@ -41,7 +41,8 @@ private:
     std::string detail_;
 };
 
-[[noreturn]] void ThrowFault(std::int16_t number, std::string_view procedure, std::string detail = {});
+[[noreturn]] void ThrowFault(std::int16_t number, std::string_view procedure,
+                             std::string detail = {});
 
 // An expected condition met inside a computation: the case asks for something
 // the program cannot honestly give (interest on a rate the table does not
@@ -68,7 +69,7 @@ std::string ErrorDescription(int number);
 // of range, a list count beyond its list) takes this procedure's name; a fault
 // already named by an inner procedure keeps its name; any other exception
 // becomes a fault of this procedure (out of memory: 7, anything else: 5).
-template <typename F>
+template<typename F>
 decltype(auto) WithFaultName(std::string_view procedure, F&& body);
 
 // Faults named after a value type rather than a procedure of the program.
@@ -80,7 +81,7 @@ bool NamedByValueType(const Fault& f);
 
 namespace rw {
 
-template <typename F>
+template<typename F>
 decltype(auto) WithFaultName(std::string_view procedure, F&& body)
 {
     try {

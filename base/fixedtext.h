@@ -12,7 +12,7 @@
 
 namespace rw {
 
-template <std::size_t N>
+template<std::size_t N>
 class FixedText {
 public:
     static constexpr std::size_t kSize = N;
@@ -91,7 +91,13 @@ private:
 using Flag = std::int16_t;
 inline constexpr Flag kYes = -1;
 inline constexpr Flag kNo = 0;
-inline constexpr bool IsYes(Flag f) { return f != 0; }
-inline constexpr Flag ToFlag(bool b) { return b ? kYes : kNo; }
+inline constexpr bool IsYes(Flag f)
+{
+    return f != 0;
+}
+inline constexpr Flag ToFlag(bool b)
+{
+    return b ? kYes : kNo;
+}
 
 }  // namespace rw

@@ -19,7 +19,7 @@ public:
     // A box with Yes and No buttons; true for Yes.
     virtual bool ask(std::string_view title, std::string_view text, MsgIcon icon) = 0;
     // The system beep.
-    virtual void beep() {}
+    virtual void beep() { }
 };
 
 // The program's usual warning: title "WARNING", exclamation icon.

@@ -20,7 +20,8 @@ constexpr const char* kProc = "Money";
 
 std::int64_t checked(i128 v)
 {
-    if (v > std::numeric_limits<std::int64_t>::max() || v < std::numeric_limits<std::int64_t>::min())
+    if (v > std::numeric_limits<std::int64_t>::max()
+        || v < std::numeric_limits<std::int64_t>::min())
         ThrowFault(kErrOverflow, kProc, "amount out of range");
     return static_cast<std::int64_t>(v);
 }
@@ -56,7 +57,7 @@ Money Money::fromDouble(double d)
         return Money();
     // d = mant * 2^exp exactly, with mant a 53-bit integer.
     int exp = 0;
-    double frac = std::frexp(std::fabs(d), &exp);           // frac in [0.5, 1)
+    double frac = std::frexp(std::fabs(d), &exp);  // frac in [0.5, 1)
     auto mant = static_cast<std::uint64_t>(std::ldexp(frac, 53));  // exact
     exp -= 53;
     // value * 10000 = mant * 10000 * 2^exp, exact in 128 bits.
@@ -86,7 +87,8 @@ std::optional<Money> Money::parse(std::string_view text)
     if (text.empty())
         return std::nullopt;
     // The most negative amount has one unit more than the most positive.
-    const i128 limit = static_cast<i128>(std::numeric_limits<std::int64_t>::max()) + (negative ? 1 : 0);
+    const i128 limit
+        = static_cast<i128>(std::numeric_limits<std::int64_t>::max()) + (negative ? 1 : 0);
     i128 units = 0;
     int decimals = 0;
     bool seenPoint = false;
@@ -155,8 +157,7 @@ Money RoundCurrency(Money amount, int digits)
         div *= 10;
     const std::int64_t v = amount.raw();
     const bool neg = v < 0;
-    const u128 mag = neg ? static_cast<u128>(-static_cast<i128>(v))
-                                      : static_cast<u128>(v);
+    const u128 mag = neg ? static_cast<u128>(-static_cast<i128>(v)) : static_cast<u128>(v);
     u128 q = mag / div;
     const u128 r = mag % div;
     const u128 twice = r * 2;
@@ -255,7 +256,8 @@ std::optional<Money> ParseMoneyField(std::string_view text)
     if (text.empty())
         return Money();
     std::string t(text);
-    if (const auto dollar = t.find('$'); dollar != std::string::npos && (dollar == 0 || (dollar == 1 && t[0] == '-')))
+    if (const auto dollar = t.find('$');
+        dollar != std::string::npos && (dollar == 0 || (dollar == 1 && t[0] == '-')))
         t.erase(dollar, 1);
     return Money::parse(t);
 }

@@ -64,7 +64,10 @@ public:
     friend constexpr auto operator<=>(Money a, Money b) = default;
 
 private:
-    constexpr explicit Money(std::int64_t v) : v_(v) {}
+    constexpr explicit Money(std::int64_t v)
+        : v_(v)
+    {
+    }
     std::int64_t v_ = 0;
 };
 

@@ -65,9 +65,11 @@ std::string FormatFixed(double x, int decimals, int minIntDigits, bool thousands
     if (intPart.empty())
         intPart = "0";
     // Round half away from zero at `decimals`.
-    std::string keep = fracPart.substr(0, std::min<std::size_t>(fracPart.size(), static_cast<std::size_t>(decimals)));
+    std::string keep = fracPart.substr(
+        0, std::min<std::size_t>(fracPart.size(), static_cast<std::size_t>(decimals)));
     keep.resize(static_cast<std::size_t>(decimals), '0');
-    bool roundUp = fracPart.size() > static_cast<std::size_t>(decimals) && fracPart[static_cast<std::size_t>(decimals)] >= '5';
+    bool roundUp = fracPart.size() > static_cast<std::size_t>(decimals)
+                   && fracPart[static_cast<std::size_t>(decimals)] >= '5';
     std::string all = intPart + keep;
     if (roundUp) {
         int i = static_cast<int>(all.size()) - 1;
@@ -94,7 +96,8 @@ std::string FormatFixed(double x, int decimals, int minIntDigits, bool thousands
         ip = std::string(static_cast<std::size_t>(minIntDigits) - ip.size(), '0') + ip;
     if (thousands && !ip.empty())
         ip = GroupThousands(std::strtoull(ip.c_str(), nullptr, 10));
-    bool allZero = (ip.find_first_not_of('0') == std::string::npos) && (fp.find_first_not_of('0') == std::string::npos);
+    bool allZero = (ip.find_first_not_of('0') == std::string::npos)
+                   && (fp.find_first_not_of('0') == std::string::npos);
     std::string out = ip;
     if (decimals > 0)
         out += "." + fp;

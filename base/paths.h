@@ -32,12 +32,18 @@ struct Paths {
     std::filesystem::path helpFile() const { return installDir / "manqrat.pdf"; }
     std::filesystem::path ratesFolder() const { return ratesDir.empty() ? installDir : ratesDir; }
     std::filesystem::path releaseFile() const { return ratesFolder() / kReleaseFileName; }
-    std::filesystem::path table(std::string_view fileName) const { return ratesFolder() / fileName; }
+    std::filesystem::path table(std::string_view fileName) const
+    {
+        return ratesFolder() / fileName;
+    }
     // Where a table's published sources are kept in the release folder.
     std::filesystem::path tableSources() const { return ratesFolder() / "rates-src"; }
     // A later release of the rates the user installed without reinstalling
     // the program: rates/ in the per-user data folder.
-    std::filesystem::path userReleaseDir() const { return userDataRoot / kMakerFolder / kProgramFolder / "rates"; }
+    std::filesystem::path userReleaseDir() const
+    {
+        return userDataRoot / kMakerFolder / kProgramFolder / "rates";
+    }
 
     // The installation folder from RW_INSTALL_DIR, else the folder of the
     // running executable; the data root from XDG_DATA_HOME, else

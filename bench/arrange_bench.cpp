@@ -46,7 +46,10 @@ rw::Case payrollCase(unsigned seed, int mode)
     for (int i = 0; i < 9; ++i) {
         rw::PaymentRec p;
         p.sDesc = "Payment " + std::to_string(i);
-        p.dtPmt = rw::Date::fromCivil(2016, 1, 10) + (mode == 1 ? (8 - i) * 16 : mode == 2 ? 300 + pick(0, 20) : pick(0, 140));
+        p.dtPmt = rw::Date::fromCivil(2016, 1, 10)
+                  + (mode == 1   ? (8 - i) * 16
+                     : mode == 2 ? 300 + pick(0, 20)
+                                 : pick(0, 140));
         p.cToTax = rw::Money::fromRaw(required / 10 + pick(-5'000'000, 5'000'000));
         p.cAmount = p.cToTax;
         p.sMethod = "T";
@@ -58,7 +61,8 @@ rw::Case payrollCase(unsigned seed, int mode)
 
 void BM_ArrangeNinePaymentsFortyDeposits(benchmark::State& state)
 {
-    const rw::Case c = payrollCase(static_cast<unsigned>(state.range(0)), static_cast<int>(state.range(1)));
+    const rw::Case c
+        = payrollCase(static_cast<unsigned>(state.range(0)), static_cast<int>(state.range(1)));
     for (auto _ : state) {
         const rw::ArrangeOutcome out = rw::FindLowestPRPenOrder(c);
         benchmark::DoNotOptimize(out.lowest);

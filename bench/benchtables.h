@@ -14,8 +14,8 @@ namespace benchcases {
 inline const rw::FtfMinimumSchedule& BenchMinimums()
 {
     static const rw::FtfMinimumSchedule schedule{{{1800, rw::Money::fromCents(100'00), "bench"},
-                                                   {2009, rw::Money::fromCents(135'00), "bench"},
-                                                   {2016, rw::Money::fromCents(205'00), "bench"}}};
+                                                  {2009, rw::Money::fromCents(135'00), "bench"},
+                                                  {2016, rw::Money::fromCents(205'00), "bench"}}};
     return schedule;
 }
 
@@ -26,7 +26,8 @@ inline rw::Date D(int y, int m, int d)
 
 // Quarters firstYear-lastYear; rateOf(step) gives the underpayment rate of the
 // step-th quarter, the overpayment rate one point lower.
-inline rw::RateTable QuarterlyRates(int firstYear, int lastYear, const std::function<float(int)>& rateOf)
+inline rw::RateTable QuarterlyRates(int firstYear, int lastYear,
+                                    const std::function<float(int)>& rateOf)
 {
     rw::RateTable t;
     int step = 0;

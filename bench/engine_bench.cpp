@@ -4,8 +4,8 @@
 // The counter "allocs" is the number of heap allocations per computation:
 // it depends on the case's size, never on the number of days.
 
-#include "rates/ratetable.h"
 #include "engine/intcalc.h"
+#include "rates/ratetable.h"
 
 #include "benchtables.h"
 
@@ -51,8 +51,8 @@ using rw::Money;
 // Quarter rows 1983-2026 with rates between 3 % and 14 %, compounding daily.
 rw::RateTable QuarterlyTable()
 {
-    return benchcases::QuarterlyRates(1983, 2026,
-                                      [](int step) { return static_cast<float>(3 + (step * 7) % 12) / 100.0f; });
+    return benchcases::QuarterlyRates(
+        1983, 2026, [](int step) { return static_cast<float>(3 + (step * 7) % 12) / 100.0f; });
 }
 
 rw::Case LongFederalCase()
@@ -107,7 +107,8 @@ void Run(benchmark::State& state, const rw::RateTable& rates)
     }
     state.counters["rows"] = static_cast<double>(rows.size());
     state.counters["points"] = static_cast<double>(tl.size());
-    state.counters["allocs"] = static_cast<double>(gAllocations.load() - before) / static_cast<double>(state.iterations());
+    state.counters["allocs"] = static_cast<double>(gAllocations.load() - before)
+                               / static_cast<double>(state.iterations());
 }
 
 void BM_GetInterest_QuarterlyTable(benchmark::State& state)
@@ -119,8 +120,9 @@ BENCHMARK(BM_GetInterest_QuarterlyTable)->Unit(benchmark::kMicrosecond);
 void BM_GetInterest_InstalledFedTable(benchmark::State& state)
 {
     const char* dir = std::getenv("RW_INSTALL_DIR");
-    const rw::RateTableReadResult r =
-        dir != nullptr ? rw::ReadRateTableFile(std::filesystem::path(dir) / "fed.tbl") : rw::RateTableReadResult{};
+    const rw::RateTableReadResult r
+        = dir != nullptr ? rw::ReadRateTableFile(std::filesystem::path(dir) / "fed.tbl")
+                         : rw::RateTableReadResult{};
     if (dir == nullptr || r.status != rw::RateTableReadResult::Status::Ok || r.rows.empty()) {
         state.SkipWithError("no fed.tbl in RW_INSTALL_DIR");
         return;

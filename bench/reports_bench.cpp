@@ -2,10 +2,10 @@
 // payments: the computation, the reports on the text back end, and the whole
 // print job into a PDF file (the figure that matters: under 2 seconds).
 
+#include "qtprint/pdfoutput.h"
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
 #include "reports/textprinter.h"
-#include "qtprint/pdfoutput.h"
 
 #include "benchtables.h"
 
@@ -24,8 +24,8 @@ using rw::Money;
 // Quarter rows 2010-2026 at 3 % to 8 %, compounding daily.
 rw::RateTable QuarterlyTable()
 {
-    return benchcases::QuarterlyRates(2010, 2026,
-                                      [](int step) { return static_cast<float>(3 + step % 6) / 100.0f; });
+    return benchcases::QuarterlyRates(
+        2010, 2026, [](int step) { return static_cast<float>(3 + step % 6) / 100.0f; });
 }
 
 // 500 payments of 50.00 on 20 days of 2016 (25 a day, so the result stays
@@ -93,7 +93,7 @@ rw::Case BigCase()
 
 class NoMessages : public rw::Messages {
 public:
-    void show(std::string_view, std::string_view, rw::MsgIcon) override {}
+    void show(std::string_view, std::string_view, rw::MsgIcon) override { }
     bool ask(std::string_view, std::string_view, rw::MsgIcon) override { return true; }
 };
 
@@ -128,7 +128,8 @@ void BM_PrintEveryReportToPdf(benchmark::State& state)
 {
     const rw::Case c = BigCase();
     const rw::ReportSources sources = rw::StandardReportSources(QuarterlyTable(), BenchMinimums());
-    const std::string path = (std::filesystem::temp_directory_path() / "rw-bench-reports.pdf").string();
+    const std::string path
+        = (std::filesystem::temp_directory_path() / "rw-bench-reports.pdf").string();
     NoMessages msgs;
     for (auto _ : state) {
         auto printer = rw::MakePdfPrinter(path);

@@ -8,26 +8,47 @@ namespace {
 
 // Reads or writes each named field in file order: the name does not reach
 // the file.
-template <typename IO>
+template<typename IO>
 struct BinaryFields {
     IO& io;
-    template <typename T>
-    void text(const char*, T& t) { io(t); }
-    template <typename T>
-    void date(const char*, T& d) { io(d); }
-    template <typename T>
-    void money(const char*, T& m) { io(m); }
-    template <typename T>
-    void rate(const char*, T& f) { io(f); }
-    template <typename T>
-    void flag(const char*, T& f) { io(f); }
-    template <typename T>
-    void integer(const char*, T& n) { io(n); }
-    template <typename P>
-    void point(const char*, P& p) { VisitPointFields(*this, p); }
+    template<typename T>
+    void text(const char*, T& t)
+    {
+        io(t);
+    }
+    template<typename T>
+    void date(const char*, T& d)
+    {
+        io(d);
+    }
+    template<typename T>
+    void money(const char*, T& m)
+    {
+        io(m);
+    }
+    template<typename T>
+    void rate(const char*, T& f)
+    {
+        io(f);
+    }
+    template<typename T>
+    void flag(const char*, T& f)
+    {
+        io(f);
+    }
+    template<typename T>
+    void integer(const char*, T& n)
+    {
+        io(n);
+    }
+    template<typename P>
+    void point(const char*, P& p)
+    {
+        VisitPointFields(*this, p);
+    }
 };
 
-template <typename IO, typename R, typename Visit>
+template<typename IO, typename R, typename Visit>
 void binary(IO& io, R& record, Visit visit)
 {
     BinaryFields<IO> f{io};
@@ -40,8 +61,9 @@ void readInit(BinReader& in, InitInputs& init, InitLayout layout)
     init.nReserved = 0;  // reserved: ignored when read
 }
 
-template <typename T, typename Visit>
-void readList(BinReader& in, std::vector<T>& list, std::int16_t count, std::size_t recordSize, Visit visit)
+template<typename T, typename Visit>
+void readList(BinReader& in, std::vector<T>& list, std::int16_t count, std::size_t recordSize,
+              Visit visit)
 {
     if (count <= 0) {
         list.assign(1, T{});
@@ -127,18 +149,27 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         Case c;
         ClearInputs(c);
         switch (LayoutForTag(tag.view())) {
-        case InitLayout::Before2000Q22: ConvTo2000Q22(in, c.init); break;
-        case InitLayout::Before2010Q311: ConvTo2010Q311(in, c.init); break;
-        case InitLayout::Current: readInit(in, c.init, InitLayout::Current); break;
+        case InitLayout::Before2000Q22:
+            ConvTo2000Q22(in, c.init);
+            break;
+        case InitLayout::Before2010Q311:
+            ConvTo2010Q311(in, c.init);
+            break;
+        case InitLayout::Current:
+            readInit(in, c.init, InitLayout::Current);
+            break;
         }
         if (c.init.nPmts < 0 || c.init.nCharges < 0 || c.init.nDeposits < 0)
             ThrowFault(kErrSubscript, "ReadCase", "a list count is negative");
-        readList(in, c.pmts, c.init.nPmts, kPaymentSize,
-                 [](BinReader& b, PaymentRec& p) { binary(b, p, [](auto& f, auto& rec) { VisitPaymentFields(f, rec); }); });
-        readList(in, c.charges, c.init.nCharges, kChargeSize,
-                 [](BinReader& b, ChargeRec& x) { binary(b, x, [](auto& f, auto& rec) { VisitChargeFields(f, rec); }); });
-        readList(in, c.deposits, c.init.nDeposits, kDepositSize,
-                 [](BinReader& b, DepositRec& d) { binary(b, d, [](auto& f, auto& rec) { VisitDepositFields(f, rec); }); });
+        readList(in, c.pmts, c.init.nPmts, kPaymentSize, [](BinReader& b, PaymentRec& p) {
+            binary(b, p, [](auto& f, auto& rec) { VisitPaymentFields(f, rec); });
+        });
+        readList(in, c.charges, c.init.nCharges, kChargeSize, [](BinReader& b, ChargeRec& x) {
+            binary(b, x, [](auto& f, auto& rec) { VisitChargeFields(f, rec); });
+        });
+        readList(in, c.deposits, c.init.nDeposits, kDepositSize, [](BinReader& b, DepositRec& d) {
+            binary(b, d, [](auto& f, auto& rec) { VisitDepositFields(f, rec); });
+        });
         r.kase = std::move(c);
     } catch (const Fault& f) {
         r.status = CaseReadResult::Status::Damaged;
@@ -179,16 +210,18 @@ CaseReadResult::Status ReadCaseReporting(const std::string& path, Case& c, Messa
     switch (r.status) {
     case CaseReadResult::Status::NotFound:
         msgs.show("File not found",
-                  "File: " + path + " does not exist." + "Please verify the file is in the correct directory.",
+                  "File: " + path + " does not exist."
+                      + "Please verify the file is in the correct directory.",
                   MsgIcon::Critical);
         return r.status;
     case CaseReadResult::Status::BadMarker:
-        msgs.show("Problem With Case File",
-                  "File: " + path
-                      + " is not a case file of this program, or it was written by a version so old that "
-                        "no files of that kind remain. Please call Brindlecote technical support at "
-                        "support@brindlecote.example.",
-                  MsgIcon::Exclamation);
+        msgs.show(
+            "Problem With Case File",
+            "File: " + path
+                + " is not a case file of this program, or it was written by a version so old that "
+                  "no files of that kind remain. Please call Brindlecote technical support at "
+                  "support@brindlecote.example.",
+            MsgIcon::Exclamation);
         return r.status;
     case CaseReadResult::Status::Damaged:
         msgs.show("Open", "Retrieve (Open) Error: " + r.detail, MsgIcon::Critical);

@@ -5,9 +5,9 @@
 // version tag, hold a shorter record that is converted on reading.
 
 #include "base/binio.h"
+#include "base/messages.h"
 #include "casedata/caserecord.h"
 #include "casedata/recordfields.h"
-#include "base/messages.h"
 
 #include <string>
 #include <string_view>
@@ -21,14 +21,13 @@ inline constexpr std::string_view kCaseVersionTag = "Qrat2018Q1.10";
 
 // Record sizes in the file.
 inline constexpr std::size_t kInitSize = 488;
-inline constexpr std::size_t kInitSize2000Q22 = 482;   // tags below "Qrat2000Q2.20"
+inline constexpr std::size_t kInitSize2000Q22 = 482;  // tags below "Qrat2000Q2.20"
 inline constexpr std::size_t kInitSize2010Q311 = 484;  // tags below "Qrat2010Q3.11"
 inline constexpr std::size_t kTLPointSize = 64;
 inline constexpr std::size_t kPaymentSize = 57;
 inline constexpr std::size_t kChargeSize = 56;
 inline constexpr std::size_t kDepositSize = 42;
 inline constexpr std::size_t kCaseHeaderSize = 26;
-
 
 // Which layout a 20-character tag selects. Tags compare as whole fields, byte
 // by byte: "Qrat2000Q2.20" followed by blanks is not below "Qrat2000Q2.20".

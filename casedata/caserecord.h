@@ -150,9 +150,10 @@ struct Case {
 
 // What appending to a list found.
 struct ListAppend {
-    bool wasEmpty = false;        // the list held no entry before: the new one is its first
-    bool countDisagreed = false;  // the list's size and its count differed; the count now follows the list
-    std::int16_t sizeFound = 0;   // the list's size before appending
+    bool wasEmpty = false;  // the list held no entry before: the new one is its first
+    bool countDisagreed
+        = false;  // the list's size and its count differed; the count now follows the list
+    std::int16_t sizeFound = 0;  // the list's size before appending
     std::int16_t countFound = 0;  // the count before appending
 };
 
@@ -160,12 +161,13 @@ struct ListAppend {
 // disagrees with its count is reported back (the caller tells the user) and
 // the count is taken from the list. Beyond 32,767 entries: an overflow fault
 // named `procedure`, with the list unchanged.
-template <typename T>
-ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry, std::string_view procedure);
+template<typename T>
+ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry,
+                           std::string_view procedure);
 
 // Removes entry `index` (0 <= index < count); removing the last entry leaves
 // the one empty entry of an empty list. True when the list is now empty.
-template <typename T>
+template<typename T>
 bool RemoveListEntry(std::vector<T>& list, std::int16_t& count, std::size_t index);
 
 // Resets a case to its defaults: everything zero, texts NUL, the eighteen
@@ -177,8 +179,9 @@ void ClearInputs(Case& c);
 // The nearest single to 0.2: the normal accuracy-related penalty rate.
 inline constexpr float kNormalAccRelRate = 0.2f;
 
-template <typename T>
-ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry, std::string_view procedure)
+template<typename T>
+ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& entry,
+                           std::string_view procedure)
 {
     ListAppend a;
     a.countFound = count;
@@ -197,7 +200,7 @@ ListAppend AppendListEntry(std::vector<T>& list, std::int16_t& count, const T& e
     return a;
 }
 
-template <typename T>
+template<typename T>
 bool RemoveListEntry(std::vector<T>& list, std::int16_t& count, std::size_t index)
 {
     if (count <= 1) {

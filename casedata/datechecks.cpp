@@ -11,13 +11,15 @@ bool DateValid(std::string_view text, std::string_view name, Date& out, Messages
         return true;
     }
     out = Date(0.0);
-    Warn(msgs, "The " + std::string(name) + " date entered as " + std::string(text)
-                   + " is not valid.  Unless it is changed, somewhere at an inconvenient moment this "
-                     "program is likely to abort.");
+    Warn(msgs,
+         "The " + std::string(name) + " date entered as " + std::string(text)
+             + " is not valid.  Unless it is changed, somewhere at an inconvenient moment this "
+               "program is likely to abort.");
     return false;
 }
 
-bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInputs& init, Messages& msgs)
+bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInputs& init,
+                     Messages& msgs)
 {
     try {
         Date d;
@@ -29,18 +31,23 @@ bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInp
         if (d <= start) {
             result = false;
             Warn(msgs, std::string(name)
-                           + " date is on or before the start date of the interest calculation.  Unreliable "
-                             "results or an unplanned termination may occurr if this is not corrected. You "
+                           + " date is on or before the start date of the interest calculation.  "
+                             "Unreliable "
+                             "results or an unplanned termination may occurr if this is not "
+                             "corrected. You "
                              "might want to use "
                            + FormatShortDate(start + 1) + " instead.");
         }
         if (d >= stop) {
             result = false;
-            Warn(msgs, std::string(name)
-                           + " date is on or after the stop date of the interest calculation.  Unreliable "
-                             "results or an unplanned termination may occurr if this is not corrected. You "
-                             "might want to use "
-                           + FormatShortDate(stop - 1) + " instead.");
+            Warn(
+                msgs,
+                std::string(name)
+                    + " date is on or after the stop date of the interest calculation.  Unreliable "
+                      "results or an unplanned termination may occurr if this is not corrected. "
+                      "You "
+                      "might want to use "
+                    + FormatShortDate(stop - 1) + " instead.");
         }
         return result;
     } catch (const Fault& f) {
@@ -53,7 +60,8 @@ void DateChkError(int errorNumber, std::string_view name, Messages& msgs)
 {
     if (errorNumber == kErrTypeMismatch)
         Warn(msgs, std::string(name)
-                       + " date blank!  Unreliable results or an unplanned termination may occurr if this is "
+                       + " date blank!  Unreliable results or an unplanned termination may occurr "
+                         "if this is "
                          "not corrected. ");
     else
         Warn(msgs, "Error: " + ErrorDescription(errorNumber));
@@ -71,14 +79,16 @@ void ChkExtendedDate(Date d, const InitInputs& init, Messages& msgs)
     if (d.isNoDate())
         return;
     if (d < init.dtDue)
-        Warn(msgs, "The extended due date, " + FormatShortDate(d) + ", should NOT be earlier that the due date, "
-                       + FormatShortDate(init.dtDue) + ".  Please change the extended due date to "
-                       + FormatShortDate(init.dtDue) + " or later.");
+        Warn(msgs, "The extended due date, " + FormatShortDate(d)
+                       + ", should NOT be earlier that the due date, " + FormatShortDate(init.dtDue)
+                       + ".  Please change the extended due date to " + FormatShortDate(init.dtDue)
+                       + " or later.");
     if (d >= init.tlStop.dtDate)
         Warn(msgs, "The extended due date, " + FormatShortDate(d)
-                       + ", should be earlier that the interest stop date, " + FormatShortDate(init.tlStop.dtDate)
-                       + ".  Please change the extended due date to " + FormatShortDate(init.tlStop.dtDate - 1)
-                       + " or earlier.");
+                       + ", should be earlier that the interest stop date, "
+                       + FormatShortDate(init.tlStop.dtDate)
+                       + ".  Please change the extended due date to "
+                       + FormatShortDate(init.tlStop.dtDate - 1) + " or earlier.");
 }
 
 std::optional<Money> ReadMoneyField(std::string_view text, std::string_view label, Messages& msgs)

@@ -4,8 +4,8 @@
 // stored as day 0 (30 December 1899). A money field that is not an amount is
 // answered and keeps its dialog open.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 
 #include <optional>
 #include <string>
@@ -21,7 +21,8 @@ bool DateValid(std::string_view text, std::string_view name, Date& out, Messages
 // or on or after the stop date of the calculation (both warnings when both
 // apply). Returns false when a period warning was given; a text that is not a
 // date gets only the DateValid warning and returns true.
-bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInputs& init, Messages& msgs);
+bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInputs& init,
+                     Messages& msgs);
 
 // The error answer of ChkDateInPeriod: 13 (a blank field) names the field,
 // any other number gives the run-time's description.

@@ -8,7 +8,11 @@ namespace {
 constexpr const char* kFieldName = "Extended";
 }
 
-ExtDueDateDialog::ExtDueDateDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+ExtDueDateDialog::ExtDueDateDialog(Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 ExtDueDateForm ExtDueDateDialog::open()
 {

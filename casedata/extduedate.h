@@ -4,8 +4,8 @@
 // on the failure-to-file and accuracy-related penalties runs from it. Its
 // warnings only advise.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 
 #include <string>
 

@@ -1,14 +1,18 @@
 #include "casedata/initialinputs.h"
 
-#include "casedata/datechecks.h"
 #include "base/numtext.h"
+#include "casedata/datechecks.h"
 
 #include <charconv>
 
 namespace rw {
 
-InitialInputsDialog::InitialInputsDialog(Case& c, RateTable& rates, const Paths& paths, Messages& msgs)
-    : case_(c), rates_(rates), paths_(paths), msgs_(msgs)
+InitialInputsDialog::InitialInputsDialog(Case& c, RateTable& rates, const Paths& paths,
+                                         Messages& msgs)
+    : case_(c)
+    , rates_(rates)
+    , paths_(paths)
+    , msgs_(msgs)
 {
 }
 
@@ -60,7 +64,8 @@ void InitialInputsDialog::payrollClicked(const InitialInputsForm& form) const
         return;
     const auto amount = ParseMoneyField(text);
     if (amount && *amount > Money::fromCents(100))
-        Warn(msgs_, "For payroll tax situations the Balance Due should be $0 and the Start Calculation Date "
+        Warn(msgs_, "For payroll tax situations the Balance Due should be $0 and the Start "
+                    "Calculation Date "
                     "should be the first day of the quarter.");
 }
 
@@ -78,8 +83,9 @@ InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm&
         if (t.empty())
             n = 0;
         else if (r.ec != std::errc() || r.ptr != t.data() + t.size() || n < 0 || n > 30) {
-            Warn(msgs_, "The number of days before the check date on which interest stops on the refund "
-                        "must be a whole number from 0 to 30.");
+            Warn(msgs_,
+                 "The number of days before the check date on which interest stops on the refund "
+                 "must be a whole number from 0 to 30.");
             return Result::KeepOpen;
         }
         stopDays = static_cast<std::int16_t>(n);
@@ -131,7 +137,8 @@ bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates)
     return inside(init.tlStart.dtDate) && inside(init.tlStop.dtDate);
 }
 
-StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs)
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates,
+                                      Messages& msgs)
 {
     if (CalcDatesWithinTable(init, rates))
         return StateCheckAnswer::Continue;
@@ -140,15 +147,18 @@ StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& r
     const bool startOutside = !(first <= init.tlStart.dtDate && init.tlStart.dtDate <= last);
     const std::string which = startOutside ? "The start date, " : "The stop date, ";
     const Date shown = startOutside ? init.tlStart.dtDate : init.tlStop.dtDate;
-    const std::string text = which + FormatMMDDYYYY(shown) + ", is not between the first date, "
-        + FormatMMDDYYYY(first) + ", and the last date, " + FormatMMDDYYYY(last)
-        + ", in the state's rate table file. You are welcome " + "to look at " + kTablesPage
-        + " for a more " + "current state rate table. If you press the YES button, "
-        + "the program will let you continue, but, if you don't "
-        + "change that date, it will abort without warning later. "
-        + "If you press the NO button, the program will save your " + "data and exit afterwards. Continue?";
-    return msgs.ask("State Rate Table Problem", text, MsgIcon::Critical) ? StateCheckAnswer::Continue
-                                                                          : StateCheckAnswer::SaveAndExit;
+    const std::string text
+        = which + FormatMMDDYYYY(shown) + ", is not between the first date, "
+          + FormatMMDDYYYY(first) + ", and the last date, " + FormatMMDDYYYY(last)
+          + ", in the state's rate table file. You are welcome " + "to look at " + kTablesPage
+          + " for a more " + "current state rate table. If you press the YES button, "
+          + "the program will let you continue, but, if you don't "
+          + "change that date, it will abort without warning later. "
+          + "If you press the NO button, the program will save your "
+          + "data and exit afterwards. Continue?";
+    return msgs.ask("State Rate Table Problem", text, MsgIcon::Critical)
+               ? StateCheckAnswer::Continue
+               : StateCheckAnswer::SaveAndExit;
 }
 
 }  // namespace rw

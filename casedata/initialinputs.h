@@ -4,9 +4,9 @@
 // corporate flags, refund stop-days). The window binds its widgets to
 // InitialInputsForm; this class fills the form, reacts, and stores it on OK.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
 #include "base/paths.h"
+#include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 
 #include <string>
@@ -15,15 +15,15 @@
 namespace rw {
 
 struct InitialInputsForm {
-    std::string name;        // "Taxpayer:"
+    std::string name;  // "Taxpayer:"
     std::string secondLine;  // "Optional 2nd Line:"
-    int authority = 0;       // list position in "Rate Table:" (-1: nothing selected)
-    std::string dueDate;     // "Due Date of Return:"
-    std::string startDate;   // "Start Calculation:"
-    std::string stopDate;    // "End Calculation:"
+    int authority = 0;  // list position in "Rate Table:" (-1: nothing selected)
+    std::string dueDate;  // "Due Date of Return:"
+    std::string startDate;  // "Start Calculation:"
+    std::string stopDate;  // "End Calculation:"
     bool overpayment = false;  // "Starting Situation": "&Underpayment" / "O&verpayment"
     std::string initialBalance;  // "Intitial Balance:"
-    std::string stopDays;        // refund stop-days
+    std::string stopDays;  // refund stop-days
     bool stopDaysVisible = false;
     bool payroll = false;  // "Payroll Tax": "Yes" / "No"
     bool corporate = false;  // "Corporate Taxpayer"
@@ -48,8 +48,8 @@ public:
     void payrollClicked(const InitialInputsForm& form) const;
 
     enum class Result {
-        Stored,       // the case holds the form; the authority's table is loaded
-        KeepOpen,     // an entry could not be read; the user was told; nothing stored
+        Stored,  // the case holds the form; the authority's table is loaded
+        KeepOpen,  // an entry could not be read; the user was told; nothing stored
         SaveAndExit,  // stored, but the user chose to save and end at the state-table check
     };
     // OK (StoreDialog): stores the fields, loads the authority's rate table
@@ -70,6 +70,7 @@ bool CalcDatesWithinTable(const InitInputs& init, const RateTable& rates);
 enum class StateCheckAnswer { Continue, SaveAndExit };
 // Asks the user, when a date lies outside the state's table, whether to go on
 // (Yes) or to save and end (No).
-StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates, Messages& msgs);
+StateCheckAnswer CheckStateTableDates(const InitInputs& init, const RateTable& rates,
+                                      Messages& msgs);
 
 }  // namespace rw

@@ -17,7 +17,7 @@ namespace rw {
 // files before "Qrat2010Q3.11" lack fAccRelRate.
 enum class InitLayout { Before2000Q22, Before2010Q311, Current };
 
-template <typename V, typename P>
+template<typename V, typename P>
 void VisitPointFields(V& v, P& p)
 {
     v.text("sSortCode", p.sSortCode);
@@ -29,7 +29,7 @@ void VisitPointFields(V& v, P& p)
     v.money("cInt", p.cInt);
 }
 
-template <typename V, typename I>
+template<typename V, typename I>
 void VisitInitFields(V& v, I& r, InitLayout layout = InitLayout::Current)
 {
     v.text("sName", r.sName);
@@ -92,7 +92,7 @@ void VisitInitFields(V& v, I& r, InitLayout layout = InitLayout::Current)
     v.text("sTaxAuth", r.sTaxAuth);
 }
 
-template <typename V, typename P>
+template<typename V, typename P>
 void VisitPaymentFields(V& v, P& p)
 {
     v.text("sDesc", p.sDesc);
@@ -104,7 +104,7 @@ void VisitPaymentFields(V& v, P& p)
     v.text("sMethod", p.sMethod);
 }
 
-template <typename V, typename C>
+template<typename V, typename C>
 void VisitChargeFields(V& v, C& c)
 {
     v.text("sDesc", c.sDesc);
@@ -115,7 +115,7 @@ void VisitChargeFields(V& v, C& c)
     v.money("cToPen", c.cToPen);
 }
 
-template <typename V, typename D>
+template<typename V, typename D>
 void VisitDepositFields(V& v, D& d)
 {
     v.date("dtDepDue", d.dtDepDue);
@@ -125,6 +125,5 @@ void VisitDepositFields(V& v, D& d)
     v.date("dtDelinqNotice", d.dtDelinqNotice);
     v.date("dtJeopardy", d.dtJeopardy);
 }
-
 
 }  // namespace rw

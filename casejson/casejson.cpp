@@ -1,15 +1,15 @@
 #include "casejson/casejson.h"
 
 #include "base/binio.h"
-#include "casedata/casefile.h"
 #include "base/numtext.h"
+#include "casedata/casefile.h"
 #include "casedata/recordfields.h"
 
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <set>
 #include <vector>
@@ -108,7 +108,8 @@ bool utf8ToLatin1(std::string_view text, std::string& out, std::string& why)
         if (cp > 0xFF) {
             char buf[16];
             std::snprintf(buf, sizeof buf, "U+%04X", static_cast<unsigned>(cp));
-            why = std::string("holds the character ") + buf + ", which case texts cannot hold (Latin-1 only)";
+            why = std::string("holds the character ") + buf
+                  + ", which case texts cannot hold (Latin-1 only)";
             return false;
         }
         if (len != 2 || cp < 0x80) {  // an overlong form
@@ -123,7 +124,7 @@ bool utf8ToLatin1(std::string_view text, std::string& out, std::string& why)
 
 // ---- Values to JSON --------------------------------------------------------------
 
-template <typename J, std::size_t N>
+template<typename J, std::size_t N>
 J textToJson(const FixedText<N>& t)
 {
     const std::string_view v = t.view();
@@ -139,7 +140,7 @@ std::string hexBits(std::uint64_t bits, int digits)
     return buf;
 }
 
-template <typename J>
+template<typename J>
 J dateToJson(Date date)
 {
     const double d = date.dayNumber();
@@ -167,7 +168,7 @@ std::string moneyText(Money m)
     return s;
 }
 
-template <typename J>
+template<typename J>
 J rateToJson(float f)
 {
     if (!std::isfinite(f))
@@ -183,12 +184,13 @@ J rateToJson(float f)
     const std::string written = asNumber.dump();
     float back = 0.0f;
     const auto br = std::from_chars(written.data(), written.data() + written.size(), back);
-    if (br.ec == std::errc() && std::bit_cast<std::uint32_t>(back) == std::bit_cast<std::uint32_t>(f))
+    if (br.ec == std::errc()
+        && std::bit_cast<std::uint32_t>(back) == std::bit_cast<std::uint32_t>(f))
         return asNumber;
     return J(shortest);
 }
 
-template <typename J>
+template<typename J>
 J flagToJson(Flag f)
 {
     if (f == kYes)
@@ -200,7 +202,7 @@ J flagToJson(Flag f)
 
 // ---- Values from JSON -----------------------------------------------------------
 
-template <std::size_t N>
+template<std::size_t N>
 bool textFromJson(const json& v, FixedText<N>& out, std::string& why)
 {
     if (v.is_null()) {
@@ -218,7 +220,8 @@ bool textFromJson(const json& v, FixedText<N>& out, std::string& why)
         return false;
     }
     if (bytes.size() > N) {
-        why = "longer than " + std::to_string(N) + " characters (" + std::to_string(bytes.size()) + ")";
+        why = "longer than " + std::to_string(N) + " characters (" + std::to_string(bytes.size())
+              + ")";
         return false;
     }
     out.assign(bytes);
@@ -241,8 +244,10 @@ bool dateFromJson(const json& v, Date& out, std::string& why)
     }
     if (v.is_number_integer()) {
         constexpr std::int64_t kLimit = std::int64_t{1} << 53;
-        const bool exact = v.is_number_unsigned() ? v.get<std::uint64_t>() <= static_cast<std::uint64_t>(kLimit)
-                                                  : v.get<std::int64_t>() >= -kLimit && v.get<std::int64_t>() <= kLimit;
+        const bool exact
+            = v.is_number_unsigned()
+                  ? v.get<std::uint64_t>() <= static_cast<std::uint64_t>(kLimit)
+                  : v.get<std::int64_t>() >= -kLimit && v.get<std::int64_t>() <= kLimit;
         if (!exact) {
             why = "day number out of range: " + shown(v);
             return false;
@@ -359,12 +364,15 @@ bool integerFromJson(const json& v, std::int16_t& out, std::string& why)
     return false;
 }
 
-template <typename J>
+template<typename J>
 struct Exporter {
     J obj = J::object();
 
-    template <std::size_t N>
-    void text(const char* name, const FixedText<N>& t) { obj[name] = textToJson<J>(t); }
+    template<std::size_t N>
+    void text(const char* name, const FixedText<N>& t)
+    {
+        obj[name] = textToJson<J>(t);
+    }
     void date(const char* name, const Date& d) { obj[name] = dateToJson<J>(d); }
     void money(const char* name, const Money& m) { obj[name] = moneyText(m); }
     void rate(const char* name, const float& f) { obj[name] = rateToJson<J>(f); }
@@ -378,7 +386,7 @@ struct Exporter {
     }
 };
 
-template <typename J, typename T, typename Visit>
+template<typename J, typename T, typename Visit>
 J listToJson(std::span<const T> items, Visit visit)
 {
     J arr = J::array();
@@ -390,16 +398,19 @@ J listToJson(std::span<const T> items, Visit visit)
     return arr;
 }
 
-template <typename J>
+template<typename J>
 J caseToJson(const Case& c)
 {
     J out = J::object();
     Exporter<J> init;
     VisitInitFields(init, c.init);
     out["init"] = std::move(init.obj);
-    out["payments"] = listToJson<J>(c.payments(), [](auto& v, const PaymentRec& p) { VisitPaymentFields(v, p); });
-    out["charges"] = listToJson<J>(c.otherCharges(), [](auto& v, const ChargeRec& x) { VisitChargeFields(v, x); });
-    out["deposits"] = listToJson<J>(c.payrollDeposits(), [](auto& v, const DepositRec& d) { VisitDepositFields(v, d); });
+    out["payments"] = listToJson<J>(c.payments(),
+                                    [](auto& v, const PaymentRec& p) { VisitPaymentFields(v, p); });
+    out["charges"] = listToJson<J>(c.otherCharges(),
+                                   [](auto& v, const ChargeRec& x) { VisitChargeFields(v, x); });
+    out["deposits"] = listToJson<J>(c.payrollDeposits(),
+                                    [](auto& v, const DepositRec& d) { VisitDepositFields(v, d); });
     return out;
 }
 
@@ -408,15 +419,37 @@ J caseToJson(const Case& c)
 class Importer {
 public:
     Importer(const json& obj, std::string path, std::string& error)
-        : obj_(obj), path_(std::move(path)), error_(error) {}
+        : obj_(obj)
+        , path_(std::move(path))
+        , error_(error)
+    {
+    }
 
-    template <std::size_t N>
-    void text(const char* name, FixedText<N>& t) { field(name, [&](const json& v, std::string& why) { return textFromJson(v, t, why); }); }
-    void date(const char* name, Date& d) { field(name, [&](const json& v, std::string& why) { return dateFromJson(v, d, why); }); }
-    void money(const char* name, Money& m) { field(name, [&](const json& v, std::string& why) { return moneyFromJson(v, m, why); }); }
-    void rate(const char* name, float& f) { field(name, [&](const json& v, std::string& why) { return rateFromJson(v, f, why); }); }
-    void flag(const char* name, Flag& f) { field(name, [&](const json& v, std::string& why) { return flagFromJson(v, f, why); }); }
-    void integer(const char* name, std::int16_t& n) { field(name, [&](const json& v, std::string& why) { return integerFromJson(v, n, why); }); }
+    template<std::size_t N>
+    void text(const char* name, FixedText<N>& t)
+    {
+        field(name, [&](const json& v, std::string& why) { return textFromJson(v, t, why); });
+    }
+    void date(const char* name, Date& d)
+    {
+        field(name, [&](const json& v, std::string& why) { return dateFromJson(v, d, why); });
+    }
+    void money(const char* name, Money& m)
+    {
+        field(name, [&](const json& v, std::string& why) { return moneyFromJson(v, m, why); });
+    }
+    void rate(const char* name, float& f)
+    {
+        field(name, [&](const json& v, std::string& why) { return rateFromJson(v, f, why); });
+    }
+    void flag(const char* name, Flag& f)
+    {
+        field(name, [&](const json& v, std::string& why) { return flagFromJson(v, f, why); });
+    }
+    void integer(const char* name, std::int16_t& n)
+    {
+        field(name, [&](const json& v, std::string& why) { return integerFromJson(v, n, why); });
+    }
     void point(const char* name, TLPoint& p)
     {
         field(name, [&](const json& v, std::string& why) {
@@ -443,7 +476,7 @@ public:
     }
 
 private:
-    template <typename F>
+    template<typename F>
     void field(const char* name, F read)
     {
         known_.insert(name);
@@ -474,8 +507,9 @@ private:
     bool failed_ = false;
 };
 
-template <typename T, typename Visit>
-bool listFromJson(const json& doc, const char* name, std::vector<T>& list, std::string& error, Visit visit)
+template<typename T, typename Visit>
+bool listFromJson(const json& doc, const char* name, std::vector<T>& list, std::string& error,
+                  Visit visit)
 {
     list.clear();
     const auto it = doc.find(name);
@@ -508,15 +542,15 @@ bool listFromJson(const json& doc, const char* name, std::vector<T>& list, std::
 
 // The count of a list follows the list; a count given in the record must
 // agree with it.
-template <typename T>
+template<typename T>
 bool settleCount(const json& doc, const char* countName, const char* listName, std::vector<T>& list,
                  std::int16_t& count, std::string& error)
 {
     const auto n = static_cast<std::int16_t>(list.size());
     const auto init = doc.find("init");
     if (init != doc.end() && init->contains(countName) && count != n) {
-        error = std::string("init.") + countName + ": " + std::to_string(count) + ", but \"" + listName
-            + "\" holds " + std::to_string(n) + (n == 1 ? " entry" : " entries");
+        error = std::string("init.") + countName + ": " + std::to_string(count) + ", but \""
+                + listName + "\" holds " + std::to_string(n) + (n == 1 ? " entry" : " entries");
         return false;
     }
     count = n;
@@ -529,7 +563,10 @@ bool settleCount(const json& doc, const char* countName, const char* listName, s
 // with a fraction or an exponent keep their text and a key may not repeat.
 class CaseJsonSax {
 public:
-    explicit CaseJsonSax(json& out) : dom_(out, false) {}
+    explicit CaseJsonSax(json& out)
+        : dom_(out, false)
+    {
+    }
 
     bool null() { return dom_.null(); }
     bool boolean(bool v) { return dom_.boolean(v); }
@@ -572,8 +609,10 @@ public:
     bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& ex)
     {
         std::string what = ex.what();
-        // "[json.exception.parse_error.101] parse error at line 1, ..." -> "parse error at line 1, ..."
-        if (const auto close = what.find("] "); what.starts_with("[json.exception") && close != std::string::npos)
+        // "[json.exception.parse_error.101] parse error at line 1, ..." -> "parse error at line 1,
+        // ..."
+        if (const auto close = what.find("] ");
+            what.starts_with("[json.exception") && close != std::string::npos)
             what = what.substr(close + 2);
         error = "not valid JSON: " + what;
         return false;
@@ -626,9 +665,12 @@ std::optional<Case> CaseFromJson(const nlohmann::json& j, std::string& error)
         if (!in.finish())
             return std::nullopt;
     }
-    if (!listFromJson(j, "payments", c.pmts, error, [](Importer& v, PaymentRec& p) { VisitPaymentFields(v, p); })
-        || !listFromJson(j, "charges", c.charges, error, [](Importer& v, ChargeRec& x) { VisitChargeFields(v, x); })
-        || !listFromJson(j, "deposits", c.deposits, error, [](Importer& v, DepositRec& d) { VisitDepositFields(v, d); }))
+    if (!listFromJson(j, "payments", c.pmts, error,
+                      [](Importer& v, PaymentRec& p) { VisitPaymentFields(v, p); })
+        || !listFromJson(j, "charges", c.charges, error,
+                         [](Importer& v, ChargeRec& x) { VisitChargeFields(v, x); })
+        || !listFromJson(j, "deposits", c.deposits, error,
+                         [](Importer& v, DepositRec& d) { VisitDepositFields(v, d); }))
         return std::nullopt;
     if (!settleCount(j, "nPmts", "payments", c.pmts, c.init.nPmts, error)
         || !settleCount(j, "nCharges", "charges", c.charges, c.init.nCharges, error)
@@ -659,7 +701,8 @@ bool LoadCaseFile(const std::string& path, Case& out, std::string& error)
         error = path + ": cannot be read";
         return false;
     }
-    if (bytes.size() >= kFileMarker.size() && std::string_view(bytes.data(), kFileMarker.size()) == kFileMarker) {
+    if (bytes.size() >= kFileMarker.size()
+        && std::string_view(bytes.data(), kFileMarker.size()) == kFileMarker) {
         CaseReadResult r = DecodeCase(bytes);
         if (r.status != CaseReadResult::Status::Ok) {
             error = path + ": damaged case file: " + r.detail;
@@ -673,9 +716,13 @@ bool LoadCaseFile(const std::string& path, Case& out, std::string& error)
     const std::string_view text(bytes.data(), bytes.size());
     if (!ParseCaseJson(text, doc, why)) {
         const auto first = text.find_first_not_of(" \t\r\n");
-        const bool looksJson = (first != std::string_view::npos && (text[first] == '{' || text[first] == '['))
-            || std::filesystem::path(path).extension() == ".json";
-        error = path + (looksJson ? ": " : ": neither a case file (no \"NOTVB3\" marker) nor a JSON case: ") + why;
+        const bool looksJson
+            = (first != std::string_view::npos && (text[first] == '{' || text[first] == '['))
+              || std::filesystem::path(path).extension() == ".json";
+        error = path
+                + (looksJson ? ": "
+                             : ": neither a case file (no \"NOTVB3\" marker) nor a JSON case: ")
+                + why;
         return false;
     }
     std::optional<Case> c = CaseFromJson(doc, why);

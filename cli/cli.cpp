@@ -16,14 +16,18 @@ struct Command {
 const Command kCommands[] = {
     {"import", CmdImport, "import CASE.json -o CASE.INT      convert a JSON case into a case file"},
     {"export", CmdExport, "export CASE.INT                   print a case file as JSON"},
-    {"tables", CmdTables, "tables [CODE]                     list the rate tables, or one table's rows"},
+    {"tables", CmdTables,
+     "tables [CODE]                     list the rate tables, or one table's rows"},
     {"detail", CmdDetail, "detail CASE                       print the detailed interest analysis"},
     {"compute", CmdCompute, "compute --json CASE               print the computation as JSON"},
-    {"arrange", CmdArrange, "arrange CASE.INT -o OUT.INT       reorder payments for the lowest payroll penalty"},
+    {"arrange", CmdArrange,
+     "arrange CASE.INT -o OUT.INT       reorder payments for the lowest payroll penalty"},
     {"report", CmdReport, "report --reports LIST CASE        print the display texts of reports"},
     {"print", CmdPrint, "print --reports LIST (--pdf OUT.pdf | --text) CASE   print reports"},
-    {"release", CmdRelease, "release show                      the release of the rates in use, its dates and tables"},
-    {"release", CmdRelease, "release build SOURCES_DIR -o DIR  build a release of the rates from their sources"},
+    {"release", CmdRelease,
+     "release show                      the release of the rates in use, its dates and tables"},
+    {"release", CmdRelease,
+     "release build SOURCES_DIR -o DIR  build a release of the rates from their sources"},
 };
 
 void usage(std::ostream& os)
@@ -87,8 +91,7 @@ int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)
         ReleaseInfo own;
         if (ReadReleaseInfo(env.paths.releaseFile(), own))
             env.release.info = std::move(own);
-    }
-    else
+    } else
         for (const std::string& warning : env.release.warnings)
             err << "qratcalc-cli: " << warning << "\n";
     for (const Command& c : kCommands)

@@ -1,7 +1,7 @@
 #include "cli/cli.h"
 
-#include "casedata/casefile.h"
 #include "base/numtext.h"
+#include "casedata/casefile.h"
 #include "casejson/casejson.h"
 #include "cli/cmd_report.h"
 #include "penalties/arrange.h"
@@ -23,7 +23,8 @@ Money payrollPenalty(const Case& c)
 
 bool endsWithJson(std::string path)
 {
-    std::transform(path.begin(), path.end(), path.begin(), [](unsigned char ch) { return std::tolower(ch); });
+    std::transform(path.begin(), path.end(), path.begin(),
+                   [](unsigned char ch) { return std::tolower(ch); });
     return path.ends_with(".json");
 }
 
@@ -57,7 +58,8 @@ int CmdArrange(CliEnv& env)
     const int n = c.init.nPmts;
     if (n >= kMaxArrangePayments) {
         StreamMessages(env.err).show("WARNING", ArrangeTooManyPaymentsText(), MsgIcon::Exclamation);
-        env.err << "qratcalc-cli arrange: " << n << " payments; nothing was arranged and nothing written\n";
+        env.err << "qratcalc-cli arrange: " << n
+                << " payments; nothing was arranged and nothing written\n";
         return kExitProblem;
     }
     try {
@@ -67,9 +69,9 @@ int CmdArrange(CliEnv& env)
         // The Payments dialog leaves the flag off once the search has run.
         c.init.bAutoArrange = kNo;
         const Money after = payrollPenalty(c);
-        env.out << "Payroll deposit penalties: " << FormatMoney(before) << " as entered, " << FormatMoney(after)
-                << " arranged; saved " << FormatMoney(before - after) << " over "
-                << FormatCount(n == 0 ? 0 : GetFactorial(n)) << " orders\n";
+        env.out << "Payroll deposit penalties: " << FormatMoney(before) << " as entered, "
+                << FormatMoney(after) << " arranged; saved " << FormatMoney(before - after)
+                << " over " << FormatCount(n == 0 ? 0 : GetFactorial(n)) << " orders\n";
         if (endsWithJson(*out)) {
             std::ofstream os(*out, std::ios::binary);
             os << CaseToJsonText(c);

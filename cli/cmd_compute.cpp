@@ -35,7 +35,7 @@ Json moneyJson(Money m)
     return ExactMoney(m);
 }
 
-template <std::size_t N>
+template<std::size_t N>
 Json textJson(const FixedText<N>& t)
 {
     return Latin1ToUtf8(t.view());  // padding and NULs as stored
@@ -54,15 +54,16 @@ Json rowsJson(const CaseComputation& k)
 {
     Json rows = Json::array();
     for (const ResultPeriod& r : k.rows)
-        rows.push_back(Json{{"sDesc", textJson(r.sDesc)},
-                            {"dtBegin", dateJson(r.dtBegin)},
-                            {"dtEnd", dateJson(r.dtEnd)},
-                            {"fRate", rateJson(r.fRate)},
-                            {"cTaxPen", moneyJson(r.cTaxPen)},
-                            {"cAccruedInt", moneyJson(r.cAccruedInt)},
-                            {"nDays", r.nDays},
-                            {"dIntFactor", r.dIntFactor},  // shortest text that reads back as the same double
-                            {"cInterest", moneyJson(r.cInterest)}});
+        rows.push_back(
+            Json{{"sDesc", textJson(r.sDesc)},
+                 {"dtBegin", dateJson(r.dtBegin)},
+                 {"dtEnd", dateJson(r.dtEnd)},
+                 {"fRate", rateJson(r.fRate)},
+                 {"cTaxPen", moneyJson(r.cTaxPen)},
+                 {"cAccruedInt", moneyJson(r.cAccruedInt)},
+                 {"nDays", r.nDays},
+                 {"dIntFactor", r.dIntFactor},  // shortest text that reads back as the same double
+                 {"cInterest", moneyJson(r.cInterest)}});
     return rows;
 }
 
@@ -138,7 +139,8 @@ const Section kSections[] = {
 
 }  // namespace
 
-int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates)
+int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c,
+                     RateTable& rates)
 {
     const std::string prefix = "qratcalc-cli " + std::string(command) + ": ";
     std::string error;
@@ -154,13 +156,16 @@ int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& p
         rates = std::move(r.rows);
         return kExitOk;
     case RateTableReadResult::Status::NotFound:
-        env.err << prefix << "the rate table of " << auth.name << ", " << table.string() << ", does not exist\n";
+        env.err << prefix << "the rate table of " << auth.name << ", " << table.string()
+                << ", does not exist\n";
         break;
     case RateTableReadResult::Status::BadMarker:
-        env.err << prefix << table.string() << " is not a rate table (it does not begin with NOTVB3)\n";
+        env.err << prefix << table.string()
+                << " is not a rate table (it does not begin with NOTVB3)\n";
         break;
     case RateTableReadResult::Status::Damaged:
-        env.err << prefix << "the rate table " << table.string() << " is damaged: " << r.detail << "\n";
+        env.err << prefix << "the rate table " << table.string() << " is damaged: " << r.detail
+                << "\n";
         break;
     }
     return kExitBadInput;
@@ -187,7 +192,8 @@ int CmdCompute(CliEnv& env)
     if (int status = LoadCaseAndTable(env, "compute", env.args[0], c, rates); status != kExitOk)
         return status;
     try {
-        env.out << ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums)).dump(2) << "\n";
+        env.out << ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums)).dump(2)
+                << "\n";
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;

@@ -3,9 +3,9 @@
 // rate table, the whole computation, and the computation as JSON.
 
 #include "casedata/caserecord.h"
-#include "rates/ratetable.h"
 #include "cli/cli.h"
 #include "penalties/compute.h"
+#include "rates/ratetable.h"
 
 #include <nlohmann/json.hpp>
 
@@ -17,7 +17,8 @@ namespace rw::cli {
 // Reads the case (case file or JSON case) and its authority's rate table
 // file. A case or table that cannot be read is told on env.err after
 // "qratcalc-cli <command>: "; returns kExitOk or kExitBadInput.
-int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c, RateTable& rates);
+int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c,
+                     RateTable& rates);
 
 // The computation as one JSON object: "interest" (the total), "summary"
 // (the summary lines shown, {"label", "amount"}, the last one "Total"),

@@ -1,5 +1,5 @@
-#include "cli/cli.h"
 #include "casejson/casejson.h"
+#include "cli/cli.h"
 
 #include <ostream>
 

@@ -19,9 +19,8 @@ namespace rw::cli {
 
 namespace {
 
-constexpr const char* kUsage =
-    "qratcalc-cli print: usage: print [--reports LIST] [--copies N] "
-    "(--pdf OUT.pdf | --text [--lines N | --pdf-metrics]) CASE\n";
+constexpr const char* kUsage = "qratcalc-cli print: usage: print [--reports LIST] [--copies N] "
+                               "(--pdf OUT.pdf | --text [--lines N | --pdf-metrics]) CASE\n";
 
 std::optional<int> positive(const std::string& s)
 {
@@ -113,7 +112,8 @@ int CmdPrint(CliEnv& env)
     PrintState state;
     PrintJob job{*printer, state, msgs, [&](std::string_view s) { env.err << s << "\n"; }, {}};
     try {
-        PrintReports(*choice, static_cast<std::int16_t>(copies), c, job, StandardReportSources(rates, env.release.info.ftfMinimums));
+        PrintReports(*choice, static_cast<std::int16_t>(copies), c, job,
+                     StandardReportSources(rates, env.release.info.ftfMinimums));
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;

@@ -23,20 +23,22 @@ int showRelease(CliEnv& env)
     const ReleaseInfo& info = use.info;
     env.out << "Release:            " << info.name << " (" << info.description << ")\n"
             << "Folder:             " << use.folder.string()
-            << (use.folder == env.paths.userReleaseDir() ? "  (the user's data folder; replaces the installed release)"
+            << (use.folder == env.paths.userReleaseDir()
+                    ? "  (the user's data folder; replaces the installed release)"
                 : use.folder == env.paths.installDir ? "  (installed with the program)"
                                                      : "")
             << "\n"
-            << "Verified through:   " << FormatMMDDYYYY(info.verifiedThrough) << "  " << info.verifiedThroughText
-            << "\n"
-            << "Estimated through:  " << FormatMMDDYYYY(info.estimatedThrough) << "  " << info.estimatedThroughText
-            << "\n"
+            << "Verified through:   " << FormatMMDDYYYY(info.verifiedThrough) << "  "
+            << info.verifiedThroughText << "\n"
+            << "Estimated through:  " << FormatMMDDYYYY(info.estimatedThrough) << "  "
+            << info.estimatedThroughText << "\n"
             << "User release folder: " << env.paths.userReleaseDir().string() << "\n";
     for (const std::string& note : use.notes)
         env.out << "Note: " << note << "\n";
     env.out << "\nFailure-to-file minimum by the calendar year of the due date:\n";
     for (const FtfMinimum& m : info.ftfMinimums.rows)
-        env.out << "  from " << m.firstYear << "  " << RtJustAmt(m.amount) << "  " << m.source << "\n";
+        env.out << "  from " << m.firstYear << "  " << RtJustAmt(m.amount) << "  " << m.source
+                << "\n";
     env.out << "\n";
     env.args.clear();
     return CmdTables(env);
@@ -64,8 +66,9 @@ int buildRelease(CliEnv& env)
         return kExitProblem;
     }
     const ReleaseInfo& info = build.info;
-    env.out << "Built " << info.name << " (" << info.description << ") in " << *outDir << ": verified through "
-            << info.verifiedThroughText << ", estimated through " << info.estimatedThroughText << ".\n"
+    env.out << "Built " << info.name << " (" << info.description << ") in " << *outDir
+            << ": verified through " << info.verifiedThroughText << ", estimated through "
+            << info.estimatedThroughText << ".\n"
             << ratesrc::ReleaseTablesSummary(build);
     const std::filesystem::path userFolder = env.paths.userReleaseDir();
     std::error_code ec;

@@ -19,8 +19,8 @@ struct ReportName {
     std::int32_t value;
 };
 constexpr ReportName kReportNames[] = {
-    {"inputs", kRptInputs}, {"summary", kRptSummary}, {"detail", kRptDetail},
-    {"ftfp", kRptFailFilePay}, {"accrel", kRptAccRel}, {"payroll", kRptPayroll},
+    {"inputs", kRptInputs},    {"summary", kRptSummary}, {"detail", kRptDetail},
+    {"ftfp", kRptFailFilePay}, {"accrel", kRptAccRel},   {"payroll", kRptPayroll},
 };
 
 // A window text on the terminal: CR LF becomes a newline, Latin-1 becomes UTF-8.
@@ -66,7 +66,7 @@ std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& 
         }
         if (!known) {
             error = "unknown report '" + std::string(name)
-                + "' (use inputs, summary, detail, ftfp, accrel, payroll or all)";
+                    + "' (use inputs, summary, detail, ftfp, accrel, payroll or all)";
             return std::nullopt;
         }
         pos = comma + 1;
@@ -97,7 +97,8 @@ void WriteFault(CliEnv& env, const Fault& f)
 void WriteRefusal(CliEnv& env, const Refusal& r)
 {
     nlohmann::json j;
-    j["refused"] = {{"title", Latin1ToUtf8(r.title())}, {"message", Latin1ToUtf8(std::string(r.text()))}};
+    j["refused"]
+        = {{"title", Latin1ToUtf8(r.title())}, {"message", Latin1ToUtf8(std::string(r.text()))}};
     env.out << j.dump() << "\n";
     env.err << Latin1ToUtf8(std::string(r.text())) << "\n";
 }
@@ -127,7 +128,8 @@ int CmdReport(CliEnv& env)
         return status;
     std::vector<ReportWindow> windows;
     try {
-        windows = ReportWindows(*choice, c, StandardReportSources(rates, env.release.info.ftfMinimums));
+        windows
+            = ReportWindows(*choice, c, StandardReportSources(rates, env.release.info.ftfMinimums));
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;

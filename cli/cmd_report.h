@@ -21,7 +21,10 @@ std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& 
 // Message boxes as lines on a stream: "TITLE: text".
 class StreamMessages : public Messages {
 public:
-    explicit StreamMessages(std::ostream& os) : os_(os) {}
+    explicit StreamMessages(std::ostream& os)
+        : os_(os)
+    {
+    }
     void show(std::string_view title, std::string_view text, MsgIcon icon) override;
     // Questions are answered Yes.
     bool ask(std::string_view title, std::string_view text, MsgIcon icon) override;

@@ -1,8 +1,8 @@
 #include "cli/cli.h"
 
 #include "base/numtext.h"
-#include "rates/ratetable.h"
 #include "ratebuild/ratesource.h"
+#include "rates/ratetable.h"
 
 #include <cstdio>
 #include <map>
@@ -99,11 +99,14 @@ int listTables(CliEnv& env)
                         << RateTableProblem(r) << "\n";
         }
     }
+    printHoles(
+        env,
+        "Underpayment rate not published (no published rate); interest in these periods cannot be "
+        "computed:",
+        noUnderpayment);
     printHoles(env,
-               "Underpayment rate not published (no published rate); interest in these periods cannot be "
+               "Refund (overpayment) rate not published; an overpayment in these periods cannot be "
                "computed:",
-               noUnderpayment);
-    printHoles(env, "Refund (overpayment) rate not published; an overpayment in these periods cannot be computed:",
                unpublished);
     return allPresent ? kExitOk : kExitProblem;
 }
@@ -114,7 +117,8 @@ int showTable(CliEnv& env, const Authority& a)
     const std::filesystem::path tablePath = env.paths.table(a.file);
     const RateTableReadResult r = ReadRateTableFile(tablePath);
     if (r.status != RateTableReadResult::Status::Ok) {
-        env.err << "qratcalc-cli tables: " << tablePath.string() << " " << RateTableProblem(r) << "\n";
+        env.err << "qratcalc-cli tables: " << tablePath.string() << " " << RateTableProblem(r)
+                << "\n";
         return kExitProblem;
     }
 
@@ -129,8 +133,9 @@ int showTable(CliEnv& env, const Authority& a)
         byPeriod[{s.from, s.thru}] = &s;
 
     env.out << a.name << " (" << TrimBlanks(a.code) << ", " << a.file << "): " << r.rows.size()
-            << (r.rows.size() == 1 ? " row" : " rows") << " from " << FormatMMDDYYYY(r.rows.front().dtFrom)
-            << " to " << FormatMMDDYYYY(r.rows.back().dtThru) << "\n";
+            << (r.rows.size() == 1 ? " row" : " rows") << " from "
+            << FormatMMDDYYYY(r.rows.front().dtFrom) << " to "
+            << FormatMMDDYYYY(r.rows.back().dtThru) << "\n";
     env.out << LeftAlign("From", 12) << LeftAlign("Thru", 12) << LeftAlign("Underpayment", 14)
             << LeftAlign("Overpayment", 14) << LeftAlign("Method", 16) << "Source\n";
     for (const RateRow& row : r.rows) {
@@ -147,14 +152,17 @@ int showTable(CliEnv& env, const Authority& a)
                 method += " (" + s.method + ")";
             source = s.source;
             if (!sameRate(s.underpayment, row.fUPRate) || !sameRate(s.overpayment, row.fOPRate))
-                source += " (the source row gives " + (s.underpayment.empty() ? "not published" : s.underpayment)
-                    + " / " + (s.overpayment.empty() ? "not published" : s.overpayment)
-                    + ": the table is out of date)";
+                source += " (the source row gives "
+                          + (s.underpayment.empty() ? "not published" : s.underpayment) + " / "
+                          + (s.overpayment.empty() ? "not published" : s.overpayment)
+                          + ": the table is out of date)";
         }
-        env.out << LeftAlign(from, 12) << LeftAlign(thru, 12) << LeftAlign(rateText(row.fUPRate), 14)
-                << LeftAlign(rateText(row.fOPRate), 14) << LeftAlign(method, 16) << source << "\n";
+        env.out << LeftAlign(from, 12) << LeftAlign(thru, 12)
+                << LeftAlign(rateText(row.fUPRate), 14) << LeftAlign(rateText(row.fOPRate), 14)
+                << LeftAlign(method, 16) << source << "\n";
     }
-    const std::string noUnderpayment = joinedPeriods(ratesrc::UnpublishedUnderpaymentPeriods(r.rows));
+    const std::string noUnderpayment
+        = joinedPeriods(ratesrc::UnpublishedUnderpaymentPeriods(r.rows));
     if (!noUnderpayment.empty())
         env.out << "Underpayment rate not published for " << noUnderpayment
                 << " (no published rate): interest in these periods cannot be computed.\n";
@@ -187,8 +195,8 @@ int CmdTables(CliEnv& env)
     std::string codes;
     for (const Authority& a : Authorities())
         codes += (codes.empty() ? "" : ", ") + std::string(TrimBlanks(a.code));
-    env.err << "qratcalc-cli tables: unknown authority code '" << env.args[0] << "' (the codes are " << codes
-            << ")\n";
+    env.err << "qratcalc-cli tables: unknown authority code '" << env.args[0] << "' (the codes are "
+            << codes << ")\n";
     return kExitBadInput;
 }
 

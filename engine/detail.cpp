@@ -20,9 +20,15 @@ std::string storedText(const FixedText<16>& t)
 
 const DetailLine& DetailHeadings()
 {
-    static const DetailLine headings{"BEGINNING DATE", "ENDING DATE", "DESCRIPTION",
-                                     "INTEREST RATE",  "BEGINNING TAX & PENALTIES", "ACCRUED INTEREST",
-                                     "DAYS",           "INTEREST FACTOR",           "INTEREST"};
+    static const DetailLine headings{"BEGINNING DATE",
+                                     "ENDING DATE",
+                                     "DESCRIPTION",
+                                     "INTEREST RATE",
+                                     "BEGINNING TAX & PENALTIES",
+                                     "ACCRUED INTEREST",
+                                     "DAYS",
+                                     "INTEREST FACTOR",
+                                     "INTEREST"};
     return headings;
 }
 

@@ -52,7 +52,8 @@ void noRateShown(ResultPeriod& r)
 ResultPeriod& checkedRow(std::vector<ResultPeriod>& rows, std::size_t k, std::string_view procedure)
 {
     if (k >= rows.size())
-        ThrowFault(kErrSubscript, procedure, "result row " + std::to_string(k) + " beyond the result");
+        ThrowFault(kErrSubscript, procedure,
+                   "result row " + std::to_string(k) + " beyond the result");
     return rows[k];
 }
 
@@ -87,7 +88,8 @@ void ResultAsPoint(const TLPoint& point, std::vector<ResultPeriod>& rows, std::s
     });
 }
 
-bool GetIntFactor(const InitInputs& init, ResultPeriod& row, const RateTable& wr, const TimeLine& tl)
+bool GetIntFactor(const InitInputs& init, ResultPeriod& row, const RateTable& wr,
+                  const TimeLine& tl)
 {
     RateSelector sel(init, wr, tl);
     return intFactor(sel, row);
@@ -112,7 +114,8 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
         std::size_t cur = 0;
         auto nextRow = [&]() -> ResultPeriod& {
             if (cur + 1 >= kMaxResultRows)
-                ThrowFault(kErrSubscript, "GetInterest", "the computation needs more than 601 result rows");
+                ThrowFault(kErrSubscript, "GetInterest",
+                           "the computation needs more than 601 result rows");
             return rows[++cur];
         };
 
@@ -179,7 +182,8 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
                 if (mentionsInterest(r.sDesc))
                     r.sDesc = "T/R Not Due";
                 noRateShown(r);
-            } else if (const std::optional<MissingRate> missing = r.nDays > 0 ? sel.missingRate(r) : std::nullopt) {
+            } else if (const std::optional<MissingRate> missing
+                       = r.nDays > 0 ? sel.missingRate(r) : std::nullopt) {
                 // A rate the table does not hold: nothing is owed on a zero
                 // balance at any rate; anything else cannot be computed.
                 if (r.cTaxPen + r.cAccruedInt != Money())
@@ -205,8 +209,8 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
     });
 }
 
-Money IntToDate(std::string_view dateText, const Case& c, const RateTable& rates, PenaltyCalculators* penalties,
-                TLPoint& totals, Messages& msgs)
+Money IntToDate(std::string_view dateText, const Case& c, const RateTable& rates,
+                PenaltyCalculators* penalties, TLPoint& totals, Messages& msgs)
 {
     return WithFaultName("IntToDate", [&] {
         Date when;

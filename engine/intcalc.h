@@ -51,7 +51,8 @@ void ResultAsPoint(const TLPoint& point, std::vector<ResultPeriod>& rows, std::s
 // when the year of dtBegin is divisible by 4 (no other leap-year rule) and
 // 365 otherwise; simple interest: rate x nDays / 365 in every year. Returns
 // true when the row compounds.
-bool GetIntFactor(const InitInputs& init, ResultPeriod& row, const RateTable& wr, const TimeLine& tl);
+bool GetIntFactor(const InitInputs& init, ResultPeriod& row, const RateTable& wr,
+                  const TimeLine& tl);
 
 // The interest owed on the day given as text, for the allocation of a payment:
 // the case stopped on that day, with every payment dated on or after it

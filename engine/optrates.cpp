@@ -22,7 +22,7 @@ struct CorpRate {
     Date threshold;
     std::string_view thresholdText;
     std::string_view fieldName;  // in the date check's warning
-    std::string_view kind;       // in the "too early" warning
+    std::string_view kind;  // in the "too early" warning
 };
 
 const CorpRate kUnderpayment{&InitInputs::bCorpUPRate,
@@ -86,7 +86,8 @@ void checkDate(const CorpRate& r, const OptRatesForm& f, Messages& msgs)
     if (DateValid(f.*r.field, r.fieldName, d, msgs) && d <= r.threshold)
         Warn(msgs, "The special interest rate on large corporate " + std::string(r.kind)
                        + " is for periods after " + std::string(r.thresholdText)
-                       + ".  You might want to double check the date you entered, which appears to be too early.");
+                       + ".  You might want to double check the date you entered, which appears to "
+                         "be too early.");
 }
 
 void store(InitInputs& in, const CorpRate& r, const OptRatesForm& f)
@@ -102,7 +103,11 @@ void store(InitInputs& in, const CorpRate& r, const OptRatesForm& f)
 
 }  // namespace
 
-OptRatesDialog::OptRatesDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+OptRatesDialog::OptRatesDialog(Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 OptRatesForm OptRatesDialog::open() const
 {
@@ -120,7 +125,8 @@ void OptRatesDialog::ChkTaxMotDate() const
     WithFaultName("ChkTaxMotDate", [&] {
         const InitInputs& in = case_.init;
         if (in.dtDue > k19891231)
-            Warn(msgs_, "The tax motivated rates are for returns due on or before 12/31/1989.  You might want to "
+            Warn(msgs_, "The tax motivated rates are for returns due on or before 12/31/1989.  You "
+                        "might want to "
                         "double check the date you entered, which appears to be too late.");
         if (in.tlStart.dtDate <= k19841231)
             Warn(msgs_, "The tax motivated rates will start after 12/31/1984.");
@@ -177,7 +183,8 @@ void ChkTaxMotivated(Flag flag, Date due, Messages& msgs)
 {
     WithFaultName("ChkTaxMotivated", [&] {
         if (IsYes(flag) && (due > k19891231 || due <= k19841231))
-            Warn(msgs, "The due date for using tax motivated rates should be between 1/1/85 and 12/31/89.");
+            Warn(msgs, "The due date for using tax motivated rates should be between 1/1/85 and "
+                       "12/31/89.");
     });
 }
 

@@ -3,8 +3,8 @@
 // corporate underpayment and overpayment rates with their start dates. Its
 // date warnings only advise; the user's choice is stored as made.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 
 #include <string>
 
@@ -14,11 +14,11 @@ namespace rw {
 // ("m/d/yyyy", empty for no date).
 struct OptRatesForm {
     bool taxMotivated = false;  // "Tax Motivated Rates For Returns Due Before 1/1/90": Yes / No
-    bool corpUPRate = false;    // "Use Large Corporation Underpayment Rate After 12/31/90": Yes / No
-    std::string corpUPStart;    // "Start Date for Corporate Underpayment Rate:"
+    bool corpUPRate = false;  // "Use Large Corporation Underpayment Rate After 12/31/90": Yes / No
+    std::string corpUPStart;  // "Start Date for Corporate Underpayment Rate:"
     bool corpUPStartEnabled = false;
-    bool corpOPRate = false;    // "Use Large Corporation Overpayment Rate After 12/31/94": Yes / No
-    std::string corpOPStart;    // "Start Date for Corporate Overpayment Rate:"
+    bool corpOPRate = false;  // "Use Large Corporation Overpayment Rate After 12/31/94": Yes / No
+    std::string corpOPStart;  // "Start Date for Corporate Overpayment Rate:"
     bool corpOPStartEnabled = false;
 };
 

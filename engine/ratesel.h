@@ -23,7 +23,10 @@ namespace rw {
 // and the answer is that of the plain search whatever the order of the table.
 class RateRowFinder {
 public:
-    explicit RateRowFinder(const RateTable& wr) : wr_(&wr) {}
+    explicit RateRowFinder(const RateTable& wr)
+        : wr_(&wr)
+    {
+    }
     // Index of the row, or -1 when every period ends before d.
     std::ptrdiff_t find(Date d);
 
@@ -45,8 +48,8 @@ float GetStdPeriodRate(const RateTable& wr, Date d);
 // table row covering the row's dtEnd compounds daily. Sets an unset
 // description to the revision's label, or to "Compound" / "Simple". A dtEnd
 // beyond the table is a fault (9, "GetRevisedRate").
-float GetRevisedRate(const InitInputs& init, ResultPeriod& row, const RateTable& wr, const TimeLine& tl,
-                     bool& compounds);
+float GetRevisedRate(const InitInputs& init, ResultPeriod& row, const RateTable& wr,
+                     const TimeLine& tl, bool& compounds);
 
 // The federal revision: tax-motivated, large corporate underpayment,
 // corporate overpayment and the overpayment differentials.
@@ -85,7 +88,7 @@ public:
     // cTaxPen + cAccruedInt, set), or nothing when the rate is there.
     std::optional<MissingRate> missingRate(const ResultPeriod& row);
     float revisedRate(ResultPeriod& row, bool& compounds);  // GetRevisedRate
-    float revisedUSRate(ResultPeriod& row);                 // GetRevisedUSRate
+    float revisedUSRate(ResultPeriod& row);  // GetRevisedUSRate
 
 private:
     const InitInputs& init_;

@@ -6,7 +6,11 @@
 
 namespace rw {
 
-SuspendDialog::SuspendDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+SuspendDialog::SuspendDialog(Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 SuspendForm SuspendDialog::open() const
 {
@@ -35,7 +39,8 @@ void SuspendDialog::restartChanged(const SuspendForm& form) const
     const auto suspend = ParseUserDate(form.suspendDate);
     if (suspend && restart <= *suspend)
         Warn(msgs_, "The date interest is suspended, " + FormatShortDate(*suspend)
-                        + ", must be before the date interest is restarted, " + FormatShortDate(restart) + ".");
+                        + ", must be before the date interest is restarted, "
+                        + FormatShortDate(restart) + ".");
 }
 
 bool SuspendDialog::accept(const SuspendForm& form)

@@ -3,8 +3,8 @@
 // suspended and the day it restarts. Only a valid pair, restart after
 // suspension, is ever stored; nothing else changes the stored pair.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 
 #include <string>
 

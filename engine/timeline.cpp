@@ -2,7 +2,6 @@
 
 #include "base/fault.h"
 
-
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -17,7 +16,8 @@ constexpr std::int32_t kMaxIndex = std::numeric_limits<std::int16_t>::max();
 void putPoint(const TLPoint& p, TimeLine& tl, std::int16_t& next, std::string_view procedure)
 {
     if (next < 0 || static_cast<std::size_t>(next) >= tl.size())
-        ThrowFault(kErrSubscript, procedure, "time line point " + std::to_string(next) + " beyond the array");
+        ThrowFault(kErrSubscript, procedure,
+                   "time line point " + std::to_string(next) + " beyond the array");
     tl[static_cast<std::size_t>(next)] = p;
     if (next == kMaxIndex)
         ThrowFault(kErrOverflow, procedure, "more than 32,767 time line points");
@@ -79,7 +79,8 @@ std::int16_t CountUSPts(const InitInputs& init, std::int16_t n)
 std::int16_t CountPoints(const Case& c, const RateTable& rates)
 {
     const InitInputs& in = c.init;
-    std::int64_t count = std::int64_t{in.nPmts} + 2 + in.nCharges + static_cast<std::int64_t>(rates.size());
+    std::int64_t count
+        = std::int64_t{in.nPmts} + 2 + in.nCharges + static_cast<std::int64_t>(rates.size());
     if (HasDueDatePoint(in))
         count += 1;
     if (in.dtIntSuspend.isGiven())
@@ -122,14 +123,16 @@ void AddPmtPts(const Case& c, TimeLine& tl, std::int16_t& next)
 void AddRatePts(const RateTable& rates, TimeLine& tl, std::int16_t& next)
 {
     for (const RateRow& r : rates)
-        putPoint(makePoint(r.dtThru, "End Rate Period", code::kRatePeriodEnd), tl, next, "AddRatePts");
+        putPoint(makePoint(r.dtThru, "End Rate Period", code::kRatePeriodEnd), tl, next,
+                 "AddRatePts");
 }
 
 void AddSuspendPts(const InitInputs& init, TimeLine& tl, std::int16_t& next)
 {
     if (!init.dtIntSuspend.isGiven())
         return;
-    putPoint(makePoint(init.dtIntSuspend, "Suspend Int.", code::kSuspend), tl, next, "AddSuspendPts");
+    putPoint(makePoint(init.dtIntSuspend, "Suspend Int.", code::kSuspend), tl, next,
+             "AddSuspendPts");
     putPoint(makePoint(init.dtRestart, "Restart Int", code::kRestart), tl, next, "AddSuspendPts");
 }
 
@@ -144,9 +147,11 @@ void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculator
 {
     const InitInputs& in = c.init;
     if (IsYes(in.bCorpUPRate))
-        putPoint(makePoint(in.dtCorpUPRateStart, "Corp Unrpmt Rate", code::kCorpUnderpayment), tl, next, "AddUSPts");
+        putPoint(makePoint(in.dtCorpUPRateStart, "Corp Unrpmt Rate", code::kCorpUnderpayment), tl,
+                 next, "AddUSPts");
     if (IsYes(in.bCorpOPRate))
-        putPoint(makePoint(in.dtCorpOPRateStart, "Corp Ovrpmt Rate", code::kCorpOverpayment), tl, next, "AddUSPts");
+        putPoint(makePoint(in.dtCorpOPRateStart, "Corp Ovrpmt Rate", code::kCorpOverpayment), tl,
+                 next, "AddUSPts");
     if (IsYes(in.bAnyPenalties))
         AddUSPenaltyPts(c, tl, next, penalties);
 }
@@ -157,7 +162,8 @@ void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalcula
         AddUSPenaltyPts(c, tl, next, penalties);
 }
 
-void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyCalculators* penalties)
+void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl,
+                   PenaltyCalculators* penalties)
 {
     WithFaultName("BuildTimeLine", [&] {
         const InitInputs& in = c.init;
@@ -174,7 +180,8 @@ void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyC
         // A return falling due after the calculation starts closes the row
         // on its due date, so that interest runs from the day after it.
         if (HasDueDatePoint(in))
-            putPoint(makePoint(in.dtDue, "T/R due next day", code::kPayrollDue), tl, next, "BuildTimeLine");
+            putPoint(makePoint(in.dtDue, "T/R due next day", code::kPayrollDue), tl, next,
+                     "BuildTimeLine");
 
         TLPoint stop = in.tlStop;
         stop.sDesc = "Stop Interest";

@@ -61,7 +61,8 @@ std::int16_t CountUSPts(const InitInputs& init, std::int16_t n);
 
 // Builds, keys and sorts the whole time line of a case into tl. The case is
 // not changed. penalties may be null (no penalty points are then added).
-void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl, PenaltyCalculators* penalties);
+void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl,
+                   PenaltyCalculators* penalties);
 
 // The builder's steps. Each writes its points at next, next + 1, ... of a
 // time line already sized by CountPoints and advances next; a point beyond
@@ -81,7 +82,8 @@ void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculator
 void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
 // Hands the time line to the penalty calculators when the case has penalties
 // switched on and calculators were given; otherwise adds nothing.
-void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
+void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next,
+                     PenaltyCalculators* penalties);
 
 // Grows the time line by one point at position next and advances next.
 void MakeTLPoint(const TLPoint& point, TimeLine& tl, std::int16_t& next);
@@ -103,7 +105,10 @@ Money GetTaxToDate(const TimeLine& tl, TLPoint& totals, Date d);
 // one before. A computation asks in date order and pays one pass in all.
 class TaxToDateCursor {
 public:
-    explicit TaxToDateCursor(const TimeLine& tl) : tl_(&tl) {}
+    explicit TaxToDateCursor(const TimeLine& tl)
+        : tl_(&tl)
+    {
+    }
     // Same result and totals as GetTaxToDate(tl, totals, d).
     Money taxToDate(Date d, TLPoint& totals);
     Money taxToDate(Date d);

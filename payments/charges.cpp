@@ -1,7 +1,7 @@
 #include "payments/charges.h"
 
-#include "casedata/datechecks.h"
 #include "base/fault.h"
+#include "casedata/datechecks.h"
 #include "payments/payments.h"
 
 #include <algorithm>
@@ -17,12 +17,16 @@ std::string listLine(Date d, const FixedText<16>& desc)
 
 }  // namespace
 
-ChargeDialog::ChargeDialog(const Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+ChargeDialog::ChargeDialog(const Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 void ChargeDialog::calcUnallocCharge(ChargeForm& form)
 {
-    const Money rest =
-        MoneyFieldOrZero(form.total) - MoneyFieldOrZero(form.toTax) - MoneyFieldOrZero(form.toPenalties);
+    const Money rest = MoneyFieldOrZero(form.total) - MoneyFieldOrZero(form.toTax)
+                       - MoneyFieldOrZero(form.toPenalties);
     form.unallocatedLabel = "Unallocated: " + FormatMoney(rest);
 }
 
@@ -36,12 +40,16 @@ void ChargeDialog::liabilityLeft(const ChargeForm& form) const
 
 bool ChargeDialog::okAllowed(const ChargeForm& form) const
 {
-    return ReadMoneyField(form.total, "Total Charge", msgs_) && ReadMoneyField(form.toTax, "Applied As Tax", msgs_)
+    return ReadMoneyField(form.total, "Total Charge", msgs_)
+           && ReadMoneyField(form.toTax, "Applied As Tax", msgs_)
            && ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_);
 }
 
 ChargesDialog::ChargesDialog(Case& c, Messages& msgs, ShowChargeDialog showCharge)
-    : case_(c), msgs_(msgs), showCharge_(std::move(showCharge)), charge_(c, msgs)
+    : case_(c)
+    , msgs_(msgs)
+    , showCharge_(std::move(showCharge))
+    , charge_(c, msgs)
 {
 }
 
@@ -77,7 +85,8 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
     if (!total || total->isZero())
         return false;
     const auto tax = ReadMoneyField(form.toTax, "Applied As Tax", msgs_);
-    const auto penalties = tax ? ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_) : std::nullopt;
+    const auto penalties
+        = tax ? ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_) : std::nullopt;
     if (!penalties)
         return false;
 
@@ -97,8 +106,9 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
         if (liabilityIsDate) {
             rec.dtIntStart = rec.dtLiab;
             form.interestDate = FormatShortDate(rec.dtLiab);
-            Warn(msgs_, "No date was given for interest to run on the charge; the date of liability, "
-                            + FormatShortDate(rec.dtLiab) + ", is used.");
+            Warn(msgs_,
+                 "No date was given for interest to run on the charge; the date of liability, "
+                     + FormatShortDate(rec.dtLiab) + ", is used.");
         }
     }
 
@@ -115,17 +125,18 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
 
 void ChargesDialog::add(ChargesForm& form)
 {
-    ChargeForm dlg;    // both dates empty, texts and amounts empty
-    ChargeRec rec;     // all zero
+    ChargeForm dlg;  // both dates empty, texts and amounts empty
+    ChargeRec rec;  // all zero
     if (!addChrgPen(rec, dlg)) {
         Warn(msgs_, "Charge not added!");
         return;
     }
     const ListAppend a = AppendListEntry(case_.charges, case_.init.nCharges, rec, "AddChrgClick");
     if (a.countDisagreed)
-        Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(a.sizeFound) + " and gInit.nCharges "
-                        + std::to_string(a.countFound)
-                        + " should be the same.  Please call Ratewright technical support and report this message.");
+        Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(a.sizeFound)
+                        + " and gInit.nCharges " + std::to_string(a.countFound)
+                        + " should be the same.  Please call Ratewright technical support and "
+                          "report this message.");
     fillChrgLst(form);
 }
 

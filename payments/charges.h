@@ -4,8 +4,8 @@
 // of the calculation: its tax and penalty parts enter the balances on the day
 // interest starts to run on it.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 #include "penalties/formfields.h"
 
 #include <functional>
@@ -15,12 +15,12 @@
 namespace rw {
 
 struct ChargeForm {
-    std::string description;    // "Description of Charge:"
+    std::string description;  // "Description of Charge:"
     std::string liabilityDate;  // "Date of Liability:"
-    std::string interestDate;   // "Date Interest Runs on Charge:"
-    std::string total;          // "Total Charge:"
-    std::string toTax;          // "Applied As Tax:"
-    std::string toPenalties;    // "Applied As Penalties:"
+    std::string interestDate;  // "Date Interest Runs on Charge:"
+    std::string total;  // "Total Charge:"
+    std::string toTax;  // "Applied As Tax:"
+    std::string toPenalties;  // "Applied As Penalties:"
     std::string unallocatedLabel;  // CSLblBalance: "Unallocated: 0.00"
 };
 
@@ -44,7 +44,8 @@ private:
 };
 
 struct ChargesForm {
-    std::vector<std::string> lines;  // lstChrg: "mm/dd/yyyy" + " " + the 16 characters of the description
+    std::vector<std::string>
+        lines;  // lstChrg: "mm/dd/yyyy" + " " + the 16 characters of the description
     bool editEnabled = false;
     bool deleteEnabled = false;
 };

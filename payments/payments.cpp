@@ -1,7 +1,7 @@
 #include "payments/payments.h"
 
-#include "casedata/datechecks.h"
 #include "base/fault.h"
+#include "casedata/datechecks.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 
@@ -15,15 +15,19 @@ std::string listLine(Date d, const FixedText<16>& desc)
     return FormatMMDDYYYY(d) + " " + desc.shown();
 }
 
-constexpr const char* kSupportRequest = "  Please call Ratewright technical support and report this message.";
+constexpr const char* kSupportRequest
+    = "  Please call Ratewright technical support and report this message.";
 
 }  // namespace
 
 // ---- Payment Information ------------------------------------------------------
 
-PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
-                             Messages& msgs)
-    : case_(c), rates_(rates), ftfMinimums_(ftfMinimums), msgs_(msgs)
+PaymentDialog::PaymentDialog(const Case& c, const RateTable& rates,
+                             const FtfMinimumSchedule& ftfMinimums, Messages& msgs)
+    : case_(c)
+    , rates_(rates)
+    , ftfMinimums_(ftfMinimums)
+    , msgs_(msgs)
 {
 }
 
@@ -70,13 +74,15 @@ Money PaymentDialog::calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const
         } else {
             // Nothing owed on the date: no share, so no ceiling to show.
             const auto ceiling = InterestCeiling(amount, owed);
-            form.maxInterestLabel = ceiling ? "Max. Interest: " + FormatMoney(*ceiling) : std::string();
+            form.maxInterestLabel
+                = ceiling ? "Max. Interest: " + FormatMoney(*ceiling) : std::string();
         }
     } else if (!form.irsMethod) {
         const auto ceiling = InterestCeiling(amount, owed);
         if (ceiling && InterestAboveCeiling(userInterest, *ceiling))
-            Warn(msgs_, "The allocation of the payment to interest may be too high since it exceeds $"
-                            + FormatMoney(*ceiling) + "!");
+            Warn(msgs_,
+                 "The allocation of the payment to interest may be too high since it exceeds $"
+                     + FormatMoney(*ceiling) + "!");
     }
     return owed.interest;
 }
@@ -131,13 +137,14 @@ bool PaymentDialog::okAllowed(const PaymentForm& form) const
 
 // ---- Payments -------------------------------------------------------------------
 
-PaymentsDialog::PaymentsDialog(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs,
+PaymentsDialog::PaymentsDialog(Case& c, const RateTable& rates,
+                               const FtfMinimumSchedule& ftfMinimums, Messages& msgs,
                                ShowPaymentDialog showPayment, std::function<void()> openManual)
-    : case_(c),
-      msgs_(msgs),
-      showPayment_(std::move(showPayment)),
-      openManual_(std::move(openManual)),
-      payment_(c, rates, ftfMinimums, msgs)
+    : case_(c)
+    , msgs_(msgs)
+    , showPayment_(std::move(showPayment))
+    , openManual_(std::move(openManual))
+    , payment_(c, rates, ftfMinimums, msgs)
 {
 }
 
@@ -160,7 +167,8 @@ void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
     form.editEnabled = form.deleteEnabled = case_.init.nPmts >= 1;
 }
 
-bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<std::size_t> editedPayment)
+bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form,
+                            std::optional<std::size_t> editedPayment)
 {
     cancelled_ = false;
     payment_.newShowing(editedPayment);
@@ -177,9 +185,11 @@ bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<st
     if (!DateValid(form.date, "Payment", d, msgs_))
         return false;
     const auto tax = ReadMoneyField(form.toTax, "Allocate To Tax", msgs_);
-    const auto interest = tax ? ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_) : std::nullopt;
-    const auto penalties =
-        interest ? ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_) : std::nullopt;
+    const auto interest
+        = tax ? ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_) : std::nullopt;
+    const auto penalties = interest
+                               ? ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_)
+                               : std::nullopt;
     if (!penalties)
         return false;
 
@@ -195,7 +205,8 @@ bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<st
     const Money allocated = rec.cToTax + rec.cToInt + rec.cToPen;
     if (allocated != rec.cAmount) {
         Warn(msgs_, "The payment of " + PlainMoney(rec.cAmount)
-                        + " has not been completely allocated between tax, interest and penalty which total "
+                        + " has not been completely allocated between tax, interest and penalty "
+                          "which total "
                         + PlainMoney(allocated) + ".");
         return false;
     }
@@ -222,7 +233,8 @@ void PaymentsDialog::add(PaymentsForm& form)
     if (!a.wasEmpty && !IsYes(in.bPayroll)) {
         const PaymentRec& previous = case_.pmts[case_.pmts.size() - 2];
         if (rec.dtPmt < previous.dtPmt)
-            Warn(msgs_, "Payments have to be entered in chronological order for this program to be accurate.  "
+            Warn(msgs_, "Payments have to be entered in chronological order for this program to be "
+                        "accurate.  "
                         "This payment is not in chronological order! This payment date: "
                             + FormatShortDate(rec.dtPmt) + ". Previous payment date entered: "
                             + FormatShortDate(previous.dtPmt) + ".");
@@ -260,7 +272,8 @@ void PaymentsDialog::remove(PaymentsForm& form, int selected)
     }
     const PaymentRec& p = case_.pmts[static_cast<std::size_t>(selected)];
     if (!msgs_.ask("WARNING!",
-                   "Do you want to delete payment information for payment date " + FormatShortDate(p.dtPmt) + "?",
+                   "Do you want to delete payment information for payment date "
+                       + FormatShortDate(p.dtPmt) + "?",
                    MsgIcon::Exclamation))
         return;
     RemoveListEntry(case_.pmts, in.nPmts, static_cast<std::size_t>(selected));
@@ -269,7 +282,8 @@ void PaymentsDialog::remove(PaymentsForm& form, int selected)
 
 void PaymentsDialog::payrollHint()
 {
-    msgs_.show("Ratewright", "When the help file comes up, search for MATCH PAYROLL.", MsgIcon::Information);
+    msgs_.show("Ratewright", "When the help file comes up, search for MATCH PAYROLL.",
+               MsgIcon::Information);
     if (openManual_)
         openManual_();
 }

@@ -2,13 +2,13 @@
 // The "Payments" list and the "Payment Information" dialog as logic over
 // plain forms, with the allocation of a payment on its date.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
-#include "rates/ratetable.h"
-#include "rates/release.h"
+#include "casedata/caserecord.h"
 #include "penalties/allocation.h"
 #include "penalties/arrange.h"
 #include "penalties/formfields.h"
+#include "rates/ratetable.h"
+#include "rates/release.h"
 
 #include <functional>
 #include <optional>
@@ -20,20 +20,21 @@
 namespace rw {
 
 struct PaymentForm {
-    std::string description;   // "Description of Payment:"
-    std::string date;          // "Payment Date" ("m/d/yyyy", empty when none)
-    std::string amount;        // "Payment Amount:"
-    bool irsMethod = true;     // "Use IRS Allocation Method"
-    std::string toTax;         // "Allocate To Tax:"
-    std::string toInterest;    // "Allocate To Interest:"
-    std::string toPenalties;   // "Allocate To Penalties:"
+    std::string description;  // "Description of Payment:"
+    std::string date;  // "Payment Date" ("m/d/yyyy", empty when none)
+    std::string amount;  // "Payment Amount:"
+    bool irsMethod = true;  // "Use IRS Allocation Method"
+    std::string toTax;  // "Allocate To Tax:"
+    std::string toInterest;  // "Allocate To Interest:"
+    std::string toPenalties;  // "Allocate To Penalties:"
     bool allocationEnabled = false;  // the three allocation fields and their labels
-    std::string unallocatedLabel;    // CSLblBalance: "Unallocated: 0.00"
-    std::string maxInterestLabel;    // CSlblMaxInt: "Max. Interest: 150.00"; empty while there is no ceiling
+    std::string unallocatedLabel;  // CSLblBalance: "Unallocated: 0.00"
+    std::string
+        maxInterestLabel;  // CSlblMaxInt: "Max. Interest: 150.00"; empty while there is no ceiling
 };
 
 enum class PmtAllocMode {
-    Check = 5,    // warn when the user's interest part is above the ceiling
+    Check = 5,  // warn when the user's interest part is above the ceiling
     Refresh = 6,  // allocate by the IRS method, or show the ceiling
 };
 
@@ -44,7 +45,8 @@ enum class PmtAllocMode {
 // payment being edited left out (its old copy is not a payment before itself).
 class PaymentDialog {
 public:
-    PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs);
+    PaymentDialog(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+                  Messages& msgs);
 
     // Tax, penalties and interest owed on the date (all 0 for a text that is
     // not a date). What is owed depends on the date alone while the dialog is
@@ -74,9 +76,12 @@ public:
     void refreshPmtAlloc(PaymentForm& form) const;
 
     // Events.
-    void irsMethodClicked(PaymentForm& form) const { refreshPmtAlloc(form); }  // also focus in / out
+    void irsMethodClicked(PaymentForm& form) const
+    {
+        refreshPmtAlloc(form);
+    }  // also focus in / out
     void interestChanged(PaymentForm& form) const;
-    void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }    // amount, tax, penalties
+    void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }  // amount, tax, penalties
     // The date field holds a new date: the period check, "Payment"; then the
     // allocation on the new date (RefreshPmtAlloc). When the rates cannot give
     // what is owed on that date (it lies beyond the rate table, say), the user
@@ -100,14 +105,16 @@ private:
 };
 
 struct PaymentsForm {
-    std::vector<std::string> lines;  // lstPmt: "mm/dd/yyyy" + " " + the 16 characters of the description
+    std::vector<std::string>
+        lines;  // lstPmt: "mm/dd/yyyy" + " " + the 16 characters of the description
     bool editEnabled = false;
     bool deleteEnabled = false;
     bool payrollControlsVisible = false;  // chkMinPRPenalty and btnPRhint
-    bool autoArrange = false;             // chkMinPRPenalty
+    bool autoArrange = false;  // chkMinPRPenalty
 };
 
-inline constexpr const char* kNoSelectionWarning = "No item selected!  Please click on the item you want to select.";
+inline constexpr const char* kNoSelectionWarning
+    = "No item selected!  Please click on the item you want to select.";
 
 class PaymentsDialog {
 public:
@@ -116,8 +123,8 @@ public:
     // Cancel).
     using ShowPaymentDialog = std::function<bool(PaymentForm&)>;
 
-    PaymentsDialog(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums, Messages& msgs,
-                   ShowPaymentDialog showPayment,
+    PaymentsDialog(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+                   Messages& msgs, ShowPaymentDialog showPayment,
                    std::function<void()> openManual = {});
 
     // InitPmtIP.
@@ -140,7 +147,8 @@ public:
     // AddPmt: shows the dialog over form and, when the payment is complete,
     // writes it into pmt. editedPayment: the index of the payment being edited
     // (an IRS-method payment then opens allocated on the case as it stands).
-    bool addPmt(PaymentRec& pmt, PaymentForm& form, std::optional<std::size_t> editedPayment = std::nullopt);
+    bool addPmt(PaymentRec& pmt, PaymentForm& form,
+                std::optional<std::size_t> editedPayment = std::nullopt);
 
     const PaymentDialog& paymentDialog() const { return payment_; }
 

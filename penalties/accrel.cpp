@@ -2,7 +2,6 @@
 
 #include "base/fault.h"
 
-
 namespace rw {
 
 Money AccRelPenalty(const InitInputs& init)

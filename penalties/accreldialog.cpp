@@ -31,7 +31,11 @@ std::optional<float> parseRate(const std::string& text)
 
 }  // namespace
 
-AccRelDialog::AccRelDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+AccRelDialog::AccRelDialog(Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 AccRelForm AccRelDialog::open()
 {
@@ -96,7 +100,8 @@ void AccRelDialog::focusEntered(AccRelForm& form, AccRelField field)
 {
     switch (field) {
     case AccRelField::Underpayment:
-        form.note = "The Accuracy Related underpayment is defined at I.R.C. Section 6664.  DO NOT INCLUDE ANY "
+        form.note = "The Accuracy Related underpayment is defined at I.R.C. Section 6664.  DO NOT "
+                    "INCLUDE ANY "
                     "AMOUNT RELATED TO FRAUD!";
         break;
     case AccRelField::NormalRate:
@@ -106,13 +111,16 @@ void AccRelDialog::focusEntered(AccRelForm& form, AccRelField field)
         form.note = "Choose this for the Economic Substance Accuracy Related Penalty rate.";
         break;
     case AccRelField::OtherRate:
-        form.note = "Click on this if you want a penalty rate other than the normal or the Economic Substance "
-                    "rate.  Specify the rate you want to use in the Accuracy Related Penalty Rate input box.";
+        form.note = "Click on this if you want a penalty rate other than the normal or the "
+                    "Economic Substance "
+                    "rate.  Specify the rate you want to use in the Accuracy Related Penalty Rate "
+                    "input box.";
         break;
     case AccRelField::Rate:
-        form.note = "You can change the Accuracy Related Penalty rate here. Change this only in unusual "
-                    "circumstances. Most of the you should use either the normal rate or the Economic "
-                    "Substance rate.";
+        form.note
+            = "You can change the Accuracy Related Penalty rate here. Change this only in unusual "
+              "circumstances. Most of the you should use either the normal rate or the Economic "
+              "Substance rate.";
         break;
     }
 }

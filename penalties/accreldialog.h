@@ -1,8 +1,8 @@
 #pragma once
 // The "Accuracy Related Penalty" dialog as logic over a plain form.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 #include "penalties/formfields.h"
 
 #include <string>
@@ -15,18 +15,19 @@ enum class AccRelRateChoice { Normal, EconomicSubstance, Other };
 enum class AccRelField { Underpayment, NormalRate, EconomicSubstanceRate, OtherRate, Rate };
 
 struct AccRelForm {
-    bool calculate = false;            // "Calculate Accuracy Related Penalty": "&Yes" / "&No"
-    std::string underpayment;          // "Accuracy Related Underpayment:"
+    bool calculate = false;  // "Calculate Accuracy Related Penalty": "&Yes" / "&No"
+    std::string underpayment;  // "Accuracy Related Underpayment:"
     bool underpaymentEnabled = false;
     AccRelRateChoice rateChoice = AccRelRateChoice::Normal;
-    std::string rate;                  // "Accuracy Related Penalty Rate (20%=.2):", pattern ".#0"
+    std::string rate;  // "Accuracy Related Penalty Rate (20%=.2):", pattern ".#0"
     bool rateEnabled = false;
-    bool focusRate = false;            // the window moves the focus to the rate field and clears this
-    std::string note;                  // txtAccNotes
+    bool focusRate = false;  // the window moves the focus to the rate field and clears this
+    std::string note;  // txtAccNotes
 };
 
-inline constexpr const char* kAccRelPre1990Note =
-    "Since the due date of the return is before 1990.  The Accuracy Related penalty should not be used.";
+inline constexpr const char* kAccRelPre1990Note
+    = "Since the due date of the return is before 1990.  The Accuracy Related penalty should not "
+      "be used.";
 
 class AccRelDialog {
 public:

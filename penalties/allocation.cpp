@@ -1,8 +1,8 @@
 #include "penalties/allocation.h"
 
-#include "casedata/datechecks.h"
 #include "base/fault.h"
 #include "base/messages.h"
+#include "casedata/datechecks.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 
@@ -16,7 +16,7 @@ namespace {
 // A stored payment date is a valid date: its text draws no warning.
 class NoWarnings : public Messages {
 public:
-    void show(std::string_view, std::string_view, MsgIcon) override {}
+    void show(std::string_view, std::string_view, MsgIcon) override { }
     bool ask(std::string_view, std::string_view, MsgIcon) override { return false; }
 };
 
@@ -61,7 +61,8 @@ bool InterestAboveCeiling(Money interestPart, Money ceiling)
     return interestPart > withCent && withCent > Money();
 }
 
-OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums)
+OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
+                             const FtfMinimumSchedule& ftfMinimums)
 {
     USPenalties penalties(ftfMinimums);
     TLPoint totals;
@@ -81,8 +82,9 @@ void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedu
             if (p.sMethod.is("I") && p.dtPmt.isGiven() && (!before || p.dtPmt < *before))
                 order.push_back(i);
         }
-        std::stable_sort(order.begin(), order.end(),
-                         [&](std::size_t a, std::size_t b) { return c.pmts[a].dtPmt < c.pmts[b].dtPmt; });
+        std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+            return c.pmts[a].dtPmt < c.pmts[b].dtPmt;
+        });
         for (const std::size_t i : order) {
             // What is owed counts only the payments dated before this one,
             // each of them as allocated a moment ago.

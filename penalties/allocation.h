@@ -8,8 +8,8 @@
 // case: a payment allocated by the IRS method is allocated again against the
 // case as it stands every time the case is computed.
 
-#include "casedata/caserecord.h"
 #include "base/money.h"
+#include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
 
@@ -47,7 +47,8 @@ bool InterestAboveCeiling(Money interestPart, Money ceiling);
 
 // What is owed on day d of the case, with its penalties: IntToDate with the
 // case stopped on d, every payment dated on or after d counting as nothing.
-OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
+OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
+                             const FtfMinimumSchedule& ftfMinimums);
 
 // Allocates every payment of the IRS method ("I") again, one after another in
 // date order (list order within a day): each against what is owed on its date

@@ -46,7 +46,11 @@ std::string variationsText(std::int32_t orders)
 // always does.
 class OrderSearch {
 public:
-    OrderSearch(const Case& c, ArrangeProgress* progress) : c_(c), progress_(progress) {}
+    OrderSearch(const Case& c, ArrangeProgress* progress)
+        : c_(c)
+        , progress_(progress)
+    {
+    }
 
     // False when the case needs the plain search.
     bool prepare()
@@ -67,9 +71,11 @@ public:
             unpaidRate_.resize(deps.size());
             suffixUnpaid_.assign(deps.size() + 1, Money());
             for (std::size_t k = 0; k < deps.size(); ++k)
-                unpaidRate_[k] = PRPenRate(PRDaysLate(c_.init.tlStop.dtDate, deposits_[k].due), deposits_[k].severe);
+                unpaidRate_[k] = PRPenRate(PRDaysLate(c_.init.tlStop.dtDate, deposits_[k].due),
+                                           deposits_[k].severe);
             for (std::size_t k = deps.size(); k-- > 0;)
-                suffixUnpaid_[k] = suffixUnpaid_[k + 1] + PRPiecePenalty(deposits_[k].required, unpaidRate_[k]);
+                suffixUnpaid_[k]
+                    = suffixUnpaid_[k + 1] + PRPiecePenalty(deposits_[k].required, unpaidRate_[k]);
             // The rate of every piece a payment could pay.
             taxPart_.resize(static_cast<std::size_t>(n_));
             rate_.assign(static_cast<std::size_t>(n_) * deps.size(), 0.0f);
@@ -79,8 +85,8 @@ public:
                 if (p.cToTax <= Money())
                     continue;
                 for (std::size_t k = 0; k < deps.size(); ++k)
-                    rate_[static_cast<std::size_t>(v) * deps.size() + k] =
-                        PRPenRate(PRDaysLate(p.dtPmt, deposits_[k].due), deposits_[k].severe);
+                    rate_[static_cast<std::size_t>(v) * deps.size() + k]
+                        = PRPenRate(PRDaysLate(p.dtPmt, deposits_[k].due), deposits_[k].severe);
             }
         } catch (const Fault&) {
             return false;
@@ -113,7 +119,8 @@ public:
                 const std::size_t bit = std::size_t{1} << v;
                 if (set & bit)
                     continue;
-                const Money pieces = step(set, v);  // before the set's rest: it places the set's walk
+                const Money pieces
+                    = step(set, v);  // before the set's rest: it places the set's walk
                 if (pieces + cheapestRest(set | bit) == cheapestRest(set)) {
                     out.bestOrder.push_back(static_cast<std::int16_t>(v));
                     set |= bit;
@@ -135,8 +142,8 @@ private:
     // Where the walk of the deposits stands.
     struct Walk {
         std::size_t dep = 0;  // deposit being paid
-        Money rem;            // what is left of it
-        Money penalty;        // penalty of the pieces paid so far
+        Money rem;  // what is left of it
+        Money penalty;  // penalty of the pieces paid so far
     };
 
     Walk apply(Walk s, int v) const
@@ -195,7 +202,8 @@ private:
                 const std::size_t bit = std::size_t{1} << v;
                 if (set & bit)
                     continue;
-                const Money pieces = step(set, v);  // before the set's rest: it places the set's walk
+                const Money pieces
+                    = step(set, v);  // before the set's rest: it places the set's walk
                 const Money total = pieces + cheapestRest(set | bit);
                 if (first || total < best)
                     best = total;
@@ -215,9 +223,9 @@ private:
     std::vector<Money> suffixUnpaid_;
     std::vector<Money> taxPart_;
     std::vector<float> rate_;
-    std::vector<Walk> state_;   // per set of placed payments
+    std::vector<Walk> state_;  // per set of placed payments
     std::vector<bool> known_;
-    std::vector<Money> rest_;   // cheapest completion per set
+    std::vector<Money> rest_;  // cheapest completion per set
     std::vector<bool> solved_;
 };
 
@@ -278,8 +286,8 @@ void AllPermutations(PermutationTable& table, std::int16_t n, ArrangeProgress* p
     });
 }
 
-void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::int16_t>& best, std::int32_t row,
-                               int lastPos)
+void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::int16_t>& best,
+                               std::int32_t row, int lastPos)
 {
     WithFaultName("FillPRAutoArrangeNdxArray", [&] {
         best.resize(static_cast<std::size_t>(lastPos) + 1);
@@ -298,12 +306,14 @@ ArrangeOutcome FindLowestPRPenOrderByTable(const Case& c, ArrangeProgress* progr
         ArrangeOutcome out;
         out.orders = table.rows();
         if (progress)
-            progress->setPenaltiesRange(0.0f, static_cast<float>(static_cast<double>(out.orders) * 1.1));
+            progress->setPenaltiesRange(0.0f,
+                                        static_cast<float>(static_cast<double>(out.orders) * 1.1));
         std::vector<PaymentRec> trial(saved.size());
         std::vector<PRPenTblElement> pen;
         for (std::int32_t r = 0; r < table.rows(); ++r) {
             for (int j = 0; j < n; ++j)
-                trial[static_cast<std::size_t>(j)] = saved[static_cast<std::size_t>(table.at(r, j))];
+                trial[static_cast<std::size_t>(j)]
+                    = saved[static_cast<std::size_t>(table.at(r, j))];
             CalcUSPRPen(c, trial, pen);
             const Money total = TotalPRPenalty(pen);
             if (r == 0) {
@@ -332,7 +342,8 @@ ArrangeOutcome FindLowestPRPenOrder(const Case& c, ArrangeProgress* progress)
             // The orders are walked, not tabulated: the first bar fills at once.
             progress->setPermutationsRange(0, n - 1);
             progress->setPermutationsValue(n - 1);
-            progress->setPenaltiesRange(0.0f, static_cast<float>(static_cast<double>(GetFactorial(n)) * 1.1));
+            progress->setPenaltiesRange(
+                0.0f, static_cast<float>(static_cast<double>(GetFactorial(n)) * 1.1));
         }
         return search.run();
     });
@@ -340,19 +351,24 @@ ArrangeOutcome FindLowestPRPenOrder(const Case& c, ArrangeProgress* progress)
 
 std::string ArrangeSavingsText(Money savings, std::int32_t orders)
 {
-    return "The employer saved " + FormatWholeDollars(savings, true) + " by " + "having the Brindlecote optimize the "
-           + "application of deposits to liabilities. " + "The program calculated penalties for all "
-           + FormatCount(orders, true) + " ways the payments could " + "have been arranged. Please refer "
-           + "to Rev. Proc. 99-10 and IRC Section 6656(e) to " + "properly report the application of deposits.";
+    return "The employer saved " + FormatWholeDollars(savings, true) + " by "
+           + "having the Brindlecote optimize the " + "application of deposits to liabilities. "
+           + "The program calculated penalties for all " + FormatCount(orders, true)
+           + " ways the payments could " + "have been arranged. Please refer "
+           + "to Rev. Proc. 99-10 and IRC Section 6656(e) to "
+           + "properly report the application of deposits.";
 }
 
 std::string ArrangeTooManyPaymentsText()
 {
-    return std::string("Due to time and memory that it takes to calculate ") + "penalties for all permutations "
-           + "of " + std::to_string(kMaxArrangePayments) + " or more payments, this program can not automatically "
-           + "match payments with payroll liabilities. " + "Make sure you have entered payments in the order "
+    return std::string("Due to time and memory that it takes to calculate ")
+           + "penalties for all permutations " + "of " + std::to_string(kMaxArrangePayments)
+           + " or more payments, this program can not automatically "
+           + "match payments with payroll liabilities. "
+           + "Make sure you have entered payments in the order "
            + "that you want them to be applied." + "\n\n"
-           + "If you need payments matched automatically for larger cases, please write to Ratewright support "
+           + "If you need payments matched automatically for larger cases, please write to "
+             "Ratewright support "
              "and ask about extending this capability.";
 }
 
@@ -375,9 +391,11 @@ void GetLowestPRPen(Case& c, Messages& msgs, ArrangeProgress* progress)
         msgs.beep();
         const Money savings = found.entered - found.lowest;
         if (savings > Money::fromCents(10'00))
-            msgs.show("Savings To Employer", ArrangeSavingsText(savings, found.orders), MsgIcon::Information);
+            msgs.show("Savings To Employer", ArrangeSavingsText(savings, found.orders),
+                      MsgIcon::Information);
         for (int i = 0; i < n; ++i)
-            c.pmts[static_cast<std::size_t>(i)] = saved[static_cast<std::size_t>(found.bestOrder[static_cast<std::size_t>(i)])];
+            c.pmts[static_cast<std::size_t>(i)]
+                = saved[static_cast<std::size_t>(found.bestOrder[static_cast<std::size_t>(i)])];
     });
 }
 

@@ -34,7 +34,7 @@ public:
     virtual void setPenaltiesRange(float minimum, float maximum) { (void)minimum, (void)maximum; }
     virtual void setPenaltiesValue(std::int32_t value) { (void)value; }
     // Let the screen repaint (after the label is set).
-    virtual void repaint() {}
+    virtual void repaint() { }
 };
 
 // n! as the product 1 x 2 x ... x n (0! = 1); beyond 32 bits an overflow
@@ -49,11 +49,13 @@ public:
     int columns() const { return cols_; }
     std::int16_t at(std::int32_t row, int column) const
     {
-        return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_) + static_cast<std::size_t>(column)];
+        return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_)
+                      + static_cast<std::size_t>(column)];
     }
     std::int16_t& at(std::int32_t row, int column)
     {
-        return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_) + static_cast<std::size_t>(column)];
+        return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(cols_)
+                      + static_cast<std::size_t>(column)];
     }
     void resize(std::int32_t rows, int columns);
 
@@ -69,16 +71,16 @@ private:
 void AllPermutations(PermutationTable& table, std::int16_t n, ArrangeProgress* progress = nullptr);
 
 // Copies columns 0 to lastPos of the table's row into best.
-void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::int16_t>& best, std::int32_t row,
-                               int lastPos);
+void FillPRAutoArrangeNdxArray(const PermutationTable& table, std::vector<std::int16_t>& best,
+                               std::int32_t row, int lastPos);
 
 // The orders are searched only for fewer than this many payments.
 inline constexpr int kMaxArrangePayments = 10;
 
 struct ArrangeOutcome {
-    std::int32_t orders = 0;              // n!
-    Money entered;                        // total penalty of the order as entered
-    Money lowest;                         // lowest total found
+    std::int32_t orders = 0;  // n!
+    Money entered;  // total penalty of the order as entered
+    Money lowest;  // lowest total found
     std::vector<std::int16_t> bestOrder;  // list index of the payment at each position
 };
 

@@ -31,7 +31,8 @@ void ApplyRefundStopDays(InitInputs& init)
         init.tlStop.dtDate = init.tlStop.dtDate - init.nStopDays;
 }
 
-CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums)
+CaseComputation ComputeCase(const Case& c, const RateTable& rates,
+                            const FtfMinimumSchedule& ftfMinimums)
 {
     CaseComputation out;
     out.kase = c;

@@ -2,9 +2,9 @@
 // A whole computation of a case with every penalty the case asks for: what the
 // report and print commands, the summary and the command-line tool work from.
 
-#include "rates/release.h"
 #include "engine/intcalc.h"
 #include "penalties/penaltytypes.h"
+#include "rates/release.h"
 
 #include <vector>
 
@@ -17,13 +17,16 @@ class USPenalties : public PenaltyCalculators {
 public:
     // The failure-to-file minimums of the release of the rates; kept by
     // reference, so the schedule must outlive the calculators.
-    explicit USPenalties(const FtfMinimumSchedule& ftfMinimums) : ftfMinimums_(ftfMinimums) {}
+    explicit USPenalties(const FtfMinimumSchedule& ftfMinimums)
+        : ftfMinimums_(ftfMinimums)
+    {
+    }
 
     void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next) override;
 
-    std::vector<FtoRow> ftoRows;            // rows with a positive net failure to file or failure to pay
-    std::vector<PRPenTblElement> prTable;   // payroll penalty table for the payments in list order
-    std::string ftfMinimumNote;             // which year's minimum was applied, when not the due year's own
+    std::vector<FtoRow> ftoRows;  // rows with a positive net failure to file or failure to pay
+    std::vector<PRPenTblElement> prTable;  // payroll penalty table for the payments in list order
+    std::string ftfMinimumNote;  // which year's minimum was applied, when not the due year's own
 
 private:
     const FtfMinimumSchedule& ftfMinimums_;
@@ -47,6 +50,7 @@ void ApplyRefundStopDays(InitInputs& init);
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment
 // of the IRS method is first allocated again (AllocateIrsPayments).
-CaseComputation ComputeCase(const Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
+CaseComputation ComputeCase(const Case& c, const RateTable& rates,
+                            const FtfMinimumSchedule& ftfMinimums);
 
 }  // namespace rw

@@ -1,7 +1,7 @@
 #include "penalties/depositdialogs.h"
 
-#include "casedata/datechecks.h"
 #include "base/fault.h"
+#include "casedata/datechecks.h"
 
 #include <algorithm>
 
@@ -24,7 +24,11 @@ std::string noticeDateText(Date d)
 
 }  // namespace
 
-DepositDialog::DepositDialog(const Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+DepositDialog::DepositDialog(const Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 void DepositDialog::severeChanged(DepositForm& form)
 {
@@ -68,7 +72,10 @@ bool DepositDialog::okAllowed(const DepositForm& form) const
 
 DepositListDialog::DepositListDialog(Case& c, Messages& msgs, ShowDepositDialog showDeposit,
                                      std::function<void()> openManual)
-    : case_(c), msgs_(msgs), showDeposit_(std::move(showDeposit)), openManual_(std::move(openManual))
+    : case_(c)
+    , msgs_(msgs)
+    , showDeposit_(std::move(showDeposit))
+    , openManual_(std::move(openManual))
 {
 }
 
@@ -93,8 +100,9 @@ DepositListForm DepositListDialog::fillDepositList()
 void DepositListDialog::sortDeposits()
 {
     const auto n = static_cast<std::ptrdiff_t>(std::max<std::int16_t>(case_.init.nDeposits, 0));
-    std::stable_sort(case_.deposits.begin(), case_.deposits.begin() + n,
-                     [](const DepositRec& a, const DepositRec& b) { return a.dtDepDue < b.dtDepDue; });
+    std::stable_sort(
+        case_.deposits.begin(), case_.deposits.begin() + n,
+        [](const DepositRec& a, const DepositRec& b) { return a.dtDepDue < b.dtDepDue; });
 }
 
 bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
@@ -107,18 +115,20 @@ bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
 
     bool severe = form.severe;
     if (severe && blankDate(form.delinquencyDate) && blankDate(form.jeopardyDate)) {
-        const bool again = msgs_.ask("WARNING",
-                                     "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the "
-                                     "date of the first delinquency notice or the date of the jeopardy assessment.  "
-                                     "Do you want to enter one of those dates now?",
-                                     MsgIcon::Exclamation);
+        const bool again = msgs_.ask(
+            "WARNING",
+            "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the "
+            "date of the first delinquency notice or the date of the jeopardy assessment.  "
+            "Do you want to enter one of those dates now?",
+            MsgIcon::Exclamation);
         if (!again) {
             severe = false;
         } else {
             // The second showing: Cancel there abandons the entry as a whole.
             if (!showDeposit_(form))
                 return false;
-            severe = form.severe && !(blankDate(form.delinquencyDate) && blankDate(form.jeopardyDate));
+            severe
+                = form.severe && !(blankDate(form.delinquencyDate) && blankDate(form.jeopardyDate));
             const auto again2 = ParseMoneyField(form.required);
             if (!again2 || again2->isZero())
                 return false;
@@ -128,7 +138,8 @@ bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
     deposit.bSevere = ToFlag(severe);
     if (severe) {
         if (!blankDate(form.delinquencyDate))
-            DateValid(form.delinquencyDate, "Earliest Delinquency Notice", deposit.dtDelinqNotice, msgs_);
+            DateValid(form.delinquencyDate, "Earliest Delinquency Notice", deposit.dtDelinqNotice,
+                      msgs_);
         if (!blankDate(form.jeopardyDate))
             DateValid(form.jeopardyDate, "Jepardy Assessement", deposit.dtJeopardy, msgs_);
     }
@@ -148,9 +159,10 @@ void DepositListDialog::add(DepositListForm& form)
     }
     const ListAppend a = AppendListEntry(case_.deposits, case_.init.nDeposits, rec, "AddDepClick");
     if (a.countDisagreed)
-        Warn(msgs_, "AddDepClick error! nDeposits " + std::to_string(a.sizeFound) + " and gInit.nDeposits "
-                        + std::to_string(a.countFound)
-                        + " should be the same.  Please call Ratewright technical support and report this message.");
+        Warn(msgs_, "AddDepClick error! nDeposits " + std::to_string(a.sizeFound)
+                        + " and gInit.nDeposits " + std::to_string(a.countFound)
+                        + " should be the same.  Please call Ratewright technical support and "
+                          "report this message.");
     sortDeposits();
     form = fillDepositList();
 }
@@ -182,7 +194,8 @@ void DepositListDialog::remove(DepositListForm& form, int selected)
         return;
     const DepositRec& d = case_.deposits[static_cast<std::size_t>(selected)];
     if (!msgs_.ask("WARNING!",
-                   "Do you want to delete deposit information for deposit due " + FormatShortDate(d.dtDepDue) + "?",
+                   "Do you want to delete deposit information for deposit due "
+                       + FormatShortDate(d.dtDepDue) + "?",
                    MsgIcon::Exclamation))
         return;
     RemoveListEntry(case_.deposits, in.nDeposits, static_cast<std::size_t>(selected));
@@ -191,7 +204,8 @@ void DepositListDialog::remove(DepositListForm& form, int selected)
 
 void DepositListDialog::tutorial()
 {
-    msgs_.show("Ratewright", "When the help file comes up, search for EXAMPLES.", MsgIcon::Information);
+    msgs_.show("Ratewright", "When the help file comes up, search for EXAMPLES.",
+               MsgIcon::Information);
     if (openManual_)
         openManual_();
 }

@@ -2,8 +2,8 @@
 // The "Payroll Tax Deposit Penalties" list and the "Payroll Deposit
 // Information" dialog as logic over plain forms.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 #include "penalties/formfields.h"
 
 #include <functional>
@@ -13,14 +13,14 @@
 namespace rw {
 
 struct DepositForm {
-    std::string dueDate;          // "Due Date for Deposit:" (empty shows "__/__/____")
-    std::string required;         // "Required Deposit:"
-    std::string assessDate;       // "Assessment Date:"
-    bool severe = false;          // "Does §6656(b)(1)(B) Apply:" "&Yes" / "&No"
+    std::string dueDate;  // "Due Date for Deposit:" (empty shows "__/__/____")
+    std::string required;  // "Required Deposit:"
+    std::string assessDate;  // "Assessment Date:"
+    bool severe = false;  // "Does §6656(b)(1)(B) Apply:" "&Yes" / "&No"
     std::string delinquencyDate;  // "Date of Earliest Delinquency Notice:"
-    std::string jeopardyDate;     // "Date of Demand for Immediate Payment (Jeopardy Assessment):"
+    std::string jeopardyDate;  // "Date of Demand for Immediate Payment (Jeopardy Assessment):"
     bool noticeDatesEnabled = false;
-    std::string hint;             // CSlblNote
+    std::string hint;  // CSlblNote
 };
 
 enum class DepositField { DueDate, Required, AssessDate, Severe, DelinquencyDate, JeopardyDate };
@@ -54,15 +54,18 @@ struct DepositListForm {
 };
 
 // Texts of the dialog.
-inline constexpr const char* kSevereHint =
-    "I.R.C. Sec. 6656(b)(1)(B) increases the penalty rate to 15% in situations after either delinquency notices "
-    "(Sec. 6303) or jeopardy assessments (Sec. 6861, 6862 or 6331(a)).";
-inline constexpr const char* kDelinquencyHint =
-    "Enter date of the first deliquency notice under I.R.C. Sec. 6303.  If no deliquency notice was issued, "
-    "leave input blank.";
-inline constexpr const char* kJeopardyHint =
-    "Enter date notice and demand for immediate payment was given under I.R.C. Sec. 6861, 6862 or 6331(a).  If "
-    "no deliquency notice was issued, leave input blank.";
+inline constexpr const char* kSevereHint
+    = "I.R.C. Sec. 6656(b)(1)(B) increases the penalty rate to 15% in situations after either "
+      "delinquency notices "
+      "(Sec. 6303) or jeopardy assessments (Sec. 6861, 6862 or 6331(a)).";
+inline constexpr const char* kDelinquencyHint
+    = "Enter date of the first deliquency notice under I.R.C. Sec. 6303.  If no deliquency notice "
+      "was issued, "
+      "leave input blank.";
+inline constexpr const char* kJeopardyHint
+    = "Enter date notice and demand for immediate payment was given under I.R.C. Sec. 6861, 6862 "
+      "or 6331(a).  If "
+      "no deliquency notice was issued, leave input blank.";
 
 class DepositListDialog {
 public:

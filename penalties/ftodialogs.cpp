@@ -12,7 +12,9 @@ constexpr Date kLastDueWithoutIncreasedRate = Date::fromCivil(1986, 12, 31);
 }  // namespace
 
 FtoFileDialog::FtoFileDialog(Case& c, Messages& msgs, std::function<void()> openExtendedDueDate)
-    : case_(c), msgs_(msgs), openExtendedDueDate_(std::move(openExtendedDueDate))
+    : case_(c)
+    , msgs_(msgs)
+    , openExtendedDueDate_(std::move(openExtendedDueDate))
 {
 }
 
@@ -59,7 +61,11 @@ Accepted FtoFileDialog::accept(const FtoFileForm& form)
     return {true, MenuMark::Set};
 }
 
-FtoPayDialog::FtoPayDialog(Case& c, Messages& msgs) : case_(c), msgs_(msgs) {}
+FtoPayDialog::FtoPayDialog(Case& c, Messages& msgs)
+    : case_(c)
+    , msgs_(msgs)
+{
+}
 
 FtoPayForm FtoPayDialog::open()
 {
@@ -127,7 +133,8 @@ void FtoPayDialog::assessLeft(const FtoPayForm& form) const
 
 void FtoPayDialog::increasedStartLeft(const FtoPayForm& form) const
 {
-    ChkDateInPeriod(form.increasedStartDate, "Increased failure to pay starting", case_.init, msgs_);
+    ChkDateInPeriod(form.increasedStartDate, "Increased failure to pay starting", case_.init,
+                    msgs_);
 }
 
 Accepted FtoPayDialog::accept(const FtoPayForm& form)

@@ -3,8 +3,8 @@
 // logic over plain forms: what they show when opened, how they react, what OK
 // stores and which check mark the menu entry then carries.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
+#include "casedata/caserecord.h"
 #include "penalties/formfields.h"
 
 #include <functional>
@@ -13,9 +13,9 @@
 namespace rw {
 
 struct FtoFileForm {
-    bool calculate = false;    // "Calculate Failure To File Penalty": "&Yes" / "&No"
-    std::string assessDate;    // "Date Penalty Assessed:"
-    std::string filedDate;     // "Date Return Filed:"
+    bool calculate = false;  // "Calculate Failure To File Penalty": "&Yes" / "&No"
+    std::string assessDate;  // "Date Penalty Assessed:"
+    std::string filedDate;  // "Date Return Filed:"
     bool datesEnabled = false;
 };
 
@@ -45,21 +45,22 @@ private:
 };
 
 // "\xA7" is the section sign (texts inside the program are Latin-1).
-inline constexpr const char* kIncreasedRateNote =
-    "\xA7" "6651(d)(1) Penalty is only available for returns due after 12/31/1986.";
+inline constexpr const char* kIncreasedRateNote
+    = "\xA7"
+      "6651(d)(1) Penalty is only available for returns due after 12/31/1986.";
 
 struct FtoPayForm {
-    bool calculate = false;          // "Calculate Failure To Pay Penalty": "&Yes" / "&No"
-    std::string assessDate;          // "Assessment Date:"
-    std::string amountOnReturn;      // "Amount Shown on Return:"
-    bool increasedRate = false;      // "Calculate §6651(d)(1) Increased Failure To Pay Rate"
+    bool calculate = false;  // "Calculate Failure To Pay Penalty": "&Yes" / "&No"
+    std::string assessDate;  // "Assessment Date:"
+    std::string amountOnReturn;  // "Amount Shown on Return:"
+    bool increasedRate = false;  // "Calculate §6651(d)(1) Increased Failure To Pay Rate"
     std::string increasedStartDate;  // "Date for Starting Increased Rate:"
     bool assessEnabled = false;
     bool amountEnabled = false;
     bool increasedChoiceEnabled = false;
     bool increasedChoiceVisible = true;
     bool increasedStartEnabled = false;  // the start-date label and field
-    bool noteVisible = false;            // kIncreasedRateNote
+    bool noteVisible = false;  // kIncreasedRateNote
 };
 
 class FtoPayDialog {

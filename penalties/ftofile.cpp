@@ -2,7 +2,6 @@
 
 #include "base/fault.h"
 
-
 namespace rw {
 
 namespace {
@@ -34,21 +33,24 @@ Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear, std::st
     };
     tell({});
     if (minimums.rows.empty()) {
-        tell("The release of the rates lists no minimum failure-to-file penalty; none was applied.");
+        tell(
+            "The release of the rates lists no minimum failure-to-file penalty; none was applied.");
         return Money();
     }
     const FtfMinimum& first = minimums.rows.front();
     const FtfMinimum& last = minimums.rows.back();
     const std::string due = std::to_string(dueYear);
     if (dueYear < first.firstYear) {
-        tell("Minimum failure-to-file penalty: the release of the rates lists amounts from " + std::to_string(first.firstYear)
-             + "; its earliest, " + FormatMoney(first.amount) + ", was applied to this return due in " + due + ".");
+        tell("Minimum failure-to-file penalty: the release of the rates lists amounts from "
+             + std::to_string(first.firstYear) + "; its earliest, " + FormatMoney(first.amount)
+             + ", was applied to this return due in " + due + ".");
         return first.amount;
     }
     if (dueYear > last.firstYear)
-        tell("Minimum failure-to-file penalty: the release of the rates lists amounts through " + std::to_string(last.firstYear)
-             + "; the " + std::to_string(last.firstYear) + " amount, " + FormatMoney(last.amount)
-             + ", was applied to this return due in " + due + ".");
+        tell("Minimum failure-to-file penalty: the release of the rates lists amounts through "
+             + std::to_string(last.firstYear) + "; the " + std::to_string(last.firstYear)
+             + " amount, " + FormatMoney(last.amount) + ", was applied to this return due in " + due
+             + ".");
     return minimums.forDueYear(dueYear).value_or(last.amount);
 }
 
@@ -118,7 +120,8 @@ Date GetFailToFileIntStart(const Case& c, Date assessDate)
     });
 }
 
-void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::vector<FtoRow>& ftoRows)
+void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next,
+                    const std::vector<FtoRow>& ftoRows)
 {
     WithFaultName("FtoPtoTimeLine", [&] {
         const Date assess = c.init.dtFtoPayAssess;
@@ -130,7 +133,8 @@ void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::
         // Later months carry interest from their own first day.
         for (; k < ftoRows.size(); ++k)
             if (ftoRows[k].cFtp > Money())
-                MakeTLPoint(penaltyPoint("Failure To Pay", code::kFailureToPay, ftoRows[k].dtComp, ftoRows[k].cFtp),
+                MakeTLPoint(penaltyPoint("Failure To Pay", code::kFailureToPay, ftoRows[k].dtComp,
+                                         ftoRows[k].cFtp),
                             tl, next);
     });
 }
@@ -149,9 +153,11 @@ void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector
         // amount of the due date's year, or the whole base when that is less.
         // A payroll return has none; nor has a run that left no month rows.
         // The amounts come with the release of the rates.
-        const bool minimumMayApply = !ftoRows.empty() && in.dtFiled - in.dtExtended > 60.0 && !IsYes(in.bPayroll);
+        const bool minimumMayApply
+            = !ftoRows.empty() && in.dtFiled - in.dtExtended > 60.0 && !IsYes(in.bPayroll);
         std::string note;
-        const Money minimum = minimumMayApply ? FailToFileMinimum(minimums, in.dtDue.year(), &note) : Money();
+        const Money minimum
+            = minimumMayApply ? FailToFileMinimum(minimums, in.dtDue.year(), &note) : Money();
         if (minimumNote != nullptr)
             minimumNote->clear();
         if (minimumMayApply && point.cPen < minimum) {

@@ -10,9 +10,9 @@
 // more than 60 days late owes at least the minimum amount of its year (or the
 // tax, when that is less).
 
-#include "rates/release.h"
 #include "engine/timeline.h"
 #include "penalties/penaltytypes.h"
+#include "rates/release.h"
 
 #include <array>
 #include <cstdint>
@@ -62,11 +62,13 @@ Date GetFailToFileIntStart(const Case& c, Date assessDate);
 // year after the last one the release of the rates lists takes the latest
 // amount it lists (one before the first, the earliest); note then tells which
 // year's amount was taken. A release without minimums gives 0 and says so.
-Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear, std::string* note = nullptr);
+Money FailToFileMinimum(const FtfMinimumSchedule& minimums, int dueYear,
+                        std::string* note = nullptr);
 
 // Appends the "FPP " points: the months up to the assessment date in one point
 // on that date (also when 0), every later month on its own first day.
-void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, const std::vector<FtoRow>& ftoRows);
+void FtoPtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next,
+                    const std::vector<FtoRow>& ftoRows);
 
 // Applies the minimum amount to ftoRows and appends the "FFP " point.
 void FtoFtoTimeLine(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<FtoRow>& ftoRows,

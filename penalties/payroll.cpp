@@ -2,7 +2,6 @@
 
 #include "base/fault.h"
 
-
 #include <cmath>
 #include <limits>
 
@@ -41,7 +40,8 @@ Money PRPiecePenalty(Money base, float rate)
     if (rem * 2 > Money::kScale || (rem * 2 == Money::kScale && (q & 1)))
         ++q;
     const i128 v = neg ? -q : q;
-    if (v > std::numeric_limits<std::int64_t>::max() || v < std::numeric_limits<std::int64_t>::min())
+    if (v > std::numeric_limits<std::int64_t>::max()
+        || v < std::numeric_limits<std::int64_t>::min())
         ThrowFault(kErrOverflow, "CalcUSPRPen", "penalty out of range");
     return RoundCurrency(Money::fromRaw(static_cast<std::int64_t>(v)), 2);
 }
@@ -50,13 +50,14 @@ std::int16_t PRDaysLate(Date paid, Date due)
 {
     // The day count is a 16-bit integer; the run-time rounds to the even day.
     const double d = std::nearbyint(paid - due);
-    if (!(d >= std::numeric_limits<std::int16_t>::min() && d <= std::numeric_limits<std::int16_t>::max()))
+    if (!(d >= std::numeric_limits<std::int16_t>::min()
+          && d <= std::numeric_limits<std::int16_t>::max()))
         ThrowFault(kErrOverflow, "CalcUSPRPen", "days late out of range");
     return static_cast<std::int16_t>(d);
 }
 
-bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& table, std::size_t& index,
-                        std::vector<PmtWorkItem>& work, Flag severe, Date due)
+bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& table,
+                        std::size_t& index, std::vector<PmtWorkItem>& work, Flag severe, Date due)
 {
     return WithFaultName("AddPRPenTblElement", [&] {
         PmtWorkItem* p = nullptr;
@@ -93,7 +94,8 @@ bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& ta
     });
 }
 
-void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts, std::vector<PRPenTblElement>& table)
+void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts,
+                 std::vector<PRPenTblElement>& table)
 {
     WithFaultName("CalcUSPRPen", [&] {
         std::vector<PmtWorkItem> work;
@@ -109,8 +111,7 @@ void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts, std::vector<PR
             first.cBegBal = d.cRequired;
             table.push_back(first);
             std::size_t e = table.size() - 1;
-            while (AddPRPenTblElement(c.init, table, e, work, d.bSevere, d.dtDepDue)) {
-            }
+            while (AddPRPenTblElement(c.init, table, e, work, d.bSevere, d.dtDepDue)) { }
         }
 
         for (PRPenTblElement& e : table) {
@@ -129,7 +130,8 @@ Money TotalPRPenalty(const std::vector<PRPenTblElement>& table)
     return total;
 }
 
-void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> deposits, std::int16_t& next)
+void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> deposits,
+                  std::int16_t& next)
 {
     (void)c;
     WithFaultName("AddPRLiabPts", [&] {
@@ -144,8 +146,8 @@ void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> depos
     });
 }
 
-void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits, const std::vector<PRPenTblElement>& table,
-                 std::int16_t& next)
+void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits,
+                 const std::vector<PRPenTblElement>& table, std::int16_t& next)
 {
     WithFaultName("AddPRPenPts", [&] {
         for (const PRPenTblElement& e : table) {
@@ -165,10 +167,12 @@ void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits, const std::
     });
 }
 
-void AddUSPRPts(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<PRPenTblElement>& table)
+void AddUSPRPts(const Case& c, TimeLine& tl, std::int16_t& next,
+                std::vector<PRPenTblElement>& table)
 {
     WithFaultName("AddUSPRPts", [&] {
-        const std::vector<DepositRec> deposits(c.payrollDeposits().begin(), c.payrollDeposits().end());
+        const std::vector<DepositRec> deposits(c.payrollDeposits().begin(),
+                                               c.payrollDeposits().end());
         AddPRLiabPts(c, tl, deposits, next);
         CalcUSPRPen(c, c.payments(), table);
         AddPRPenPts(tl, deposits, table, next);

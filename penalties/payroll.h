@@ -47,12 +47,13 @@ std::int16_t PRDaysLate(Date paid, Date due);
 // Completes element `index` of the table with the next payment whose tax part
 // is not used up. Returns true when it has appended a further element for the
 // same deposit and moved index to it.
-bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& table, std::size_t& index,
-                        std::vector<PmtWorkItem>& work, Flag severe, Date due);
+bool AddPRPenTblElement(const InitInputs& init, std::vector<PRPenTblElement>& table,
+                        std::size_t& index, std::vector<PmtWorkItem>& work, Flag severe, Date due);
 
 // The payroll penalty table of the case's deposits paid by the given payments
 // in the given order (the case's own list, or a rearranged copy).
-void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts, std::vector<PRPenTblElement>& table);
+void CalcUSPRPen(const Case& c, std::span<const PaymentRec> pmts,
+                 std::vector<PRPenTblElement>& table);
 
 // Sum of the table's penalties.
 Money TotalPRPenalty(const std::vector<PRPenTblElement>& table);
@@ -61,9 +62,11 @@ Money TotalPRPenalty(const std::vector<PRPenTblElement>& table);
 // then every piece's penalty ("PDP "), dated on the assessment date of the
 // first deposit with the piece's due date. table receives the penalty table
 // for the case's payments in list order.
-void AddUSPRPts(const Case& c, TimeLine& tl, std::int16_t& next, std::vector<PRPenTblElement>& table);
-void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> deposits, std::int16_t& next);
-void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits, const std::vector<PRPenTblElement>& table,
-                 std::int16_t& next);
+void AddUSPRPts(const Case& c, TimeLine& tl, std::int16_t& next,
+                std::vector<PRPenTblElement>& table);
+void AddPRLiabPts(const Case& c, TimeLine& tl, std::span<const DepositRec> deposits,
+                  std::int16_t& next);
+void AddPRPenPts(TimeLine& tl, std::span<const DepositRec> deposits,
+                 const std::vector<PRPenTblElement>& table, std::int16_t& next);
 
 }  // namespace rw

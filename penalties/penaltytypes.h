@@ -12,12 +12,12 @@ namespace rw {
 
 // One month of the failure-to-file / failure-to-pay computation.
 struct FtoRow {
-    Date dtComp;       // first day of the month
-    Money cNetTax;     // unpaid tax: cTax of every point dated before dtComp
+    Date dtComp;  // first day of the month
+    Money cNetTax;  // unpaid tax: cTax of every point dated before dtComp
     float fFtpRate = 0.0f;
-    Money cFtp;        // failure-to-pay penalty of the month
-    Money cGrossFtf;   // failure-to-file penalty before the reduction
-    Money cNetFtf;     // after the reduction by cFtp
+    Money cFtp;  // failure-to-pay penalty of the month
+    Money cGrossFtf;  // failure-to-file penalty before the reduction
+    Money cNetFtf;  // after the reduction by cFtp
 
     friend bool operator==(const FtoRow&, const FtoRow&) = default;
 };

@@ -18,7 +18,9 @@ constexpr int kResolution = 1200;
 // A PDF printer that owns its writer.
 class PdfFilePrinter : public QtPrinter {
 public:
-    explicit PdfFilePrinter(std::unique_ptr<QPdfWriter> writer) : QtPrinter(writer.get()), writer_(std::move(writer))
+    explicit PdfFilePrinter(std::unique_ptr<QPdfWriter> writer)
+        : QtPrinter(writer.get())
+        , writer_(std::move(writer))
     {
     }
     ~PdfFilePrinter() override { endDoc(); }
@@ -46,11 +48,11 @@ void EnsureGuiApplication()
     static char* argv[] = {name, nullptr};
     // The platform's start-up notes (a missing runtime folder and the like)
     // mean nothing to a program without windows.
-    const QtMessageHandler previous = qInstallMessageHandler(
-        [](QtMsgType type, const QMessageLogContext&, const QString& msg) {
-            if (type == QtFatalMsg)
-                std::fputs(qPrintable(msg), stderr);
-        });
+    const QtMessageHandler previous
+        = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& msg) {
+              if (type == QtFatalMsg)
+                  std::fputs(qPrintable(msg), stderr);
+          });
     static QGuiApplication* app = new QGuiApplication(argc, argv);
     (void)app;
     qInstallMessageHandler(previous);
@@ -59,7 +61,8 @@ void EnsureGuiApplication()
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path)
 {
     EnsureGuiApplication();
-    auto writer = std::make_unique<QPdfWriter>(QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
+    auto writer = std::make_unique<QPdfWriter>(
+        QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
     prepareWriter(*writer);
     return std::make_unique<PdfFilePrinter>(std::move(writer));
 }
@@ -83,7 +86,8 @@ PageMetrics PdfPageMetrics()
     m.pageHeight = probe->writer->height();
     m.lineHeight = [probe](std::string_view font, float size) {
         const QFont f = QtPrinter::ReportFont(
-            QString::fromLatin1(font.data(), static_cast<qsizetype>(font.size())), static_cast<qreal>(size));
+            QString::fromLatin1(font.data(), static_cast<qsizetype>(font.size())),
+            static_cast<qreal>(size));
         return static_cast<std::int32_t>(QFontMetrics(f, probe->writer.get()).height());
     };
     return m;

@@ -49,7 +49,8 @@ void QtPrinter::SetReportPageLayout(QPagedPaintDevice& device)
                                      QMarginsF(0.5, 0.5, 0.2, 0.5), QPageLayout::Inch));
 }
 
-QtPrinter::QtPrinter(QPagedPaintDevice* device) : device_(device)
+QtPrinter::QtPrinter(QPagedPaintDevice* device)
+    : device_(device)
 {
     font_ = ReportFont(fromLatin1(fontName_), fontSize_);
 }

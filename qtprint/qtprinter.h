@@ -21,8 +21,8 @@
 #include "reports/printer.h"
 
 #include <QFont>
-#include <QPainter>
 #include <QPagedPaintDevice>
+#include <QPainter>
 #include <QString>
 
 #include <functional>
@@ -87,8 +87,8 @@ private:
     std::string open_;
     bool lineOpen_ = false;
     bool pagePending_ = false;  // the next line begins a new sheet
-    bool anyPage_ = false;      // a page has been begun
-    int y_ = 0;                 // top of the next line
+    bool anyPage_ = false;  // a page has been begun
+    int y_ = 0;  // top of the next line
     int pageNo_ = 1;
     bool ended_ = false;
     bool failed_ = false;  // the device could not be opened

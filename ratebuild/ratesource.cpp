@@ -128,7 +128,7 @@ std::string JoinCsvRecord(const std::vector<std::string>& fields)
             out += ',';
         const std::string& f = fields[i];
         const bool quote = f.find_first_of(",\"\n\r") != std::string::npos
-            || (!f.empty() && (f.front() == ' ' || f.back() == ' '));
+                           || (!f.empty() && (f.front() == ' ' || f.back() == ' '));
         if (!quote) {
             out += f;
             continue;
@@ -165,7 +165,8 @@ SourceFile ParseSource(std::string_view text, std::string_view name, std::string
         if (!headerSeen) {
             headerSeen = true;
             if (line != header)
-                src.problems.push_back({src.name, lineNo, "expected the header line " + std::string(header)});
+                src.problems.push_back(
+                    {src.name, lineNo, "expected the header line " + std::string(header)});
             continue;
         }
         const auto fields = SplitCsvRecord(line);
@@ -179,9 +180,10 @@ SourceFile ParseSource(std::string_view text, std::string_view name, std::string
             continue;
         }
         const auto& f = *fields;
-        src.rows.push_back(SourceRow{lineNo, std::string(TrimBlanks(f[0])), std::string(TrimBlanks(f[1])),
-                                     std::string(TrimBlanks(f[2])), std::string(TrimBlanks(f[3])),
-                                     std::string(TrimBlanks(f[4])), std::string(TrimBlanks(f[5]))});
+        src.rows.push_back(SourceRow{lineNo, std::string(TrimBlanks(f[0])),
+                                     std::string(TrimBlanks(f[1])), std::string(TrimBlanks(f[2])),
+                                     std::string(TrimBlanks(f[3])), std::string(TrimBlanks(f[4])),
+                                     std::string(TrimBlanks(f[5]))});
     }
     if (!headerSeen)
         src.problems.push_back({src.name, 0, "the file is empty"});
@@ -220,7 +222,8 @@ std::optional<float> ParseRateText(std::string_view text)
     // The decimal text goes straight to the nearest float: reading it as a
     // double first and narrowing could round twice and land one step off.
     float f = 0.0f;
-    const auto r = std::from_chars(text.data(), text.data() + text.size(), f, std::chars_format::fixed);
+    const auto r
+        = std::from_chars(text.data(), text.data() + text.size(), f, std::chars_format::fixed);
     if (r.ec != std::errc() || r.ptr != text.data() + text.size() || !std::isfinite(f))
         return std::nullopt;
     return f;
@@ -283,13 +286,11 @@ TableBuild BuildTable(const SourceFile& src)
             problem(r, "from date " + r.from + " is after thru date " + r.thru);
         if (from && prevThru && *from != *prevThru + 1) {
             if (*from <= *prevThru)
-                problem(r,
-                        "row starting " + r.from + " overlaps the previous row, which ends "
-                            + FormatMMDDYYYY(*prevThru));
+                problem(r, "row starting " + r.from + " overlaps the previous row, which ends "
+                               + FormatMMDDYYYY(*prevThru));
             else
-                problem(r,
-                        "rows are not contiguous: no rate from " + FormatMMDDYYYY(*prevThru + 1) + " to "
-                            + FormatMMDDYYYY(*from - 1));
+                problem(r, "rows are not contiguous: no rate from " + FormatMMDDYYYY(*prevThru + 1)
+                               + " to " + FormatMMDDYYYY(*from - 1));
         }
         prevThru = thru;
         if (from)
@@ -301,16 +302,15 @@ TableBuild BuildTable(const SourceFile& src)
         auto checkedRate = [&](const std::string& text, const char* what, float& out) {
             const auto f = ParseRateText(text);
             if (!f) {
-                problem(r,
-                        std::string(what) + " rate " + inQuotes(text) + " is not a plain decimal fraction");
+                problem(r, std::string(what) + " rate " + inQuotes(text)
+                               + " is not a plain decimal fraction");
                 return;
             }
             if (std::signbit(*f))
                 problem(r, std::string(what) + " rate " + text + " is negative");
             else if (*f > kMaxRate)
-                problem(r,
-                        std::string(what) + " rate " + text
-                            + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
+                problem(r, std::string(what) + " rate " + text
+                               + " is above 50 % (rates are fractions: 0.075 is 7.5 %)");
             out = *f;
         };
         if (IsGapRow(r)) {
@@ -318,7 +318,8 @@ TableBuild BuildTable(const SourceFile& src)
             // never a guess. It lies between sourced rows; the table's first
             // and last days are sourced ones.
             if (!r.underpayment.empty() || !r.overpayment.empty())
-                problem(r, "the row is marked " + std::string(kGapMark) + " (no published rate) but gives a rate");
+                problem(r, "the row is marked " + std::string(kGapMark)
+                               + " (no published rate) but gives a rate");
             if (&r == &src.rows.front() || &r == &src.rows.back())
                 problem(r,
                         "the row is marked " + std::string(kGapMark)
@@ -388,14 +389,14 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
         const auto from = ParseMMDDYYYY(r.from);
         const auto thru = ParseMMDDYYYY(r.thru);
         if (!from || !thru) {
-            problem(r, "dates " + inQuotes(r.from) + ", " + inQuotes(r.thru) + " are not written mm/dd/yyyy");
+            problem(r, "dates " + inQuotes(r.from) + ", " + inQuotes(r.thru)
+                           + " are not written mm/dd/yyyy");
         } else {
             if (*thru < *from)
                 problem(r, "from date " + r.from + " is after thru date " + r.thru);
             if (prevThru && *from != *prevThru + 1)
-                problem(r,
-                        "does not begin the day after the previous row ends (" + FormatMMDDYYYY(*prevThru)
-                            + ")");
+                problem(r, "does not begin the day after the previous row ends ("
+                               + FormatMMDDYYYY(*prevThru) + ")");
         }
         prevThru = thru;
     }
@@ -409,17 +410,18 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
         if (IsGapRow(r)) {
             // A hole between sourced periods: no rate in either direction.
             if (!r.underpayment.empty() || !r.overpayment.empty())
-                problem(r, "the row is marked " + std::string(kGapMark) + " (no published figure) but gives a rate");
+                problem(r, "the row is marked " + std::string(kGapMark)
+                               + " (no published figure) but gives a rate");
             if (out.method.empty())
                 out.method = "C";
             c.rows.push_back(std::move(out));
             continue;
         }
         if (r.underpayment.empty()) {
-            problem(r,
-                    "gives no underpayment rate but is not marked " + std::string(kGapMark)
-                        + ": every period of a table needs its underpayment rate, or the mark that none was "
-                          "published");
+            problem(r, "gives no underpayment rate but is not marked " + std::string(kGapMark)
+                           + ": every period of a table needs its underpayment rate, or the mark "
+                             "that none was "
+                             "published");
             continue;
         }
         const auto up = PercentToFraction(r.underpayment);
@@ -443,7 +445,7 @@ ScheduleConversion ConvertSchedule(const SourceFile& schedule)
 namespace {
 
 // Stretches of consecutive rows that satisfy `pick`, as "first to last".
-template <typename Rows, typename Pick, typename FromOf, typename ThruOf>
+template<typename Rows, typename Pick, typename FromOf, typename ThruOf>
 std::vector<std::string> stretches(const Rows& rows, Pick pick, FromOf fromOf, ThruOf thruOf)
 {
     std::vector<std::string> out;
@@ -534,15 +536,22 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
 {
     std::ostringstream md;
     md << "# Rate table coverage\n\n"
-          "Each rate table delivered with the program: the first and last day it covers, its number of\n"
-          "rate periods, how interest is computed, its holes, and where its rates were published. A\n"
-          "calculation whose start or stop date lies outside a state's table is warned about when the\n"
-          "Initial Inputs are accepted. Methods: S simple interest; S-monthly simple interest that the\n"
+          "Each rate table delivered with the program: the first and last day it covers, its "
+          "number of\n"
+          "rate periods, how interest is computed, its holes, and where its rates were published. "
+          "A\n"
+          "calculation whose start or stop date lies outside a state's table is warned about when "
+          "the\n"
+          "Initial Inputs are accepted. Methods: S simple interest; S-monthly simple interest that "
+          "the\n"
           "authority charges by the month (the table charges it daily); C daily compounding.\n"
-          "\"Underpayment rate not published\" lists the periods inside a table for which no published\n"
-          "rate was found at all: a calculation cannot compute interest on an amount owed in them.\n"
+          "\"Underpayment rate not published\" lists the periods inside a table for which no "
+          "published\n"
+          "rate was found at all: a calculation cannot compute interest on an amount owed in "
+          "them.\n"
           "\"Refund rate not published\" lists the periods for which the authority's overpayment\n"
-          "(refund) rate was not found: a calculation cannot compute interest on an overpayment in\n"
+          "(refund) rate was not found: a calculation cannot compute interest on an overpayment "
+          "in\n"
           "them. No rate is ever put in the place of one that was not published.\n\n"
           "| Authority | Code | Table file | First date | Last date | Rows | Method "
           "| Underpayment rate not published | Refund rate not published |\n"
@@ -564,8 +573,9 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
         if (t.rows.empty())
             md << "- | - | 0 | - | - | - |\n";
         else
-            md << t.rows.front().from << " | " << t.rows.back().thru << " | " << t.rows.size() << " | "
-               << methodsOf(t.rows) << " | " << joined(UnpublishedUnderpaymentPeriods(t.rows), "-") << " | "
+            md << t.rows.front().from << " | " << t.rows.back().thru << " | " << t.rows.size()
+               << " | " << methodsOf(t.rows) << " | "
+               << joined(UnpublishedUnderpaymentPeriods(t.rows), "-") << " | "
                << joined(UnpublishedRefundPeriods(t.rows), "-") << " |\n";
     }
 
@@ -591,7 +601,7 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
                 i = j;
             }
             out += "- " + spans + " (" + std::to_string(count) + (count == 1 ? " row" : " rows")
-                + "): " + escapeMarkdown(text) + "\n";
+                   + "): " + escapeMarkdown(text) + "\n";
         }
         return out;
     };
@@ -623,7 +633,8 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
             md << "\nUnderpayment rate not published (no published rate at all):\n\n";
             for (const std::string& p : noUnderpayment)
                 md << "- " << p << "\n";
-            md << "\nInterest on an amount owed in these periods, or on an overpayment, cannot be computed\n"
+            md << "\nInterest on an amount owed in these periods, or on an overpayment, cannot be "
+                  "computed\n"
                   "with this table.\n";
         }
         const std::vector<std::string> noRefund = UnpublishedRefundPeriods(t.rows);
@@ -631,13 +642,16 @@ std::string CoverageMarkdown(const std::vector<AuthorityTable>& tables)
             md << "\nRefund (overpayment) rate not published:\n\n";
             for (const std::string& p : noRefund)
                 md << "- " << p << "\n";
-            md << "\nInterest on an overpayment in these periods cannot be computed with this table.\n";
+            md << "\nInterest on an overpayment in these periods cannot be computed with this "
+                  "table.\n";
         }
 
-        md << "\nPublished sources:\n\n" << textsOf(t.rows, [](const SourceRow& r) { return !IsGapRow(r); });
+        md << "\nPublished sources:\n\n"
+           << textsOf(t.rows, [](const SourceRow& r) { return !IsGapRow(r); });
         const std::string notes = textsOf(t.rows, [](const SourceRow& r) { return IsGapRow(r); });
         if (!notes.empty())
-            md << "\nWhat the research found for the periods without a published rate:\n\n" << notes;
+            md << "\nWhat the research found for the periods without a published rate:\n\n"
+               << notes;
     }
     return md.str();
 }

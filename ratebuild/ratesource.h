@@ -149,7 +149,7 @@ SourcedSpan SourcedRows(const std::vector<SourceRow>& rows);
 
 struct ScheduleConversion {
     std::vector<SourceRow> rows;  // the rows taken, rates as fractions
-    SourcedSpan kept;             // which schedule rows they are
+    SourcedSpan kept;  // which schedule rows they are
     std::vector<SourceProblem> problems;
     bool ok() const { return problems.empty() && !rows.empty(); }
 };
@@ -183,7 +183,8 @@ std::vector<std::string> UnpublishedUnderpaymentPeriods(const RateTable& rows);
 
 // The Markdown page that lists every authority's table with its coverage,
 // methods, its holes (the periods without a published underpayment rate, and
-// those without a published refund rate), and published sources. `tables` holds one checked source per authority, in list order.
+// those without a published refund rate), and published sources. `tables` holds one checked source
+// per authority, in list order.
 struct AuthorityTable {
     const Authority* authority = nullptr;
     std::vector<SourceRow> rows;

@@ -1,8 +1,8 @@
 #include "ratebuild/releasebuild.h"
 
 #include "base/numtext.h"
-#include "rates/ratetable.h"
 #include "ratebuild/outfile.h"
+#include "rates/ratetable.h"
 
 #include <algorithm>
 #include <array>
@@ -14,9 +14,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::array<std::string_view, 12> kMonthNames = {"January", "February", "March",     "April",
-                                                          "May",     "June",     "July",      "August",
-                                                          "September", "October", "November", "December"};
+constexpr std::array<std::string_view, 12> kMonthNames
+    = {"January", "February", "March",     "April",   "May",      "June",
+       "July",    "August",   "September", "October", "November", "December"};
 constexpr std::array<std::string_view, 4> kOrdinals = {"1st", "2nd", "3rd", "4th"};
 
 int quarterOf(Date d)
@@ -29,7 +29,8 @@ bool isEstimate(const SourceRow& row)
     return std::string_view(row.source).starts_with(kEstimateMark);
 }
 
-void addProblem(std::vector<SourceProblem>& problems, std::string_view file, int line, std::string what)
+void addProblem(std::vector<SourceProblem>& problems, std::string_view file, int line,
+                std::string what)
 {
     problems.push_back(SourceProblem{std::string(file), line, std::move(what)});
 }
@@ -39,19 +40,20 @@ void addProblem(std::vector<SourceProblem>& problems, std::string_view file, int
 std::string SpelledOutDate(Date d)
 {
     const auto c = d.civil();
-    return std::string(kMonthNames[static_cast<std::size_t>(c.month - 1)]) + " " + std::to_string(c.day) + ", "
-        + std::to_string(c.year);
+    return std::string(kMonthNames[static_cast<std::size_t>(c.month - 1)]) + " "
+           + std::to_string(c.day) + ", " + std::to_string(c.year);
 }
 
 std::string QuarterDescription(Date d)
 {
-    return std::to_string(d.year()) + ", " + std::string(kOrdinals[static_cast<std::size_t>(quarterOf(d) - 1)])
-        + " Quarter";
+    return std::to_string(d.year()) + ", "
+           + std::string(kOrdinals[static_cast<std::size_t>(quarterOf(d) - 1)]) + " Quarter";
 }
 
 std::string ReleaseName(Date verifiedThrough)
 {
-    return "Qrat" + std::to_string(verifiedThrough.year()) + "Q" + std::to_string(quarterOf(verifiedThrough));
+    return "Qrat" + std::to_string(verifiedThrough.year()) + "Q"
+           + std::to_string(quarterOf(verifiedThrough));
 }
 
 ReleaseDates DeriveReleaseDates(const SourceFile& fed)
@@ -67,7 +69,8 @@ ReleaseDates DeriveReleaseDates(const SourceFile& fed)
         }
         if (firstEstimate)
             addProblem(out.problems, fed.name, row.line,
-                       "a verified row follows the estimate of line " + std::to_string(firstEstimate->line)
+                       "a verified row follows the estimate of line "
+                           + std::to_string(firstEstimate->line)
                            + "; estimated rates may only end the table");
         lastVerified = &row;
     }
@@ -107,7 +110,8 @@ MinimumsRead ParseMinimums(std::string_view text, std::string_view name)
             continue;
         if (!header) {
             if (line != kMinimumHeader) {
-                addProblem(out.problems, name, lineNo, "the first line must be " + std::string(kMinimumHeader));
+                addProblem(out.problems, name, lineNo,
+                           "the first line must be " + std::string(kMinimumHeader));
                 return out;
             }
             header = true;
@@ -119,7 +123,8 @@ MinimumsRead ParseMinimums(std::string_view text, std::string_view name)
             continue;
         }
         std::string why;
-        std::optional<FtfMinimum> row = ReadFtfMinimum((*fields)[0], (*fields)[1], (*fields)[2], out.schedule, why);
+        std::optional<FtfMinimum> row
+            = ReadFtfMinimum((*fields)[0], (*fields)[1], (*fields)[2], out.schedule, why);
         if (!row) {
             addProblem(out.problems, name, lineNo, why);
             continue;
@@ -169,7 +174,8 @@ ReleaseBuild BuildRelease(const fs::path& sourcesDir)
             sourceName = fed.name;
             rows = fed.rows;
         } else {
-            const SourceFile schedule = ReadSourceFile(sourcesDir / "states" / (code + ".csv"), kScheduleHeader);
+            const SourceFile schedule
+                = ReadSourceFile(sourcesDir / "states" / (code + ".csv"), kScheduleHeader);
             ScheduleConversion conv = ConvertSchedule(schedule);
             take(conv.problems);
             if (!conv.ok()) {
@@ -181,7 +187,8 @@ ReleaseBuild BuildRelease(const fs::path& sourcesDir)
             rows = std::move(conv.rows);
         }
         table.sourceText = FormatTableSource(SplitAtYearEnds(rows));
-        TableBuild built = BuildTable(ParseSource(table.sourceText, sourceName + " (as tabled)", kTableHeader));
+        TableBuild built
+            = BuildTable(ParseSource(table.sourceText, sourceName + " (as tabled)", kTableHeader));
         take(built.problems);
         if (!built.ok())
             continue;
@@ -223,10 +230,13 @@ bool WriteRelease(const ReleaseBuild& build, const fs::path& outDir, std::string
         // which never compares equal to itself as a number.
         const RateTableReadResult back = DecodeRateTable(bytes);
         if (back.status != RateTableReadResult::Status::Ok || EncodeRateTable(back.rows) != bytes)
-            return fail(std::string(t.authority->file) + ": the encoded table does not read back as built");
-        if (!WriteOutputFile(outDir / t.authority->file, std::string_view(bytes.data(), bytes.size()), false, why))
+            return fail(std::string(t.authority->file)
+                        + ": the encoded table does not read back as built");
+        if (!WriteOutputFile(outDir / t.authority->file,
+                             std::string_view(bytes.data(), bytes.size()), false, why))
             return false;
-        if (!WriteOutputFile(outDir / "rates-src" / SourceFileName(t.authority->file), t.sourceText, false, why))
+        if (!WriteOutputFile(outDir / "rates-src" / SourceFileName(t.authority->file), t.sourceText,
+                             false, why))
             return false;
     }
     return WriteOutputFile(outDir / kReleaseFileName, FormatReleaseInfo(build.info), false, why);
@@ -238,9 +248,9 @@ std::string ReleaseTablesSummary(const ReleaseBuild& build)
     for (const ReleaseTable& t : build.tables) {
         std::string file(t.authority->file);
         file.resize(std::max<std::size_t>(file.size(), 14), ' ');
-        text += std::string(t.authority->code) + "  " + file
-            + FormatMMDDYYYY(t.rows.front().dtFrom) + " - " + FormatMMDDYYYY(t.rows.back().dtThru) + "  "
-            + std::to_string(t.rows.size()) + (t.rows.size() == 1 ? " row" : " rows") + "\n";
+        text += std::string(t.authority->code) + "  " + file + FormatMMDDYYYY(t.rows.front().dtFrom)
+                + " - " + FormatMMDDYYYY(t.rows.back().dtThru) + "  "
+                + std::to_string(t.rows.size()) + (t.rows.size() == 1 ? " row" : " rows") + "\n";
     }
     return text;
 }

@@ -17,8 +17,8 @@
 // The build step of the program and "qratcalc-cli release build" both run
 // this code.
 
-#include "rates/release.h"
 #include "ratebuild/ratesource.h"
+#include "rates/release.h"
 
 #include <filesystem>
 #include <string>

@@ -40,7 +40,7 @@ constexpr Authority kAuthorities[] = {
 };
 static_assert(std::size(kAuthorities) == 30);
 
-template <typename V, typename R>
+template<typename V, typename R>
 void visitRow(V& v, R& r)
 {
     v(r.dtFrom);
@@ -48,7 +48,6 @@ void visitRow(V& v, R& r)
     v(r.fUPRate);
     v(r.fOPRate);
 }
-
 
 }  // namespace
 
@@ -73,13 +72,15 @@ const Authority& AuthorityForCode(std::string_view code)
 
 std::string_view IllinoisNotice()
 {
-    return "After 12/31/03, for the first year, IL interest accrues at the Short-Term rates. After a year, "
+    return "After 12/31/03, for the first year, IL interest accrues at the Short-Term rates. After "
+           "a year, "
            "interest accrues at the Long-Term rates.";
 }
 
 std::string_view MassachusettsNotice()
 {
-    return "After 6/30/03, MA interest on underpayments and overpayments is computed differently using "
+    return "After 6/30/03, MA interest on underpayments and overpayments is computed differently "
+           "using "
            "different rates. ";
 }
 
@@ -174,16 +175,18 @@ bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTa
     switch (r.status) {
     case RateTableReadResult::Status::NotFound:
         msgs.show("File not found",
-                  "File: " + path + " does not exist." + "Please verify the file is in the correct directory. "
+                  "File: " + path + " does not exist."
+                      + "Please verify the file is in the correct directory. "
                       + "Procedure: OpenRates().",
                   MsgIcon::Information);
         return false;
     case RateTableReadResult::Status::BadMarker:
-        msgs.show("Problem With Rate File",
-                  "The \"NOT_VB3\" code was missing from file, " + path
-                      + " in procedure: OpenRates(). Please notify Brindlecote technical support at "
-                        "support@brindlecote.example.",
-                  MsgIcon::Information);
+        msgs.show(
+            "Problem With Rate File",
+            "The \"NOT_VB3\" code was missing from file, " + path
+                + " in procedure: OpenRates(). Please notify Brindlecote technical support at "
+                  "support@brindlecote.example.",
+            MsgIcon::Information);
         return false;
     case RateTableReadResult::Status::Damaged:
         ThrowFault(kErrPastEnd, "OpenRates", path + ": " + r.detail);

@@ -12,8 +12,8 @@ namespace rw {
 namespace fs = std::filesystem;
 
 std::optional<FtfMinimum> ReadFtfMinimum(std::string_view yearText, std::string_view amountText,
-                                         std::string_view sourceText, const FtfMinimumSchedule& before,
-                                         std::string& why)
+                                         std::string_view sourceText,
+                                         const FtfMinimumSchedule& before, std::string& why)
 {
     const std::string_view year = TrimBlanks(yearText);
     const std::string_view amount = TrimBlanks(amountText);
@@ -54,11 +54,16 @@ std::optional<Money> FtfMinimumSchedule::forDueYear(int dueYear) const
 
 namespace {
 
-constexpr std::string_view kKeys[] = {"name", "description", "verified_through", "verified_through_text",
-                                      "estimated_through", "estimated_through_text"};
+constexpr std::string_view kKeys[] = {"name",
+                                      "description",
+                                      "verified_through",
+                                      "verified_through_text",
+                                      "estimated_through",
+                                      "estimated_through_text"};
 
 // "YEAR,AMOUNT,SOURCE": the source is the rest of the line, commas and all.
-std::optional<FtfMinimum> minimumRow(std::string_view value, const FtfMinimumSchedule& before, std::string& why)
+std::optional<FtfMinimum> minimumRow(std::string_view value, const FtfMinimumSchedule& before,
+                                     std::string& why)
 {
     const auto c1 = value.find(',');
     const auto c2 = c1 == std::string_view::npos ? c1 : value.find(',', c1 + 1);
@@ -66,8 +71,8 @@ std::optional<FtfMinimum> minimumRow(std::string_view value, const FtfMinimumSch
         why = "ftf_minimum must be YEAR,AMOUNT,SOURCE";
         return std::nullopt;
     }
-    std::optional<FtfMinimum> row
-        = ReadFtfMinimum(value.substr(0, c1), value.substr(c1 + 1, c2 - c1 - 1), value.substr(c2 + 1), before, why);
+    std::optional<FtfMinimum> row = ReadFtfMinimum(
+        value.substr(0, c1), value.substr(c1 + 1, c2 - c1 - 1), value.substr(c2 + 1), before, why);
     if (!row)
         why = "ftf_minimum: " + why;
     return row;
@@ -83,7 +88,8 @@ std::string centsText(Money m)
 
 }  // namespace
 
-bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out, std::string* problem)
+bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out,
+                      std::string* problem)
 {
     out = ReleaseInfo{};
     ReleaseInfo info;
@@ -92,7 +98,8 @@ bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseI
     int lineNo = 0;
     auto fail = [&](int line, const std::string& what) {
         if (problem)
-            *problem = std::string(fileName) + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + what;
+            *problem = std::string(fileName)
+                       + (line > 0 ? ":" + std::to_string(line) : std::string()) + ": " + what;
         return false;
     };
 
@@ -170,13 +177,13 @@ bool ReadReleaseInfo(const fs::path& file, ReleaseInfo& out, std::string* proble
 std::string FormatReleaseInfo(const ReleaseInfo& info)
 {
     std::string text = "name=" + info.name + "\n" + "description=" + info.description + "\n"
-        + "verified_through=" + FormatMMDDYYYY(info.verifiedThrough) + "\n"
-        + "verified_through_text=" + info.verifiedThroughText + "\n"
-        + "estimated_through=" + FormatMMDDYYYY(info.estimatedThrough) + "\n"
-        + "estimated_through_text=" + info.estimatedThroughText + "\n";
+                       + "verified_through=" + FormatMMDDYYYY(info.verifiedThrough) + "\n"
+                       + "verified_through_text=" + info.verifiedThroughText + "\n"
+                       + "estimated_through=" + FormatMMDDYYYY(info.estimatedThrough) + "\n"
+                       + "estimated_through_text=" + info.estimatedThroughText + "\n";
     for (const FtfMinimum& row : info.ftfMinimums.rows)
-        text += "ftf_minimum=" + std::to_string(row.firstYear) + "," + centsText(row.amount) + "," + row.source
-            + "\n";
+        text += "ftf_minimum=" + std::to_string(row.firstYear) + "," + centsText(row.amount) + ","
+                + row.source + "\n";
     return text;
 }
 
@@ -195,8 +202,10 @@ std::string CheckReleaseFolder(const fs::path& folder, ReleaseInfo& info)
         if (r.rows.empty())
             return file.string() + ": the rate table has no rows";
         if (a.code == "US  " && r.rows.back().dtThru < read.estimatedThrough)
-            return file.string() + ": the federal rates end on " + FormatMMDDYYYY(r.rows.back().dtThru)
-                + ", before the release's estimated-through date " + FormatMMDDYYYY(read.estimatedThrough);
+            return file.string() + ": the federal rates end on "
+                   + FormatMMDDYYYY(r.rows.back().dtThru)
+                   + ", before the release's estimated-through date "
+                   + FormatMMDDYYYY(read.estimatedThrough);
     }
     info = std::move(read);
     return {};
@@ -215,15 +224,16 @@ ReleaseInUse ChooseRelease(const Paths& paths)
         ReleaseInfo user;
         const std::string userProblem = CheckReleaseFolder(userFolder, user);
         if (!userProblem.empty()) {
-            use.warnings.push_back("The interest rates in " + userFolder.string() + " are not used: " + userProblem
+            use.warnings.push_back("The interest rates in " + userFolder.string()
+                                   + " are not used: " + userProblem
                                    + ".  The installed rates are used instead.");
         } else if (!installedProblem.empty() || installed.verifiedThrough < user.verifiedThrough) {
             use.info = std::move(user);
             use.folder = userFolder;
             return use;
         } else {
-            use.notes.push_back("The rates in " + userFolder.string() + " (" + user.name + ", verified through "
-                                + user.verifiedThroughText
+            use.notes.push_back("The rates in " + userFolder.string() + " (" + user.name
+                                + ", verified through " + user.verifiedThroughText
                                 + ") are not later than the installed ones; they are not used.");
         }
     }

@@ -53,11 +53,12 @@ struct FtfMinimumSchedule {
 // before it: a four-digit year after the last one's, an amount in dollars and
 // cents above 0, a source (blanks around each field are dropped). Nothing,
 // with the reason in `why`, when it cannot be taken.
-std::optional<FtfMinimum> ReadFtfMinimum(std::string_view year, std::string_view amount, std::string_view source,
-                                         const FtfMinimumSchedule& before, std::string& why);
+std::optional<FtfMinimum> ReadFtfMinimum(std::string_view year, std::string_view amount,
+                                         std::string_view source, const FtfMinimumSchedule& before,
+                                         std::string& why);
 
 struct ReleaseInfo {
-    std::string name;         // "Qrat2026Q2"
+    std::string name;  // "Qrat2026Q2"
     std::string description;  // "2026, 2nd Quarter": the window title and the About box
     Date verifiedThrough = NoDate;
     std::string verifiedThroughText;  // "June 30, 2026"
@@ -80,8 +81,10 @@ struct ReleaseInfo {
 // positive amounts and a source. On any problem `out` is left empty, the
 // function returns false and `problem` says what is wrong, naming the file
 // and the line.
-bool ReadReleaseInfo(const std::filesystem::path& file, ReleaseInfo& out, std::string* problem = nullptr);
-bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out, std::string* problem);
+bool ReadReleaseInfo(const std::filesystem::path& file, ReleaseInfo& out,
+                     std::string* problem = nullptr);
+bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out,
+                      std::string* problem);
 
 // The release file's text for info (the form ReadReleaseInfo reads back).
 std::string FormatReleaseInfo(const ReleaseInfo& info);
@@ -94,8 +97,8 @@ std::string CheckReleaseFolder(const std::filesystem::path& folder, ReleaseInfo&
 
 // Which release the program uses.
 struct ReleaseInUse {
-    ReleaseInfo info;                // empty when no usable release was found
-    std::filesystem::path folder;    // where its tables are: the installation folder or the user's
+    ReleaseInfo info;  // empty when no usable release was found
+    std::filesystem::path folder;  // where its tables are: the installation folder or the user's
     // Said to the user once: a release in the user's folder that was refused,
     // or an installed release that cannot be read.
     std::vector<std::string> warnings;

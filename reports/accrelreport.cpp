@@ -13,7 +13,8 @@ constexpr std::string_view kTitle = "Accuracy Related Penalty Calculation";
 
 std::string interestRunsLine(const InitInputs& init)
 {
-    return "Interest runs from the due date, including extensions, of " + FormatMMDDYYYY(init.dtExtended) + ".";
+    return "Interest runs from the due date, including extensions, of "
+           + FormatMMDDYYYY(init.dtExtended) + ".";
 }
 
 }  // namespace
@@ -45,7 +46,8 @@ std::string DispAccRelPen(const InitInputs& init)
         AppendLine(text, para);
         AppendLine(text, "");
         AppendLine(text, sFormatSummLine("Understated Taxes", init.cAccRelAmt));
-        AppendLine(text, sFormatSummLine("Penalty Rate", Money::fromDouble(static_cast<double>(init.fAccRelRate))));
+        AppendLine(text, sFormatSummLine("Penalty Rate",
+                                         Money::fromDouble(static_cast<double>(init.fAccRelRate))));
         AppendLine(text, std::string(30, ' ') + "--------------");
         AppendLine(text, "");
         AppendLine(text, sFormatSummLine("Accuracy Related penalty", AccRelReportPenalty(init)));
@@ -69,10 +71,14 @@ void PrnAccRelPen(PrintManager& pm, const InitInputs& taxpayer, const InitInputs
         p.emptyLine();
         p.printLine(c, "ACCURACY RELATED PENALTY:");
         p.emptyLine();
-        p.printLine(c, std::string("The Accuracy Related penalty, I.R.C. ") + "Sec. " + "6662, is calculated");
-        p.printLine(c, "by taking the product of the penalty rate and the amount of understatement.");
-        p.printLine(c, std::string("The amount of understatement is defined in I.R.C. ") + "Sec. " + "6664.");
-        p.printLine(c, "This penalty was part of the Revenue Reconciliation Act of 1989 and may be");
+        p.printLine(c, std::string("The Accuracy Related penalty, I.R.C. ") + "Sec. "
+                           + "6662, is calculated");
+        p.printLine(c,
+                    "by taking the product of the penalty rate and the amount of understatement.");
+        p.printLine(c, std::string("The amount of understatement is defined in I.R.C. ") + "Sec. "
+                           + "6664.");
+        p.printLine(c,
+                    "This penalty was part of the Revenue Reconciliation Act of 1989 and may be");
         p.printLine(c, "assessed for returns due after 1989. Interest runs on this penalty from");
         p.printLine(c, "the extended due date of the return.");
         p.emptyLine();

@@ -33,12 +33,14 @@ void PrnResultHead(PrintManager& pm, const InitInputs& init)
         Printer& p = pm.printer();
         pm.PrnManager2(4, init.sName.shown(), init.s2ndLine.shown(), kHeadTitle);
         p.emptyLine();
+        p.printLine(kTextColumn, "                                                             "
+                                 "BEGINNING      BEGINNING");
+        p.printLine(
+            kTextColumn,
+            "                           BEGINNING   ENDING               TAX &  BEG.      ACCRUED");
         p.printLine(kTextColumn,
-                    "                                                             BEGINNING      BEGINNING");
-        p.printLine(kTextColumn,
-                    "                           BEGINNING   ENDING               TAX &  BEG.      ACCRUED");
-        p.printLine(kTextColumn, "         DESCRIPTION         DATE       DATE     RATE        PENALTIES       "
-                                 "INTEREST DAYS   FACTOR        INTEREST");
+                    "         DESCRIPTION         DATE       DATE     RATE        PENALTIES       "
+                    "INTEREST DAYS   FACTOR        INTEREST");
     });
 }
 

@@ -22,8 +22,9 @@ GridData SetupFailFilePay(std::size_t months)
 {
     return WithFaultName("SetupFailFilePay", [&] {
         return MakeGrid("Failure To File & Pay Analysis",
-                        {"DATE OF COMPUTATION", "NET UNPAID TAX", "GROSS FAILURE TO FILE", "FAILURE TO PAY RATE",
-                         "FAILURE TO PAY PENALTY", "NET FAILURE TO FILE PENALTY"},
+                        {"DATE OF COMPUTATION", "NET UNPAID TAX", "GROSS FAILURE TO FILE",
+                         "FAILURE TO PAY RATE", "FAILURE TO PAY PENALTY",
+                         "NET FAILURE TO FILE PENALTY"},
                         months + 2, CellAlign::Right);
     });
 }
@@ -35,8 +36,9 @@ GridData FailFilePayGrid(const std::vector<FtoRow>& rows)
         Money ftp, ftf;
         for (std::size_t i = 0; i < rows.size(); ++i) {
             const FtoRow& r = rows[i];
-            g.cells[i + 1] = {FormatMMDDYYYY(r.dtComp), RtJustAmt(r.cNetTax), RtJustAmt(r.cGrossFtf),
-                              FtpRateText(r.fFtpRate), RtJustAmt(r.cFtp), RtJustAmt(r.cNetFtf)};
+            g.cells[i + 1]
+                = {FormatMMDDYYYY(r.dtComp), RtJustAmt(r.cNetTax), RtJustAmt(r.cGrossFtf),
+                   FtpRateText(r.fFtpRate),  RtJustAmt(r.cFtp),    RtJustAmt(r.cNetFtf)};
             ftp += r.cFtp;
             ftf += r.cNetFtf;
         }
@@ -54,13 +56,18 @@ void PrnFtoFPHead(PrintManager& pm, const InitInputs& init)
         Printer& p = pm.printer();
         pm.PrnManager2(5, init.sName.shown(), init.s2ndLine.shown(), kTitle);
         p.emptyLine();
-        p.printLine(1, "       DATE                NET        GROSS     FAIL        FAILURE        NET");
-        p.printLine(1, "        OF               UNPAID      FAILURE   TO PAY        TO PAY    FAILURE TO");
-        p.printLine(1, "    COMPUTATION            TAX       TO FILE   RATE %       PENALTY   FILE PENALTY");
+        p.printLine(
+            1, "       DATE                NET        GROSS     FAIL        FAILURE        NET");
+        p.printLine(
+            1, "        OF               UNPAID      FAILURE   TO PAY        TO PAY    FAILURE TO");
+        p.printLine(
+            1,
+            "    COMPUTATION            TAX       TO FILE   RATE %       PENALTY   FILE PENALTY");
     });
 }
 
-void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows, std::string_view note)
+void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<FtoRow>& rows,
+                   std::string_view note)
 {
     WithFaultName("PrnFtoFilePay", [&] {
         Printer& p = pm.printer();
@@ -95,8 +102,10 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
             p.emptyLine();
             p.printLine(1, "FAILURE TO FILE:");
             p.emptyLine();
-            p.printLine(1, "Penalty starts to run after extended due date of return: " + FormatMMDDYYYY(init.dtExtended));
-            p.printLine(1, "Penalty stops on filing date of return: " + FormatMMDDYYYY(init.dtFiled));
+            p.printLine(1, "Penalty starts to run after extended due date of return: "
+                               + FormatMMDDYYYY(init.dtExtended));
+            p.printLine(1,
+                        "Penalty stops on filing date of return: " + FormatMMDDYYYY(init.dtFiled));
             p.printLine(1, "If after 1984, interest runs on penalty from extended due date: "
                                + FormatMMDDYYYY(init.dtExtended));
             if (!note.empty()) {
@@ -112,9 +121,11 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
             p.emptyLine();
             p.printLine(1, "Original due date of return: " + FormatMMDDYYYY(init.dtDue));
             p.printLine(1, "First date of penalty: " + FormatMMDDYYYY(init.dtDue + 1));
-            p.printLine(1, "Interest accrues on penalty starting: " + FormatMMDDYYYY(init.dtFtoPayAssess));
+            p.printLine(1, "Interest accrues on penalty starting: "
+                               + FormatMMDDYYYY(init.dtFtoPayAssess));
             if (IsYes(init.b6651d1))
-                p.printLine(1, "Failure to pay rate increases: " + FormatMMDDYYYY(init.dt6651d1Start));
+                p.printLine(1,
+                            "Failure to pay rate increases: " + FormatMMDDYYYY(init.dt6651d1Start));
             p.emptyLine();
         }
         pm.PrnManager2(kEndReportPage, h1, h2, kTitle);

@@ -6,7 +6,8 @@
 
 namespace rw {
 
-GridData MakeGrid(std::string caption, std::vector<std::string> headings, std::size_t rows, CellAlign align)
+GridData MakeGrid(std::string caption, std::vector<std::string> headings, std::size_t rows,
+                  CellAlign align)
 {
     GridData g;
     g.caption = std::move(caption);
@@ -32,7 +33,8 @@ std::string GridAsText(const GridData& grid)
             const std::string cell = c < row.size() ? row[c] : std::string();
             if (c != 0)
                 line += ' ';
-            line += grid.align[c] == CellAlign::Right ? RightAlign(cell, width[c]) : LeftAlign(cell, width[c]);
+            line += grid.align[c] == CellAlign::Right ? RightAlign(cell, width[c])
+                                                      : LeftAlign(cell, width[c]);
         }
         out += TrimRight(line);
         out += '\n';

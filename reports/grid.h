@@ -13,8 +13,8 @@ enum class CellAlign { Left, Right };
 struct GridData {
     std::string caption;  // the caption of the window that shows the grid
     std::vector<std::vector<std::string>> cells;  // [row][column], row 0 = headings
-    std::vector<CellAlign> align;                  // one per column
-    std::vector<int> widthUnits;                   // relative widths, one per column
+    std::vector<CellAlign> align;  // one per column
+    std::vector<int> widthUnits;  // relative widths, one per column
 
     std::size_t columns() const { return align.size(); }
     std::size_t rows() const { return cells.size(); }
@@ -23,7 +23,8 @@ struct GridData {
 
 // A grid of `rows` rows (headings included) with the given headings, all
 // columns of one width and alignment.
-GridData MakeGrid(std::string caption, std::vector<std::string> headings, std::size_t rows, CellAlign align);
+GridData MakeGrid(std::string caption, std::vector<std::string> headings, std::size_t rows,
+                  CellAlign align);
 
 // The grid as text: every column padded to its widest cell (left- or
 // right-aligned as the column is), columns separated by one space, trailing

@@ -63,13 +63,15 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
                       "Unpaid Tax Shown On Return: " + PlainMoney(in.cAmtOnReturn),
                       "Calculate Failure To Pay 6651(d)(1) Penalty: " + YesNo(in.b6651d1)}});
         if (IsYes(in.b6651d1))
-            g.push_back({{"Date of Failure To Pay Switched to 1%: " + shortDate(in.dt6651d1Start)}});
+            g.push_back(
+                {{"Date of Failure To Pay Switched to 1%: " + shortDate(in.dt6651d1Start)}});
     }
     g.push_back({{"", "Calculate Other Penalty: " + YesNo(in.bOtherPen),
                   "Calculate Accuracy Related Penalty: " + YesNo(in.bAccRel)}});
     if (IsYes(in.bAccRel)) {
-        const std::string rate = forDisplay ? PlainFloat(in.fAccRelRate)
-                                            : FormatRateDotHash0(static_cast<double>(in.fAccRelRate));
+        const std::string rate = forDisplay
+                                     ? PlainFloat(in.fAccRelRate)
+                                     : FormatRateDotHash0(static_cast<double>(in.fAccRelRate));
         g.push_back({{"Accuracy Related Penalty Underpayment Amount: " + PlainMoney(in.cAccRelAmt),
                       "Accuracy Related Penalty Rate: " + rate}});
     }
@@ -82,7 +84,9 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     g.push_back({{""}});
     if (isSet(in.dtExtended))
         g.push_back({{"Extended Due Date: " + shortDate(in.dtExtended)}});
-    g.push_back({{"Number of Days Before Chk Date Refund Interest Stops: " + std::to_string(in.nStopDays), ""}});
+    g.push_back(
+        {{"Number of Days Before Chk Date Refund Interest Stops: " + std::to_string(in.nStopDays),
+          ""}});
     if (isSet(in.dtIntSuspend)) {
         g.push_back({{"Date Interest Suspended: " + shortDate(in.dtIntSuspend)}});
         if (isSet(in.dtRestart))
@@ -109,7 +113,8 @@ void listTitle(PrintManager& pm, const InitInputs& in, std::string_view title)
     pm.printer().emptyLine();
 }
 
-void columnHeadings(PrintManager& pm, const InitInputs& in, std::initializer_list<std::string_view> lines)
+void columnHeadings(PrintManager& pm, const InitInputs& in,
+                    std::initializer_list<std::string_view> lines)
 {
     pm.PrnManager2(4, h1(in), h2(in), kTitle);
     pm.printer().emptyLine();
@@ -134,8 +139,10 @@ void PrnPmtsHeadings(PrintManager& pm, const InitInputs& init)
     WithFaultName("PrnPmtsHeadings", [&] {
         columnHeadings(pm, init,
                        {"                   DATE",
-                        "                    OF            PAYMENT     APPLIED TO     APPLIED TO     APPLIED TO",
-                        "DESCRIPTION       PAYMENT          AMOUNT        TAX          PENALTIES      INTEREST   METHOD"});
+                        "                    OF            PAYMENT     APPLIED TO     APPLIED TO   "
+                        "  APPLIED TO",
+                        "DESCRIPTION       PAYMENT          AMOUNT        TAX          PENALTIES   "
+                        "   INTEREST   METHOD"});
     });
 }
 
@@ -218,7 +225,8 @@ void PrintInputs(PrintManager& pm, const Case& c)
         SavedFont saved;
         SetNewFont(p, kReportFont, 12.0f, saved);
         for (const Group& grp : inputGroups(c.init, false)) {
-            pm.PrnManager2(static_cast<std::int16_t>(grp.lines.size()), h1(c.init), h2(c.init), kTitle);
+            pm.PrnManager2(static_cast<std::int16_t>(grp.lines.size()), h1(c.init), h2(c.init),
+                           kTitle);
             for (const std::string& l : grp.lines)
                 p.printLine(kTextColumn, l);
         }
@@ -247,7 +255,8 @@ std::string DispInputs(const Case& c)
 GridData SetupChrgGrd(std::size_t rows)
 {
     return WithFaultName("SetupChrgGrd", [&] {
-        GridData g = MakeGrid("Other Charge Inputs", {"DESC.", "LIABILITY DATE", "INTEREST START DATE", "AMOUNT"},
+        GridData g = MakeGrid("Other Charge Inputs",
+                              {"DESC.", "LIABILITY DATE", "INTEREST START DATE", "AMOUNT"},
                               rows + 1, CellAlign::Right);
         g.align[0] = CellAlign::Left;
         return g;
@@ -257,7 +266,8 @@ GridData SetupChrgGrd(std::size_t rows)
 GridData SetupDepGrd(std::size_t rows)
 {
     return WithFaultName("SetupDepGrd", [&] {
-        return MakeGrid("Payroll Deposit Inputs", {"LIABILITY DATE", "PENALTY ASSESSMENT DATE", "AMOUNT"}, rows + 1,
+        return MakeGrid("Payroll Deposit Inputs",
+                        {"LIABILITY DATE", "PENALTY ASSESSMENT DATE", "AMOUNT"}, rows + 1,
                         CellAlign::Right);
     });
 }
@@ -266,8 +276,8 @@ GridData SetupPmtGrd(std::size_t rows)
 {
     return WithFaultName("SetupPmtGrd", [&] {
         GridData g = MakeGrid("Partial Payment Inputs",
-                              {"DESC.", "PAYMENT DATE", "PAYMENT AMOUNT", "APPLIED TO TAX", "APPLIED TO PENALTIES",
-                               "APPLIED TO INTEREST", "METHOD"},
+                              {"DESC.", "PAYMENT DATE", "PAYMENT AMOUNT", "APPLIED TO TAX",
+                               "APPLIED TO PENALTIES", "APPLIED TO INTEREST", "METHOD"},
                               rows + 1, CellAlign::Right);
         g.align[0] = CellAlign::Left;
         g.align[6] = CellAlign::Left;
@@ -281,8 +291,9 @@ GridData FillChrgGrd(const Case& c)
         const auto list = c.otherCharges();
         GridData g = SetupChrgGrd(list.size());
         for (std::size_t i = 0; i < list.size(); ++i)
-            g.cells[i + 1] = {list[i].sDesc.shown(), FormatMMDDYYYY(list[i].dtLiab),
-                              FormatMMDDYYYY(ChargeInterestDate(list[i])), FormatMoney(list[i].cTotal)};
+            g.cells[i + 1]
+                = {list[i].sDesc.shown(), FormatMMDDYYYY(list[i].dtLiab),
+                   FormatMMDDYYYY(ChargeInterestDate(list[i])), FormatMoney(list[i].cTotal)};
         return g;
     });
 }
@@ -306,9 +317,10 @@ GridData FillPmtGrd(const Case& c)
         GridData g = SetupPmtGrd(list.size());
         for (std::size_t i = 0; i < list.size(); ++i) {
             const PaymentRec& p = list[i];
-            g.cells[i + 1] = {p.sDesc.shown(),       FormatMMDDYYYY(p.dtPmt), FormatMoney(p.cAmount),
-                              FormatMoney(p.cToTax),     FormatMoney(p.cToPen),   FormatMoney(p.cToInt),
-                              p.sMethod.shown()};
+            g.cells[i + 1]
+                = {p.sDesc.shown(),       FormatMMDDYYYY(p.dtPmt), FormatMoney(p.cAmount),
+                   FormatMoney(p.cToTax), FormatMoney(p.cToPen),   FormatMoney(p.cToInt),
+                   p.sMethod.shown()};
         }
         return g;
     });

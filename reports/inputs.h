@@ -44,7 +44,7 @@ GridData InputsGrid(const Case& c, InputGridKind kind);
 struct InputsWindowData {
     std::string text;
     bool depositsEnabled = false;  // "Payroll Liabilities"
-    bool chargesEnabled = false;   // "Other Charges"
+    bool chargesEnabled = false;  // "Other Charges"
     bool paymentsEnabled = false;  // "Payments"
     friend bool operator==(const InputsWindowData&, const InputsWindowData&) = default;
 };

@@ -33,10 +33,10 @@ bool reserve(PrintManager* pm, const InitInputs& init, std::int16_t lines)
 
 std::string PRPenRow(const PRPenTblElement& e)
 {
-    return "   " + sFormatSumm(e.cBegBal) + " " + sFormatSumm(e.cPaid) + "  " + FormatMMDDYYYY(e.dtPaid) + " "
-        + RightAlign(FormatCount(e.nDaysLate), 5) + " "
-        + RightAlign(FormatFixed(static_cast<double>(e.fRate) * 100.0, 2, 1), 5) + " " + sFormatSumm(e.cBase)
-        + " " + sFormatSumm(e.cPenalty);
+    return "   " + sFormatSumm(e.cBegBal) + " " + sFormatSumm(e.cPaid) + "  "
+           + FormatMMDDYYYY(e.dtPaid) + " " + RightAlign(FormatCount(e.nDaysLate), 5) + " "
+           + RightAlign(FormatFixed(static_cast<double>(e.fRate) * 100.0, 2, 1), 5) + " "
+           + sFormatSumm(e.cBase) + " " + sFormatSumm(e.cPenalty);
 }
 
 void PRPenHeadings(const InitInputs& init, std::string& text, PrintManager* pm)
@@ -54,8 +54,8 @@ void PRPenHeadings(const InitInputs& init, std::string& text, PrintManager* pm)
     });
 }
 
-void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& table, std::string& text,
-                   PrintManager* pm)
+void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& table,
+                   std::string& text, PrintManager* pm)
 {
     WithFaultName("ShowPRPenCalc", [&] {
         Date previous(0.0);
@@ -83,8 +83,8 @@ void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& t
     });
 }
 
-std::string ReportPRPen(const InitInputs& init, const std::vector<PRPenTblElement>& table, std::int16_t print,
-                        PrintManager* pm)
+std::string ReportPRPen(const InitInputs& init, const std::vector<PRPenTblElement>& table,
+                        std::int16_t print, PrintManager* pm)
 {
     return WithFaultName("ReportPRPen", [&] {
         std::string text;
@@ -101,7 +101,8 @@ std::string ReportPRPen(const InitInputs& init, const std::vector<PRPenTblElemen
         }
         ShowPRPenCalc(init, table, text, printing);
         if (printing) {
-            printing->PrnManager2(kEndReportPage, init.sName.shown(), init.s2ndLine.shown(), kTitle);
+            printing->PrnManager2(kEndReportPage, init.sName.shown(), init.s2ndLine.shown(),
+                                  kTitle);
             SetOldFont(printing->printer(), saved);
         }
         return text;

@@ -10,7 +10,8 @@ namespace {
 
 std::int16_t toCount(std::int32_t v, std::string_view procedure)
 {
-    if (v > std::numeric_limits<std::int16_t>::max() || v < std::numeric_limits<std::int16_t>::min())
+    if (v > std::numeric_limits<std::int16_t>::max()
+        || v < std::numeric_limits<std::int16_t>::min())
         ThrowFault(kErrOverflow, procedure, "line count out of range");
     return static_cast<std::int16_t>(v);
 }
@@ -18,7 +19,9 @@ std::int16_t toCount(std::int32_t v, std::string_view procedure)
 }  // namespace
 
 PrintManager::PrintManager(Printer& printer, PrintState& state, Messages& msgs)
-    : printer_(printer), state_(state), msgs_(msgs)
+    : printer_(printer)
+    , state_(state)
+    , msgs_(msgs)
 {
 }
 
@@ -32,7 +35,8 @@ std::int16_t PrintManager::nLinesPerPage()
     });
 }
 
-void PrintManager::PrintHeadings(std::string_view heading1, std::string_view heading2, std::string_view title)
+void PrintManager::PrintHeadings(std::string_view heading1, std::string_view heading2,
+                                 std::string_view title)
 {
     WithFaultName("PrintHeadings", [&] {
         printer_.emptyLine();
@@ -69,8 +73,8 @@ std::int16_t PrintManager::PrnManager2(std::int16_t lines, std::string_view head
         }
         if (lines < 1 || lines > kMaxReserve) {
             msgs_.show("Error!",
-                       std::to_string(lines) + " lines passed to PrnManager2()." + " Please use between 1 and "
-                           + std::to_string(kMaxReserve),
+                       std::to_string(lines) + " lines passed to PrnManager2()."
+                           + " Please use between 1 and " + std::to_string(kMaxReserve),
                        MsgIcon::Critical);
             return 0;
         }
@@ -80,7 +84,8 @@ std::int16_t PrintManager::PrnManager2(std::int16_t lines, std::string_view head
             count = kHeadingLines;
             result = 1;
         }
-        if (static_cast<std::int32_t>(count) + lines >= static_cast<std::int32_t>(nLinesPerPage()) - kFooterLines) {
+        if (static_cast<std::int32_t>(count) + lines
+            >= static_cast<std::int32_t>(nLinesPerPage()) - kFooterLines) {
             PrnPgNo(count);
             PrintHeadings(heading1, heading2, title);
             count = kHeadingLines;

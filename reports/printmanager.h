@@ -47,9 +47,10 @@ public:
     // just begun (so that the caller repeats its column headings), else 0.
     // -200 ends the page of the report. Any other n is refused with the
     // "Error!" message and nothing is printed.
-    std::int16_t PrnManager2(std::int16_t lines, std::string_view heading1, std::string_view heading2,
-                             std::string_view title);
-    void PrintHeadings(std::string_view heading1, std::string_view heading2, std::string_view title);
+    std::int16_t PrnManager2(std::int16_t lines, std::string_view heading1,
+                             std::string_view heading2, std::string_view title);
+    void PrintHeadings(std::string_view heading1, std::string_view heading2,
+                       std::string_view title);
     // Pads the page with empty lines to its foot, prints "Page n" and starts a
     // new page.
     void PrnPgNo(std::int16_t& lineCount);

@@ -131,7 +131,8 @@ void PrintMaster(std::int16_t copies, const Case& c, ReportChoice& choice, Repor
     PrintReports(choice.mask, copies, c, job, sources);
 }
 
-std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c, const ReportSources& sources)
+std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
+                                        const ReportSources& sources)
 {
     return WithFaultName("ReportDisplay", [&] {
         std::vector<ReportWindow> out;
@@ -193,8 +194,8 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c, cons
     });
 }
 
-std::vector<ReportWindow> ReportDisplayCommand(const Case& c, ReportChoice& choice, ReportChooser& chooser,
-                                               const ReportSources& sources)
+std::vector<ReportWindow> ReportDisplayCommand(const Case& c, ReportChoice& choice,
+                                               ReportChooser& chooser, const ReportSources& sources)
 {
     chooser.chooseReports(choice, false);
     return ReportWindows(choice.mask, c, sources);

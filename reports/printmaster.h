@@ -53,7 +53,11 @@ struct ReportChoiceForm {
 
 class ReportChoiceDialog {
 public:
-    ReportChoiceDialog(ReportChoice& choice, bool forPrinting) : choice_(choice), forPrinting_(forPrinting) {}
+    ReportChoiceDialog(ReportChoice& choice, bool forPrinting)
+        : choice_(choice)
+        , forPrinting_(forPrinting)
+    {
+    }
     // The checks of the stored choice.
     ReportChoiceForm open() const;
     // "Setup": the printer set-up dialog titled "Print Reports"; true when confirmed.
@@ -101,7 +105,8 @@ struct PrintJob {
 inline constexpr std::string_view kPrintingInputs = "Printing Inputs...";
 inline constexpr std::string_view kPrintingSummary = "Printing Summary...";
 inline constexpr std::string_view kPrintingDetail = "Printing Detailed Analysis...";
-inline constexpr std::string_view kPrintingFailFilePay = "Printing Failure To File and Pay Analysis...";
+inline constexpr std::string_view kPrintingFailFilePay
+    = "Printing Failure To File and Pay Analysis...";
 inline constexpr std::string_view kPrintingAccRel = "Printing Accuracy Related Penalty Analysis...";
 inline constexpr std::string_view kPrintingPayroll = "Printing Payroll Penalty Analysis...";
 inline constexpr std::string_view kPrintingDone = "Printing Done";
@@ -120,27 +125,37 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
 
 // ---- Report display command ----------------------------------------------------
 
-enum class ReportWindowKind { PayrollPenalty, AccuracyRelated, FailFilePay, DetailedInterest, Summary, Inputs };
+enum class ReportWindowKind {
+    PayrollPenalty,
+    AccuracyRelated,
+    FailFilePay,
+    DetailedInterest,
+    Summary,
+    Inputs
+};
 
 struct ReportWindow {
     ReportWindowKind kind = ReportWindowKind::Summary;
-    std::string name;     // the window's name ("frmRptDetail", ...)
+    std::string name;  // the window's name ("frmRptDetail", ...)
     std::string caption;  // its caption
-    bool modal = false;   // the failure to file and pay analysis opens modally
-    std::string text;     // text windows: the text, lines ended by CR LF; grid windows: a note under the grid
-    std::optional<GridData> grid;              // grid windows
-    std::optional<InputsWindowData> inputs;    // the inputs window (text and list buttons)
+    bool modal = false;  // the failure to file and pay analysis opens modally
+    std::string
+        text;  // text windows: the text, lines ended by CR LF; grid windows: a note under the grid
+    std::optional<GridData> grid;  // grid windows
+    std::optional<InputsWindowData> inputs;  // the inputs window (text and list buttons)
 };
 
 // The windows of `choice`, in the order they open: payroll penalty analysis
 // (with at least one deposit), accuracy-related (when requested), failure to
 // file and pay (when either is requested), detailed analysis, summary,
 // inputs. Computes first when the choice is 2 or more.
-std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c, const ReportSources& sources);
+std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
+                                        const ReportSources& sources);
 
 // The report display command: asks for the reports (no "Setup"), then
 // ReportWindows for the stored choice.
-std::vector<ReportWindow> ReportDisplayCommand(const Case& c, ReportChoice& choice, ReportChooser& chooser,
+std::vector<ReportWindow> ReportDisplayCommand(const Case& c, ReportChoice& choice,
+                                               ReportChooser& chooser,
                                                const ReportSources& sources);
 
 }  // namespace rw

@@ -29,12 +29,14 @@ std::string refundStopNote(const InitInputs& init)
 {
     if (!IsYes(init.bOverpayment) || init.nStopDays <= 0)
         return {};
-    return "Interest on the refund stops " + std::to_string(init.nStopDays) + " days before the check date, "
-        + FormatShortDate(init.tlStop.dtDate + init.nStopDays) + ".";
+    return "Interest on the refund stops " + std::to_string(init.nStopDays)
+           + " days before the check date, " + FormatShortDate(init.tlStop.dtDate + init.nStopDays)
+           + ".";
 }
 
 // The lines without the total, and the total itself.
-std::vector<SummaryLine> shownLines(const TimeLine& tl, const InitInputs& init, Money interest, Money& total)
+std::vector<SummaryLine> shownLines(const TimeLine& tl, const InitInputs& init, Money interest,
+                                    Money& total)
 {
     SummarySums s;
     total = CalcSummary(tl, init, s) + interest;
@@ -92,9 +94,9 @@ Money CalcSummary(const TimeLine& tl, const InitInputs& /*init*/, SummarySums& s
             }
         }
         return sums.unpaidTax + sums.failureToFile + sums.failureToPay + sums.accuracyRelated
-            + sums.negligenceFlat + sums.negligenceTime + sums.overvaluation + sums.understatement
-            + sums.fraudFlat + sums.fraudTime + sums.payrollDeposit + sums.otherPenalties
-            + sums.pmtsToPenalties;
+               + sums.negligenceFlat + sums.negligenceTime + sums.overvaluation
+               + sums.understatement + sums.fraudFlat + sums.fraudTime + sums.payrollDeposit
+               + sums.otherPenalties + sums.pmtsToPenalties;
     });
 }
 

@@ -16,19 +16,19 @@ namespace rw {
 
 // The thirteen sums, in the order of the summary's lines.
 struct SummarySums {
-    Money unpaidTax;            // cTax of every point
-    Money failureToFile;        // "FFP "
-    Money failureToPay;         // "FPP "
-    Money accuracyRelated;      // "PAR "
-    Money negligenceFlat;       // "N5P "
-    Money negligenceTime;       // "N50 "
-    Money overvaluation;        // "POV "
-    Money understatement;       // "SUP "
-    Money fraudFlat;            // "FR1 "
-    Money fraudTime;            // "FR2 "
-    Money payrollDeposit;       // "PDP "
-    Money otherPenalties;       // "OTHC"
-    Money pmtsToPenalties;      // "PMT " (negative)
+    Money unpaidTax;  // cTax of every point
+    Money failureToFile;  // "FFP "
+    Money failureToPay;  // "FPP "
+    Money accuracyRelated;  // "PAR "
+    Money negligenceFlat;  // "N5P "
+    Money negligenceTime;  // "N50 "
+    Money overvaluation;  // "POV "
+    Money understatement;  // "SUP "
+    Money fraudFlat;  // "FR1 "
+    Money fraudTime;  // "FR2 "
+    Money payrollDeposit;  // "PDP "
+    Money otherPenalties;  // "OTHC"
+    Money pmtsToPenalties;  // "PMT " (negative)
 };
 
 // Fills the sums from the time line; returns their total (without interest).

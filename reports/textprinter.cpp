@@ -12,9 +12,13 @@ PageMetrics PageMetrics::Fixed(std::int32_t pageHeight, std::int32_t lineHeight)
     return m;
 }
 
-TextPrinter::TextPrinter() : TextPrinter(PageMetrics::Lines(60)) {}
+TextPrinter::TextPrinter()
+    : TextPrinter(PageMetrics::Lines(60))
+{
+}
 
-TextPrinter::TextPrinter(PageMetrics metrics) : metrics_(std::move(metrics))
+TextPrinter::TextPrinter(PageMetrics metrics)
+    : metrics_(std::move(metrics))
 {
     if (!metrics_.lineHeight)
         metrics_.lineHeight = [](std::string_view, float) { return 10; };

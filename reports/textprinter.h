@@ -63,7 +63,7 @@ private:
     std::string fontName_ = "Courier New";
     float fontSize_ = 12.0f;
     std::vector<std::vector<std::string>> pages_;
-    std::string open_;       // the line being composed
+    std::string open_;  // the line being composed
     bool lineOpen_ = false;
     bool pagePending_ = true;  // the next line begins a new page
     std::int32_t usedHeight_ = 0;

@@ -11,9 +11,10 @@ namespace {
 
 // The maker's repair tool, which looks for program files that are damaged or
 // replaced by other programs' versions.
-constexpr std::string_view kRepairAdvice =
-    "run Ratewright Repair (in the Tools folder of the Ratewright program group) to look for program "
-    "files that are damaged or in conflict with other programs.";
+constexpr std::string_view kRepairAdvice
+    = "run Ratewright Repair (in the Tools folder of the Ratewright program group) to look for "
+      "program "
+      "files that are damaged or in conflict with other programs.";
 
 void AppendLogLine(const Session& s, const std::string& line)
 {
@@ -26,19 +27,23 @@ void AppendLogLine(const Session& s, const std::string& line)
 std::string ErrorReportText(int number, std::string_view procedure, std::string_view detail)
 {
     return "Error " + std::to_string(number) + ", " + ErrorDescription(number)
-        + ", encountered.  Location of error: " + std::string(procedure)
-        + (detail.empty() ? std::string() : " (" + std::string(detail) + ")") + ".  Do you want to save your data before the program ABORTS?";
+           + ", encountered.  Location of error: " + std::string(procedure)
+           + (detail.empty() ? std::string() : " (" + std::string(detail) + ")")
+           + ".  Do you want to save your data before the program ABORTS?";
 }
 
 std::string PossibleSolutionText(int number)
 {
     if (number == kErrSubscript)
         return "If this error took place in GetInterest(), " + std::string(kRepairAdvice) + "\n\n"
-            + "Sometimes error 9 occurs when a transaction date, " + "other than the due date, has the same date as "
-            + "the Start Date (Initial Inputs), or when a transaction date is " + "on the Stop Date (Initial Inputs).";
+               + "Sometimes error 9 occurs when a transaction date, "
+               + "other than the due date, has the same date as "
+               + "the Start Date (Initial Inputs), or when a transaction date is "
+               + "on the Stop Date (Initial Inputs).";
     if (number == kErrInvalidFormat)
         return "To look for the cause, " + std::string(kRepairAdvice) + "\n\n"
-            + "Sometimes reinstalling the program or getting a " + "replacement program solves the problem.";
+               + "Sometimes reinstalling the program or getting a "
+               + "replacement program solves the problem.";
     return {};
 }
 
@@ -60,7 +65,8 @@ void ReportError(ShellContext& ctx, int number, std::string_view procedure, std:
         try {
             FileSaveAs(ctx);
         } catch (const std::exception& e) {
-            ctx.msgs.show("WARNING!", std::string("The case could not be saved: ") + e.what(), MsgIcon::Exclamation);
+            ctx.msgs.show("WARNING!", std::string("The case could not be saved: ") + e.what(),
+                          MsgIcon::Exclamation);
         }
     }
     try {

@@ -28,7 +28,8 @@ std::string PossibleSolutionText(int number);
 // the question (Yes runs Save As), a line in qraterr.log ("mm-dd-yyyy -> "
 // and the question's text), the hint, the end.
 void ReportError(ShellContext& ctx, const Fault& fault);
-void ReportError(ShellContext& ctx, int number, std::string_view procedure, std::string_view detail = {});
+void ReportError(ShellContext& ctx, int number, std::string_view procedure,
+                 std::string_view detail = {});
 
 // The command boundary: runs fn and hands a fault to ReportError. A refusal
 // of the computation (rw::Refusal) is shown as a warning and ends nothing. Any other

@@ -19,7 +19,8 @@ bool EndsWithTBL(std::string_view name)
     if (name.size() < 3)
         return false;
     const std::string_view end = name.substr(name.size() - 3);
-    const auto up = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    const auto up
+        = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
     return up(end[0]) == 'T' && up(end[1]) == 'B' && up(end[2]) == 'L';
 }
 
@@ -36,8 +37,10 @@ void WriteToFile(Session& s, const std::string& path)
 
 std::string_view RateTableNotACaseText()
 {
-    return "A rate table file is not a case and was not opened. The rate table of a case follows the "
-           "taxing authority chosen under Rate Table in the Initial Inputs window (Inputs - Initial Inputs).";
+    return "A rate table file is not a case and was not opened. The rate table of a case follows "
+           "the "
+           "taxing authority chosen under Rate Table in the Initial Inputs window (Inputs - "
+           "Initial Inputs).";
 }
 
 void FileNew(ShellContext& ctx)
@@ -138,7 +141,8 @@ void ExitPrompt(ShellContext& ctx)
     if (s.gbSaved == kYes)
         return;
     if (ctx.msgs.ask("Warning",
-                     "File " + s.gsFileName + " has not been saved.  Do you want to save your data before exiting?",
+                     "File " + s.gsFileName
+                         + " has not been saved.  Do you want to save your data before exiting?",
                      MsgIcon::Exclamation))
         FileSaveAs(ctx);
 }

@@ -13,37 +13,45 @@ RateAlert CheckRateCurrency(std::string_view text, const ReleaseInfo& release)
         alert.kind = RateAlertKind::End;
         alert.exitCaption = "End Program";
         alert.updatePage = std::string(kUpdatePage);
-        alert.message = "The interest rates installed with this program can not be read, so the program can not "
-                        "continue.  Please install Ratewright again, from www.brindlecote.example/ratewright "
-                        "(click \"Check For More Current Version\").";
+        alert.message
+            = "The interest rates installed with this program can not be read, so the program can "
+              "not "
+              "continue.  Please install Ratewright again, from www.brindlecote.example/ratewright "
+              "(click \"Check For More Current Version\").";
         return alert;
     }
     if (*stop <= release.verifiedThrough)
         return alert;
-    const std::string head = "This program has verified interest rates through " + release.verifiedThroughText
-        + ".  The program has estimated interest rates through " + release.estimatedThroughText
-        + ".  Since your stop date of " + std::string(text) + " is past ";
+    const std::string head
+        = "This program has verified interest rates through " + release.verifiedThroughText
+          + ".  The program has estimated interest rates through " + release.estimatedThroughText
+          + ".  Since your stop date of " + std::string(text) + " is past ";
     alert.updatePage = std::string(kUpdatePage);
     if (*stop <= release.estimatedThrough) {
         alert.kind = RateAlertKind::Estimate;
         alert.exitCaption = "Continue With Current Program";
-        alert.message = head + release.verifiedThroughText + ", but not past " + release.estimatedThroughText
-            + ", this calculation should be considered an ESTIMATE.  " + "\n\n"
-            + "A version of Ratewright with verified rates for later periods may be available.  Click \"Check "
-              "For More Current Version\" or visit www.brindlecote.example/ratewright to find out, or write to "
-              "support@brindlecote.example.";
+        alert.message = head + release.verifiedThroughText + ", but not past "
+                        + release.estimatedThroughText
+                        + ", this calculation should be considered an ESTIMATE.  " + "\n\n"
+                        + "A version of Ratewright with verified rates for later periods may be "
+                          "available.  Click \"Check "
+                          "For More Current Version\" or visit www.brindlecote.example/ratewright "
+                          "to find out, or write to "
+                          "support@brindlecote.example.";
     } else {
         alert.kind = RateAlertKind::End;
         alert.exitCaption = "End Program";
-        alert.message = head + release.estimatedThroughText + ", the program can not continue.  "
-            + "Please install the most recent update of Ratewright, from www.brindlecote.example/ratewright "
-              "(click \"Check For More Current Version\"), and then run this calculation again.";
+        alert.message
+            = head + release.estimatedThroughText + ", the program can not continue.  "
+              + "Please install the most recent update of Ratewright, from "
+                "www.brindlecote.example/ratewright "
+                "(click \"Check For More Current Version\"), and then run this calculation again.";
     }
     return alert;
 }
 
-bool RunRateCurrencyCheck(std::string_view text, const ReleaseInfo& release, RateAlertWindow& window,
-                          ProgramControl& program)
+bool RunRateCurrencyCheck(std::string_view text, const ReleaseInfo& release,
+                          RateAlertWindow& window, ProgramControl& program)
 {
     const RateAlert alert = CheckRateCurrency(text, release);
     if (alert.kind == RateAlertKind::None)

@@ -18,10 +18,10 @@ enum class RateAlertKind { None, Estimate, End };
 // What the "Update Alert" window (frmGetUpdate) shows.
 struct RateAlert {
     RateAlertKind kind = RateAlertKind::None;
-    std::string message;        // lblUpdateMessage
-    std::string exitCaption;    // btnExitDialog: "Continue With Current Program" or "End Program"
+    std::string message;  // lblUpdateMessage
+    std::string exitCaption;  // btnExitDialog: "Continue With Current Program" or "End Program"
     std::string updateCaption = "Check For More Current Version";  // OKButton
-    std::string updatePage;     // what OKButton opens in the browser
+    std::string updatePage;  // what OKButton opens in the browser
 };
 
 inline constexpr std::string_view kUpdateAlertTitle = "Update Alert";
@@ -42,7 +42,7 @@ public:
 
 // Checks, shows the alert when there is one, and after an End alert ends the
 // program at once, without saving. True when the dialog may go on.
-bool RunRateCurrencyCheck(std::string_view endCalculationText, const ReleaseInfo& release, RateAlertWindow& window,
-                          ProgramControl& program);
+bool RunRateCurrencyCheck(std::string_view endCalculationText, const ReleaseInfo& release,
+                          RateAlertWindow& window, ProgramControl& program);
 
 }  // namespace rw

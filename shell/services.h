@@ -38,7 +38,7 @@ public:
 class ProgramControl {
 public:
     virtual ~ProgramControl() = default;
-    virtual void hideMainWindow() {}
+    virtual void hideMainWindow() { }
     virtual void endProgram() = 0;
 };
 

@@ -28,7 +28,8 @@ void SetPenaltyChecks(Session& s)
 void SetOptionChecks(Session& s)
 {
     const InitInputs& in = s.kase.init;
-    s.menus.interestRatesChecked = IsYes(in.bTaxMotivated) || IsYes(in.bCorpUPRate) || IsYes(in.bCorpOPRate);
+    s.menus.interestRatesChecked
+        = IsYes(in.bTaxMotivated) || IsYes(in.bCorpUPRate) || IsYes(in.bCorpOPRate);
     s.menus.suspendChecked = in.dtIntSuspend.isGiven();
 }
 
@@ -50,7 +51,8 @@ std::string RefreshTitle(Session& s)
 {
     if (s.gsFileName.empty())
         s.gsFileName = "Untitled.INT";
-    s.title = s.release.description + " Ratewright" + " - " + s.gsFileName + (s.gbSaved != kYes ? "*" : "");
+    s.title = s.release.description + " Ratewright" + " - " + s.gsFileName
+              + (s.gbSaved != kYes ? "*" : "");
     return s.title;
 }
 

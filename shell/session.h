@@ -5,8 +5,8 @@
 // MenuState after every command; the routines below keep it in step with the
 // case.
 
-#include "casedata/caserecord.h"
 #include "base/paths.h"
+#include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
 #include "reports/printmanager.h"
@@ -49,7 +49,8 @@ struct MenuState {
 };
 
 inline constexpr std::string_view kUntitled = "UNTITLED.INT";
-inline constexpr std::string_view kNextStepNote = "Next Step: Click on the Inputs menu to enter other information";
+inline constexpr std::string_view kNextStepNote
+    = "Next Step: Click on the Inputs menu to enter other information";
 
 struct Session {
     Case kase;
@@ -60,7 +61,7 @@ struct Session {
     Paths paths;
     ReleaseInfo release;
     ReportChoice reportChoice;  // the reports chosen last, kept for the run
-    PrintState printState;      // the page manager's line count, kept for the run
+    PrintState printState;  // the page manager's line count, kept for the run
     MenuState menus;
     std::string title;  // the window title as last refreshed
 

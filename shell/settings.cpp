@@ -12,8 +12,8 @@ namespace rw {
 namespace {
 
 struct Line {
-    std::string text;   // without its line ending
-    std::string ending; // "\n", "\r\n" or "" (a last line without one)
+    std::string text;  // without its line ending
+    std::string ending;  // "\n", "\r\n" or "" (a last line without one)
 };
 
 std::vector<Line> splitLines(const std::vector<char>& bytes)
@@ -108,7 +108,8 @@ std::string cut(std::string_view s)
 
 }  // namespace
 
-std::string SettingsFile::read(std::string_view section, std::string_view key, std::string_view def) const
+std::string SettingsFile::read(std::string_view section, std::string_view key,
+                               std::string_view def) const
 {
     std::vector<char> bytes;
     if (!ReadWholeFile(file_.string(), bytes))

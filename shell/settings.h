@@ -22,7 +22,10 @@ inline constexpr std::size_t kProfileBuffer = 255;
 
 class SettingsFile {
 public:
-    explicit SettingsFile(std::filesystem::path file) : file_(std::move(file)) {}
+    explicit SettingsFile(std::filesystem::path file)
+        : file_(std::move(file))
+    {
+    }
 
     const std::filesystem::path& path() const { return file_; }
 

@@ -34,7 +34,8 @@ fs::path GetWin7AppDataPath(const Paths& paths, std::string_view name)
             fs::create_directory(level, ec);
         if (ec || !fs::is_directory(level))
             ThrowFault(kErrPathAccess, "GetWin7AppDataPath",
-                       "cannot create " + level.string() + (ec ? ": " + ec.message() : std::string()));
+                       "cannot create " + level.string()
+                           + (ec ? ": " + ec.message() : std::string()));
     }
     return folder;
 }
@@ -55,7 +56,8 @@ void CopySampleCases(const Paths& paths, const fs::path& folder)
             continue;
         fs::copy_file(from, folder / name, fs::copy_options::overwrite_existing, ec);
         if (ec)
-            ThrowFault(kErrPathAccess, "Main", "cannot copy " + from.string() + ": " + ec.message());
+            ThrowFault(kErrPathAccess, "Main",
+                       "cannot copy " + from.string() + ": " + ec.message());
     }
 }
 

@@ -55,6 +55,7 @@ void UseRelease(Session& s, Messages& msgs);
 // the settings, the release of the rates (UseRelease), the federal table, the title, an empty
 // case named "UNTITLED.INT", and the main window's first menu state (Save,
 // Print and Reports off, their buttons hidden).
-void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view platformVersion = WindowsVersion());
+void Startup(Session& s, const Paths& paths, Messages& msgs,
+             std::string_view platformVersion = WindowsVersion());
 
 }  // namespace rw

@@ -52,7 +52,8 @@ std::vector<char> HandClearedFile()
 {
     std::vector<char> f = HandBytes().raw("NOTVB3").text("Qrat2018Q1.10", 20).bytes;
     f.resize(514, '\0');
-    for (std::size_t at : {104, 160, 224, 280, 290, 298, 308, 316, 324, 340, 364, 384, 412, 424, 440, 456, 464, 472})
+    for (std::size_t at :
+         {104, 160, 224, 280, 290, 298, 308, 316, 324, 340, 364, 384, 412, 424, 440, 456, 464, 472})
         Put(f, R + at, HandBytes().f64(-32767.0).bytes);
     Put(f, R + 400, HandBytes().f32(0.2f).bytes);
     return f;
@@ -80,24 +81,30 @@ Case HandNamedCase()
         p->sSortCode = T(k + 1, 12);
         p->sDesc = T(k + 2, 16);
         p->sCode = T(k + 3, 4);
-        std::tie(p->dtDate, p->cTax, p->cPen, p->cInt) = std::tuple(D(k + 4), M(k + 5), M(k + 6), M(k + 7));
+        std::tie(p->dtDate, p->cTax, p->cPen, p->cInt)
+            = std::tuple(D(k + 4), M(k + 5), M(k + 6), M(k + 7));
     }
-    std::tie(in.bFtoFile, in.bFtoPay, in.bNegFlat, in.bNegTime, in.bSUP, in.bOtherPen, in.bAccRel, in.bOVal,
-             in.b6651d1, in.bFraudFlat, in.bFraudTime, in.bCorpUPRate)
-        = std::tuple(I(14), I(15), I(16), I(17), I(18), I(19), I(20), I(21), I(22), I(23), I(24), I(25));
-    std::tie(in.dtCorpUPRateStart, in.bCorpOPRate, in.dtCorpOPRateStart, in.dtExtended, in.nStopDays,
-             in.dtFtoFileAssess, in.dtFiled, in.dtFtoPayAssess, in.cAmtOnReturn, in.dtNegFlatAssess, in.cNegFlatAmt)
+    std::tie(in.bFtoFile, in.bFtoPay, in.bNegFlat, in.bNegTime, in.bSUP, in.bOtherPen, in.bAccRel,
+             in.bOVal, in.b6651d1, in.bFraudFlat, in.bFraudTime, in.bCorpUPRate)
+        = std::tuple(I(14), I(15), I(16), I(17), I(18), I(19), I(20), I(21), I(22), I(23), I(24),
+                     I(25));
+    std::tie(in.dtCorpUPRateStart, in.bCorpOPRate, in.dtCorpOPRateStart, in.dtExtended,
+             in.nStopDays, in.dtFtoFileAssess, in.dtFiled, in.dtFtoPayAssess, in.cAmtOnReturn,
+             in.dtNegFlatAssess, in.cNegFlatAmt)
         = std::tuple(D(26), I(27), D(28), D(29), I(30), D(31), D(32), D(33), M(34), D(35), M(36));
-    std::tie(in.cNegTimeAmt, in.dtNegTimeAssess, in.cSUPAmt, in.fSUPRate, in.dtAssessSUP, in.cAccRelAmt, in.fAccRelRate,
-             in.cOValAmt, in.dtOValAssess, in.fOValRate, in.dt6651d1Start, in.cFraudFlatAmt, in.dtFraudFlatAssess)
-        = std::tuple(M(37), D(38), M(39), F(40), D(41), M(42), F(43), M(44), D(45), F(46), D(47), M(48), D(49));
+    std::tie(in.cNegTimeAmt, in.dtNegTimeAssess, in.cSUPAmt, in.fSUPRate, in.dtAssessSUP,
+             in.cAccRelAmt, in.fAccRelRate, in.cOValAmt, in.dtOValAssess, in.fOValRate,
+             in.dt6651d1Start, in.cFraudFlatAmt, in.dtFraudFlatAssess)
+        = std::tuple(M(37), D(38), M(39), F(40), D(41), M(42), F(43), M(44), D(45), F(46), D(47),
+                     M(48), D(49));
     std::tie(in.cFraudTimeAmt, in.dtFraudTimeAssess, in.dtIntSuspend, in.dtRestart, in.bCorporate)
         = std::tuple(M(50), D(51), D(52), D(53), I(55));  // the reserved field (54) reads as 0
     in.sTaxAuth = T(56, 4);
     rw::PaymentRec& p = c.pmts[0];
     p.sDesc = T(301, 16);
     p.sMethod = "I";
-    std::tie(p.dtPmt, p.cAmount, p.cToTax, p.cToInt, p.cToPen) = std::tuple(D(302), M(303), M(304), M(305), M(306));
+    std::tie(p.dtPmt, p.cAmount, p.cToTax, p.cToInt, p.cToPen)
+        = std::tuple(D(302), M(303), M(304), M(305), M(306));
     rw::ChargeRec& ch = c.charges[0];
     ch.sDesc = T(401, 16);
     std::tie(ch.dtLiab, ch.dtIntStart, ch.cTotal, ch.cToTax, ch.cToPen)
@@ -108,7 +115,8 @@ Case HandNamedCase()
 
 TEST(CaseFile, EveryFieldIsReadFromItsPlaceAndWrittenBackThere)
 {
-    const std::vector<char> file = rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1});
+    const std::vector<char> file
+        = rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1});
     const rw::CaseReadResult r = rw::DecodeCase(file);
     ASSERT_EQ(r.status, Status::Ok);
     EXPECT_EQ(r.kase, HandNamedCase());
@@ -123,7 +131,8 @@ TEST(CaseFile, EveryFieldIsReadFromItsPlaceAndWrittenBackThere)
 TEST(CaseFile, AClearedCaseIsTheHandBuiltImage)
 {
     EXPECT_EQ(rw::EncodeCase(Cleared()), HandClearedFile());
-    Case used = HandNamedCase();  // a case in use is cleared alike, each list back to one empty entry
+    Case used
+        = HandNamedCase();  // a case in use is cleared alike, each list back to one empty entry
     rw::ClearInputs(used);
     EXPECT_EQ(used, Cleared());
 }
@@ -132,18 +141,19 @@ TEST(CaseFile, AClearedCaseIsTheHandBuiltImage)
 
 TEST(CaseFile, LayoutsAreChosenByTheWholeTagAndWrittenBackInTheCurrentOne)
 {
-    for (const auto& [tag, layout] : {std::pair{Tag("Qrat1999Q4.10"), HandLayout::L482},
-                                      {Tag("Qrat2000Q2.19"), HandLayout::L482},
-                                      {Tag("Qrat2000Q2.2", '\0'), HandLayout::L482},
-                                      {Tag("", '\0'), HandLayout::L482},
-                                      // The whole field is compared: the tag followed by blanks is not below the tag.
-                                      {Tag("Qrat2000Q2.20"), HandLayout::L484},
-                                      {Tag("Qrat2010Q3.1"), HandLayout::L484},
-                                      {Tag("Qrat2010Q3.10"), HandLayout::L484},
-                                      {Tag("Qrat2010Q3.11"), HandLayout::L488},
-                                      {Tag("Qrat2010Q3.11", '\0'), HandLayout::L488},
-                                      {Tag("Qrat2018Q1.10"), HandLayout::L488},
-                                      {Tag("qrat1990"), HandLayout::L488}}) {  // lower case sorts above
+    for (const auto& [tag, layout] :
+         {std::pair{Tag("Qrat1999Q4.10"), HandLayout::L482},
+          {Tag("Qrat2000Q2.19"), HandLayout::L482},
+          {Tag("Qrat2000Q2.2", '\0'), HandLayout::L482},
+          {Tag("", '\0'), HandLayout::L482},
+          // The whole field is compared: the tag followed by blanks is not below the tag.
+          {Tag("Qrat2000Q2.20"), HandLayout::L484},
+          {Tag("Qrat2010Q3.1"), HandLayout::L484},
+          {Tag("Qrat2010Q3.10"), HandLayout::L484},
+          {Tag("Qrat2010Q3.11"), HandLayout::L488},
+          {Tag("Qrat2010Q3.11", '\0'), HandLayout::L488},
+          {Tag("Qrat2018Q1.10"), HandLayout::L488},
+          {Tag("qrat1990"), HandLayout::L488}}) {  // lower case sorts above
         SCOPED_TRACE(tag);
         const std::vector<char> file = rwtest::HandCaseFile(tag, layout, 3, {2, 1, 2});
         const rw::CaseReadResult r = rw::DecodeCase(file);
@@ -159,26 +169,29 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
 {
     rwtest::TempDir dir;
     const std::string path = (dir / "BAD.INT").string();
-    const std::string pastEnd = "Retrieve (Open) Error: Input past end of file", marker = "Problem With Case File";
-    const auto good = rwtest::HandAsCurrent(rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
+    const std::string pastEnd = "Retrieve (Open) Error: Input past end of file",
+                      marker = "Problem With Case File";
+    const auto good = rwtest::HandAsCurrent(
+        rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
     struct Row {
         const char* name;
         std::size_t at;
         std::vector<char> bytes;  // put into a good file of 514 + 2 x 57 + 2 x 56 + 2 x 42 bytes
-        std::size_t length;       // the file cut to this length; 0 for no file at all
+        std::size_t length;  // the file cut to this length; 0 for no file at all
         Status status;
         std::string title;  // or the text
     };
     const auto i16 = [](std::int16_t v) { return HandBytes().i16(v).bytes; };
-    for (const Row& row : {Row{"no file", 0, {}, 0, Status::NotFound, "File not found"},
-                           Row{"older marker", 0, {'N', 'O', 'T', 'V', 'B', '2'}, 824, Status::BadMarker, marker},
-                           Row{"marker cut short", 0, {}, 5, Status::BadMarker, marker},
-                           Row{"only the marker", 0, {}, 6, Status::Damaged, pastEnd},
-                           Row{"record cut by a byte", 0, {}, 513, Status::Damaged, pastEnd},
-                           Row{"last deposit cut by a byte", 0, {}, 823, Status::Damaged, pastEnd},
-                           Row{"negative payments", R + 122, i16(-1), 824, Status::Damaged, ""},
-                           Row{"largest deposits", R + 126, i16(32767), 824, Status::Damaged, ""},
-                           Row{"one payment beyond the file", R + 122, i16(3), 824, Status::Damaged, ""}}) {
+    for (const Row& row :
+         {Row{"no file", 0, {}, 0, Status::NotFound, "File not found"},
+          Row{"older marker", 0, {'N', 'O', 'T', 'V', 'B', '2'}, 824, Status::BadMarker, marker},
+          Row{"marker cut short", 0, {}, 5, Status::BadMarker, marker},
+          Row{"only the marker", 0, {}, 6, Status::Damaged, pastEnd},
+          Row{"record cut by a byte", 0, {}, 513, Status::Damaged, pastEnd},
+          Row{"last deposit cut by a byte", 0, {}, 823, Status::Damaged, pastEnd},
+          Row{"negative payments", R + 122, i16(-1), 824, Status::Damaged, ""},
+          Row{"largest deposits", R + 126, i16(32767), 824, Status::Damaged, ""},
+          Row{"one payment beyond the file", R + 122, i16(3), 824, Status::Damaged, ""}}) {
         SCOPED_TRACE(row.name);
         std::vector<char> file = good;
         Put(file, row.at, row.bytes);
@@ -193,7 +206,8 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
         EXPECT_EQ(rw::ReadCaseReporting(path, c, msgs), row.status);
         EXPECT_EQ(c, before);
         ASSERT_EQ(msgs.shown.size(), 1u);
-        EXPECT_TRUE(row.title.empty() || msgs.shown[0].title == row.title || msgs.shown[0].text == row.title)
+        EXPECT_TRUE(row.title.empty() || msgs.shown[0].title == row.title
+                    || msgs.shown[0].text == row.title)
             << msgs.shown[0].title << ": " << msgs.shown[0].text;
         EXPECT_TRUE(row.status == Status::BadMarker || msgs.shown[0].icon == rw::MsgIcon::Critical);
     }
@@ -201,7 +215,8 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
     Case c;
     EXPECT_FALSE(rw::ReadCase(path + ".none", c, msgs));
     EXPECT_EQ(msgs.shown.at(0).text,
-              "File: " + path + ".none does not exist.Please verify the file is in the correct directory.");
+              "File: " + path
+                  + ".none does not exist.Please verify the file is in the correct directory.");
 }
 
 // ---- Writing ------------------------------------------------------------------------------
@@ -214,17 +229,27 @@ struct FailingCalls : rw::FileSystemCalls {
     Step step = Step::Create;
     std::size_t allow = 0;
     static int Fail(int err) { return errno = err, -1; }
-    int create(const char* p) override { return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(p); }
+    int create(const char* p) override
+    {
+        return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(p);
+    }
     long write(int fd, const char* data, std::size_t n) override
     {
         if (step == Step::WriteNothing || (step == Step::Write && allow == 0))
             return step == Step::WriteNothing ? 0 : Fail(ENOSPC);
-        const long r = FileSystemCalls::write(fd, data, step == Step::Write ? std::min(n, allow) : n);
+        const long r
+            = FileSystemCalls::write(fd, data, step == Step::Write ? std::min(n, allow) : n);
         allow -= step == Step::Write && r > 0 ? static_cast<std::size_t>(r) : 0;
         return r;
     }
-    int flush(int fd) override { return step == Step::Flush ? Fail(EIO) : FileSystemCalls::flush(fd); }
-    int close(int fd) override { return FileSystemCalls::close(fd) != 0 || step == Step::Close ? Fail(EIO) : 0; }
+    int flush(int fd) override
+    {
+        return step == Step::Flush ? Fail(EIO) : FileSystemCalls::flush(fd);
+    }
+    int close(int fd) override
+    {
+        return FileSystemCalls::close(fd) != 0 || step == Step::Close ? Fail(EIO) : 0;
+    }
     int rename(const char* a, const char* b) override
     {
         return step == Step::Rename ? Fail(EXDEV) : FileSystemCalls::rename(a, b);
@@ -245,9 +270,12 @@ std::string FaultOf(const std::function<void()>& save)
 TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
 {
     for (const auto& [step, allowBytes, fault] :
-         {std::tuple{Step::Create, 0, "75 WriteCase"}, {Step::Write, 0, "57 WriteCase"},
+         {std::tuple{Step::Create, 0, "75 WriteCase"},
+          {Step::Write, 0, "57 WriteCase"},
           {Step::Write, 4999, "57 WriteCase"},  // one byte short
-          {Step::WriteNothing, 0, "57 WriteCase"}, {Step::Flush, 0, "57 WriteCase"}, {Step::Close, 0, "57 WriteCase"},
+          {Step::WriteNothing, 0, "57 WriteCase"},
+          {Step::Flush, 0, "57 WriteCase"},
+          {Step::Close, 0, "57 WriteCase"},
           {Step::Rename, 0, "75 WriteCase"}}) {
         SCOPED_TRACE(static_cast<int>(step));
         rwtest::TempDir dir;
@@ -256,7 +284,10 @@ TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
         FailingCalls calls;
         calls.step = step;
         calls.allow = static_cast<std::size_t>(allowBytes);
-        EXPECT_EQ(FaultOf([&] { rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls); }),
+        EXPECT_EQ(FaultOf([&] {
+                      rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase",
+                                              calls);
+                  }),
                   fault);
         EXPECT_EQ(rwtest::ReadText(path), "old");
         EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
@@ -278,9 +309,11 @@ TEST(SafeSave, WriteCaseReplacesTheFileWholeOrFailsCleanly)
     std::filesystem::create_directory(path + ".tmp~");
     EXPECT_EQ(FaultOf([&] { rw::WriteCase(path, rw::Case{}); }), "75 WriteCase");
     EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(c));
-    EXPECT_NE(FaultOf([&] { rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c); }), "none");
+    EXPECT_NE(FaultOf([&] { rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c); }),
+              "none");
     // The folder of a case file, for the next file dialog.
-    EXPECT_EQ(rw::FolderOf("/home/pat/A.INT") + " " + rw::FolderOf("C:\\Data\\A.INT"), "/home/pat C:\\Data");
+    EXPECT_EQ(rw::FolderOf("/home/pat/A.INT") + " " + rw::FolderOf("C:\\Data\\A.INT"),
+              "/home/pat C:\\Data");
     EXPECT_EQ(rw::FolderOf("A.INT") + rw::FolderOf("/A.INT"), "");
 }
 

@@ -57,10 +57,22 @@ inline std::string HandText(int k, int seed, std::size_t n)
         s += static_cast<char>('A' + (k + seed + static_cast<int>(i)) % 26);
     return s;
 }
-inline double HandDate(int k, int seed) { return 40000.0 + k * 10 + seed; }
-inline std::int16_t HandInt(int k, int seed) { return static_cast<std::int16_t>(k * 3 + seed); }
-inline std::int64_t HandMoney(int k, int seed) { return k * 1000003LL + seed; }
-inline float HandSingle(int k, int seed) { return static_cast<float>(k + seed) / 8.0f; }
+inline double HandDate(int k, int seed)
+{
+    return 40000.0 + k * 10 + seed;
+}
+inline std::int16_t HandInt(int k, int seed)
+{
+    return static_cast<std::int16_t>(k * 3 + seed);
+}
+inline std::int64_t HandMoney(int k, int seed)
+{
+    return k * 1000003LL + seed;
+}
+inline float HandSingle(int k, int seed)
+{
+    return static_cast<float>(k + seed) / 8.0f;
+}
 
 struct HandCounts {
     std::int16_t pmts = 0, charges = 0, deposits = 0;
@@ -68,7 +80,9 @@ struct HandCounts {
 
 inline void HandPoint(HandBytes& b, int base, int seed)
 {
-    b.text(HandText(base + 1, seed, 12), 12).text(HandText(base + 2, seed, 16), 16).text(HandText(base + 3, seed, 4), 4);
+    b.text(HandText(base + 1, seed, 12), 12)
+        .text(HandText(base + 2, seed, 16), 16)
+        .text(HandText(base + 3, seed, 4), 4);
     b.f64(HandDate(base + 4, seed)).i64(HandMoney(base + 5, seed)).i64(HandMoney(base + 6, seed));
     b.i64(HandMoney(base + 7, seed));
 }
@@ -77,7 +91,10 @@ inline void HandPoint(HandBytes& b, int base, int seed)
 inline std::vector<char> HandInitRecord(HandLayout layout, int seed, HandCounts counts)
 {
     HandBytes b;
-    b.text(HandText(1, seed, 52), 52).text(HandText(2, seed, 52), 52).f64(HandDate(3, seed)).i16(HandInt(4, seed));
+    b.text(HandText(1, seed, 52), 52)
+        .text(HandText(2, seed, 52), 52)
+        .f64(HandDate(3, seed))
+        .i16(HandInt(4, seed));
     if (layout != HandLayout::L482)
         b.i16(HandInt(5, seed));
     b.i16(HandInt(6, seed)).i16(HandInt(7, seed)).i16(HandInt(8, seed));
@@ -86,15 +103,33 @@ inline std::vector<char> HandInitRecord(HandLayout layout, int seed, HandCounts 
     HandPoint(b, 200, seed);
     for (int k = 14; k <= 25; ++k)
         b.i16(HandInt(k, seed));
-    b.f64(HandDate(26, seed)).i16(HandInt(27, seed)).f64(HandDate(28, seed)).f64(HandDate(29, seed));
-    b.i16(HandInt(30, seed)).f64(HandDate(31, seed)).f64(HandDate(32, seed)).f64(HandDate(33, seed));
-    b.i64(HandMoney(34, seed)).f64(HandDate(35, seed)).i64(HandMoney(36, seed)).i64(HandMoney(37, seed));
-    b.f64(HandDate(38, seed)).i64(HandMoney(39, seed)).f32(HandSingle(40, seed)).f64(HandDate(41, seed));
+    b.f64(HandDate(26, seed))
+        .i16(HandInt(27, seed))
+        .f64(HandDate(28, seed))
+        .f64(HandDate(29, seed));
+    b.i16(HandInt(30, seed))
+        .f64(HandDate(31, seed))
+        .f64(HandDate(32, seed))
+        .f64(HandDate(33, seed));
+    b.i64(HandMoney(34, seed))
+        .f64(HandDate(35, seed))
+        .i64(HandMoney(36, seed))
+        .i64(HandMoney(37, seed));
+    b.f64(HandDate(38, seed))
+        .i64(HandMoney(39, seed))
+        .f32(HandSingle(40, seed))
+        .f64(HandDate(41, seed));
     b.i64(HandMoney(42, seed));
     if (layout == HandLayout::L488)
         b.f32(HandSingle(43, seed));
-    b.i64(HandMoney(44, seed)).f64(HandDate(45, seed)).f32(HandSingle(46, seed)).f64(HandDate(47, seed));
-    b.i64(HandMoney(48, seed)).f64(HandDate(49, seed)).i64(HandMoney(50, seed)).f64(HandDate(51, seed));
+    b.i64(HandMoney(44, seed))
+        .f64(HandDate(45, seed))
+        .f32(HandSingle(46, seed))
+        .f64(HandDate(47, seed));
+    b.i64(HandMoney(48, seed))
+        .f64(HandDate(49, seed))
+        .i64(HandMoney(50, seed))
+        .f64(HandDate(51, seed));
     b.f64(HandDate(52, seed)).f64(HandDate(53, seed)).i16(HandInt(54, seed)).i16(HandInt(55, seed));
     b.text(HandText(56, seed, 4), 4);
     return b.bytes;
@@ -105,7 +140,10 @@ inline std::vector<char> HandPayment(int seed)
 {
     HandBytes b;
     b.text(HandText(301, seed, 16), 16).f64(HandDate(302, seed)).i64(HandMoney(303, seed));
-    b.i64(HandMoney(304, seed)).i64(HandMoney(305, seed)).i64(HandMoney(306, seed)).text(seed % 2 ? "I" : "T", 1);
+    b.i64(HandMoney(304, seed))
+        .i64(HandMoney(305, seed))
+        .i64(HandMoney(306, seed))
+        .text(seed % 2 ? "I" : "T", 1);
     return b.bytes;
 }
 inline std::vector<char> HandCharge(int seed)
@@ -117,12 +155,16 @@ inline std::vector<char> HandCharge(int seed)
 inline std::vector<char> HandDeposit(int seed)
 {
     HandBytes b;
-    b.f64(HandDate(501, seed)).f64(HandDate(502, seed)).i64(HandMoney(503, seed)).i16(HandInt(504, seed));
+    b.f64(HandDate(501, seed))
+        .f64(HandDate(502, seed))
+        .i64(HandMoney(503, seed))
+        .i16(HandInt(504, seed));
     return b.f64(HandDate(505, seed)).f64(HandDate(506, seed)).bytes;
 }
 
 // A whole case file: marker, tag (padded with blanks to 20), record, lists.
-inline std::vector<char> HandCaseFile(std::string_view tag, HandLayout layout, int seed, HandCounts counts)
+inline std::vector<char> HandCaseFile(std::string_view tag, HandLayout layout, int seed,
+                                      HandCounts counts)
 {
     HandBytes b;
     b.raw("NOTVB3").text(tag, 20).append(HandInitRecord(layout, seed, counts));

@@ -23,9 +23,12 @@ protected:
     {
         rw::ClearInputs(kase);
         // One-row tables: federal 7/1/1975-12/31/2026, two states 1/1/2000-12/31/2017.
-        rwtest::WriteBytes(dir / "fed.tbl", rw::EncodeRateTable({rwtest::Row(D(1975, 7, 1), D(2026, 12, 31), 0.08f)}));
+        rwtest::WriteBytes(
+            dir / "fed.tbl",
+            rw::EncodeRateTable({rwtest::Row(D(1975, 7, 1), D(2026, 12, 31), 0.08f)}));
         for (const char* f : {"ca_bus1.tbl", "Ma1-op.tbl"})
-            rwtest::WriteBytes(dir / f, rw::EncodeRateTable({rwtest::Row(D(2000, 1, 1), D(2017, 12, 31), 0.07f)}));
+            rwtest::WriteBytes(
+                dir / f, rw::EncodeRateTable({rwtest::Row(D(2000, 1, 1), D(2017, 12, 31), 0.07f)}));
         form.name = std::string(60, 'N');
         form.secondLine = "c/o Trustee";
         form.dueDate = form.startDate = "4/15/2016";
@@ -56,18 +59,21 @@ TEST_F(InitialInputs, StoresTheFormAndOpensItAgain)
     EXPECT_EQ(kase.init.s2ndLine.view(), "c/o Trustee" + std::string(41, ' '));
     const rw::InitialInputsForm again = dlg.open();
     EXPECT_TRUE(again.overpayment && again.stopDaysVisible);
-    EXPECT_EQ(again.initialBalance + " " + again.stopDays + " " + again.secondLine, "500.00 30 c/o Trustee");
+    EXPECT_EQ(again.initialBalance + " " + again.stopDays + " " + again.secondLine,
+              "500.00 30 c/o Trustee");
 
     // An underpayment stores no stop days, whatever the hidden field holds.
     form.overpayment = false;
     ASSERT_EQ(dlg.accept(form), Result::Stored);
-    EXPECT_TRUE(kase.init.nStopDays == 0 && kase.init.tlStart.cTax == M("500.00") && !dlg.open().stopDaysVisible);
+    EXPECT_TRUE(kase.init.nStopDays == 0 && kase.init.tlStart.cTax == M("500.00")
+                && !dlg.open().stopDaysVisible);
 }
 
 TEST_F(InitialInputs, ListPositionsStoreTheirCodesAndLoadTheirTables)
 {
-    for (const auto& [position, code, from, notices] :
-         {std::tuple{3, "CAB ", D(2000, 1, 1), 0u}, {16, "MAOP", D(2000, 1, 1), 1u}, {-1, "US  ", D(1975, 7, 1), 1u}}) {
+    for (const auto& [position, code, from, notices] : {std::tuple{3, "CAB ", D(2000, 1, 1), 0u},
+                                                        {16, "MAOP", D(2000, 1, 1), 1u},
+                                                        {-1, "US  ", D(1975, 7, 1), 1u}}) {
         form.authority = position;
         ASSERT_EQ(dlg.accept(form), Result::Stored);
         EXPECT_EQ(kase.init.sTaxAuth.view(), code);
@@ -89,7 +95,8 @@ TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
     dlg.payrollClicked(form);
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].title + ": " + msgs.shown[0].text,
-              "WARNING: For payroll tax situations the Balance Due should be $0 and the Start Calculation Date should "
+              "WARNING: For payroll tax situations the Balance Due should be $0 and the Start "
+              "Calculation Date should "
               "be the first day of the quarter.");
 
     const rw::Case before = kase;
@@ -107,8 +114,9 @@ TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
     form.dueDate = "";
     ASSERT_EQ(dlg.accept(form), Result::Stored);
     EXPECT_EQ(kase.init.dtDue, rw::Date(0.0));
-    EXPECT_EQ(msgs.shown.at(0).text, "The Due date entered as  is not valid.  Unless it is changed, somewhere at an "
-                                     "inconvenient moment this program is likely to abort.");
+    EXPECT_EQ(msgs.shown.at(0).text,
+              "The Due date entered as  is not valid.  Unless it is changed, somewhere at an "
+              "inconvenient moment this program is likely to abort.");
 }
 
 TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)
@@ -122,12 +130,15 @@ TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)
     msgs.answerNext(true);
     EXPECT_EQ(dlg.accept(form), Result::Stored);
     const rwtest::ShownMessage m = msgs.shown.at(0);
-    EXPECT_TRUE(m.title == "State Rate Table Problem" && m.icon == rw::MsgIcon::Critical && m.question);
-    EXPECT_TRUE(m.text.starts_with("The start date, 12/31/1999, is not between the first date, 01/01/2000, and the "
-                                   "last date, 12/31/2017, in the state's rate table file. You are welcome "));
-    EXPECT_TRUE(m.text.ends_with("state rate table. If you press the YES button, the program will let you continue, but, "
-                                 "if you don't change that date, it will abort without warning later. If you press the "
-                                 "NO button, the program will save your data and exit afterwards. Continue?"));
+    EXPECT_TRUE(m.title == "State Rate Table Problem" && m.icon == rw::MsgIcon::Critical
+                && m.question);
+    EXPECT_TRUE(m.text.starts_with(
+        "The start date, 12/31/1999, is not between the first date, 01/01/2000, and the "
+        "last date, 12/31/2017, in the state's rate table file. You are welcome "));
+    EXPECT_TRUE(m.text.ends_with(
+        "state rate table. If you press the YES button, the program will let you continue, but, "
+        "if you don't change that date, it will abort without warning later. If you press the "
+        "NO button, the program will save your data and exit afterwards. Continue?"));
     form.startDate = "1/1/2000";
     form.stopDate = "1/1/2018";
     msgs.answerNext(false);

@@ -1,6 +1,6 @@
 // The rates' files: rate tables (".tbl") built by hand, their rows, the file each authority's code
-// opens and the refusals that keep the rates in use; the release file, its refusals (naming the file
-// and the line) and the failure-to-file minimum it gives for a due year.
+// opens and the refusals that keep the rates in use; the release file, its refusals (naming the
+// file and the line) and the failure-to-file minimum it gives for a due year.
 
 #include "rates/ratetable.h"
 #include "rates/release.h"
@@ -31,12 +31,14 @@ struct HandRow {
 };
 
 // A rate table file by hand: marker, 32-bit count, 29-byte rows.
-std::vector<char> HandTable(const std::vector<HandRow>& rows, std::int32_t count, std::string_view marker = "NOTVB3")
+std::vector<char> HandTable(const std::vector<HandRow>& rows, std::int32_t count,
+                            std::string_view marker = "NOTVB3")
 {
     HandBytes b;
     b.raw(marker).i32(count);
     for (const HandRow& r : rows)
-        b.f64(r.from).f64(r.thru).f32(r.up).f32(r.op).raw("rsv!").raw(std::string_view(&r.method, 1));
+        b.f64(r.from).f64(r.thru).f32(r.up).f32(r.op).raw("rsv!").raw(
+            std::string_view(&r.method, 1));
     return b.bytes;
 }
 
@@ -46,7 +48,8 @@ constexpr double kEnd2017 = 43100.0;
 
 TEST(RateTable, RowsReadFieldForFieldAndWriteBack)
 {
-    const auto file = HandTable({{k1990, 33238.0, 0.11f, 0.10f, 'C'}, {33239.0, kEnd2017, 0.09f, 0.08f, 'S'}}, 2);
+    const auto file = HandTable(
+        {{k1990, 33238.0, 0.11f, 0.10f, 'C'}, {33239.0, kEnd2017, 0.09f, 0.08f, 'S'}}, 2);
     const rw::RateTableReadResult r = rw::DecodeRateTable(file);
     ASSERT_EQ(r.status, rw::RateTableReadResult::Status::Ok);
     const std::array<char, 4> rsv{'r', 's', 'v', '!'};  // kept as read
@@ -62,7 +65,8 @@ protected:
     InstalledTables()
     {
         for (const rw::Authority& a : rw::Authorities())
-            rwtest::WriteBytes(dir / a.file, HandTable({{k1990, kEnd2017, RateOf(a.file), 0.0f, 'C'}}, 1));
+            rwtest::WriteBytes(dir / a.file,
+                               HandTable({{k1990, kEnd2017, RateOf(a.file), 0.0f, 'C'}}, 1));
     }
     static float RateOf(std::string_view file)
     {
@@ -76,16 +80,29 @@ protected:
 
 TEST_F(InstalledTables, ACodeOpensItsFileAndSomeBringANoticeAtEveryLoad)
 {
-    const std::string il = "After 12/31/03, for the first year, IL interest accrues at the Short-Term rates. After a "
+    const std::string il = "After 12/31/03, for the first year, IL interest accrues at the "
+                           "Short-Term rates. After a "
                            "year, interest accrues at the Long-Term rates.";
-    const std::string ma = "After 6/30/03, MA interest on underpayments and overpayments is computed differently "
-                           "using different rates. ";
-    for (const auto& [code, file, notice] : std::vector<std::tuple<std::string, std::string, std::string>>{
-             {"US  ", "fed.tbl", ""}, {"CAB ", "ca_bus1.tbl", ""}, {"CARC", "ca_bus2.tbl", ""}, {"RI  ", "Ri1.tbl", ""},
-             {"ILST", "Il-st.tbl", il}, {"IL  ", "Il-lt.tbl", il}, {"MA  ", "Ma1-up.tbl", ma}, {"MAOP", "Ma1-op.tbl", ma},
-             {"NYSC", "ny_crp1.tbl", ""}, {"VALC", "va_lcorp.tbl", ""},
+    const std::string ma
+        = "After 6/30/03, MA interest on underpayments and overpayments is computed differently "
+          "using different rates. ";
+    for (const auto& [code, file, notice] :
+         std::vector<std::tuple<std::string, std::string, std::string>>{
+             {"US  ", "fed.tbl", ""},
+             {"CAB ", "ca_bus1.tbl", ""},
+             {"CARC", "ca_bus2.tbl", ""},
+             {"RI  ", "Ri1.tbl", ""},
+             {"ILST", "Il-st.tbl", il},
+             {"IL  ", "Il-lt.tbl", il},
+             {"MA  ", "Ma1-up.tbl", ma},
+             {"MAOP", "Ma1-op.tbl", ma},
+             {"NYSC", "ny_crp1.tbl", ""},
+             {"VALC", "va_lcorp.tbl", ""},
              // Codes are compared exactly, blanks included; anything else is federal.
-             {"", "fed.tbl", ""}, {"CAB", "fed.tbl", ""}, {"cab ", "fed.tbl", ""}, {"x:\\ca_bus1.tbl", "fed.tbl", ""}}) {
+             {"", "fed.tbl", ""},
+             {"CAB", "fed.tbl", ""},
+             {"cab ", "fed.tbl", ""},
+             {"x:\\ca_bus1.tbl", "fed.tbl", ""}}) {
         SCOPED_TRACE(code);
         msgs.clear();
         RateTable rates;
@@ -104,12 +121,17 @@ TEST_F(InstalledTables, ACodeOpensItsFileAndSomeBringANoticeAtEveryLoad)
 TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
 {
     const RateTable previous = {rw::RateRow{Date(1.0), Date(2.0), 0.5f, 0.25f, {}, 'S'}};
-    const auto twoRows = HandTable({{k1990, 33000.0, 0.1f, 0.1f, 'C'}, {33001.0, kEnd2017, 0.1f, 0.1f, 'C'}}, 3);
+    const auto twoRows
+        = HandTable({{k1990, 33000.0, 0.1f, 0.1f, 'C'}, {33001.0, kEnd2017, 0.1f, 0.1f, 'C'}}, 3);
     const std::string damaged = "fault 62 OpenRates";
-    for (const auto& [name, bytes, outcome] : std::vector<std::tuple<const char*, std::vector<char>, std::string>>{
-             {"missing", {}, "File not found"}, {"wrong marker", HandTable({}, 0, "NOTVB4"), "Problem With Rate File"},
-             {"three said, two given", twoRows, damaged}, {"no count", HandBytes().raw("NOTVB3\x01").bytes, damaged},
-             {"huge count", HandTable({}, 0x7fffffff), damaged}, {"negative count", HandTable({}, -1), damaged},
+    for (const auto& [name, bytes, outcome] :
+         std::vector<std::tuple<const char*, std::vector<char>, std::string>>{
+             {"missing", {}, "File not found"},
+             {"wrong marker", HandTable({}, 0, "NOTVB4"), "Problem With Rate File"},
+             {"three said, two given", twoRows, damaged},
+             {"no count", HandBytes().raw("NOTVB3\x01").bytes, damaged},
+             {"huge count", HandTable({}, 0x7fffffff), damaged},
+             {"negative count", HandTable({}, -1), damaged},
              {"no rows", HandTable({}, 0), damaged}}) {
         SCOPED_TRACE(name);
         std::filesystem::remove(dir / "fed.tbl");
@@ -120,7 +142,8 @@ TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
         std::string said;
         try {
             EXPECT_FALSE(rw::OpenRates("US  ", paths, msgs, rates));
-            said = msgs.shown.size() == 1 ? msgs.shown[0].title : "messages: " + std::to_string(msgs.shown.size());
+            said = msgs.shown.size() == 1 ? msgs.shown[0].title
+                                          : "messages: " + std::to_string(msgs.shown.size());
         } catch (const rw::Fault& f) {
             said = "fault " + std::to_string(f.number()) + " " + f.procedure();
         }
@@ -131,17 +154,19 @@ TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
     std::filesystem::remove(dir / "fed.tbl");
     RateTable rates;
     rw::OpenRates("US  ", paths, msgs, rates);
-    EXPECT_EQ(msgs.shown.at(0).text, "File: " + (dir / "fed.tbl").string()
-                                         + " does not exist.Please verify the file is in the correct directory. "
-                                           "Procedure: OpenRates().");
+    EXPECT_EQ(msgs.shown.at(0).text,
+              "File: " + (dir / "fed.tbl").string()
+                  + " does not exist.Please verify the file is in the correct directory. "
+                    "Procedure: OpenRates().");
 }
 
 // ---- The release file ----------------------------------------------------------------------
 
-const std::string kGood = "# a comment\nname=Qrat2026Q2\ndescription=2026, 2nd Quarter\nverified_through=06/30/2026\n"
-                          "verified_through_text=June 30, 2026\nestimated_through=12/31/2026\n"
-                          "estimated_through_text=December 31, 2026\nftf_minimum=1800,100.00,IRC 6651(a), flush\n"
-                          "ftf_minimum=2020,435.00,P.L. 116-94\nftf_minimum=2024,485.00,Rev. Proc. 2023-34\n";
+const std::string kGood
+    = "# a comment\nname=Qrat2026Q2\ndescription=2026, 2nd Quarter\nverified_through=06/30/2026\n"
+      "verified_through_text=June 30, 2026\nestimated_through=12/31/2026\n"
+      "estimated_through_text=December 31, 2026\nftf_minimum=1800,100.00,IRC 6651(a), flush\n"
+      "ftf_minimum=2020,435.00,P.L. 116-94\nftf_minimum=2024,485.00,Rev. Proc. 2023-34\n";
 
 TEST(ReleaseFile, ReadsEveryKeyAndWritesTheSameBack)
 {
@@ -175,16 +200,23 @@ TEST(ReleaseFile, RefusalsNameTheFileAndLineAndKeepNothing)
 {
     for (const auto& [text, said] : std::vector<std::pair<std::string, std::string>>{
              {Replaced(kGood, "name=Qrat2026Q2\n", ""), "rel.txt: name is not given"},
-             {Replaced(kGood, "=06/30/2026", "=6/30/26"), "rel.txt:4: verified_through is not a date mm/dd/yyyy: 6/30/26"},
-             {Replaced(kGood, "=12/31/2026", "=2/30/26"), "rel.txt:6: estimated_through is not a date mm/dd/yyyy: 2/30/26"},
-             {Replaced(kGood, "=12/31/2026", "=03/31/2026"), "rel.txt: estimated_through is before verified_through"},
+             {Replaced(kGood, "=06/30/2026", "=6/30/26"),
+              "rel.txt:4: verified_through is not a date mm/dd/yyyy: 6/30/26"},
+             {Replaced(kGood, "=12/31/2026", "=2/30/26"),
+              "rel.txt:6: estimated_through is not a date mm/dd/yyyy: 2/30/26"},
+             {Replaced(kGood, "=12/31/2026", "=03/31/2026"),
+              "rel.txt: estimated_through is before verified_through"},
              {kGood + "name=again\n", "rel.txt:11: name is given twice"},
              {kGood + "colour=blue\n", "rel.txt:11: unknown key colour"},
              {kGood + "just words\n", "rel.txt:11: expected key=value"},
-             {kGood + "ftf_minimum=2023,450.00,x\n", "rel.txt:11: ftf_minimum: the years must increase"},
-             {kGood + "ftf_minimum=2025,0,x\n", "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0"},
-             {kGood + "ftf_minimum=2025,510.00\n", "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
-             {kGood + "ftf_minimum=2025,510.00, \n", "rel.txt:11: ftf_minimum: the row has no source"},
+             {kGood + "ftf_minimum=2023,450.00,x\n",
+              "rel.txt:11: ftf_minimum: the years must increase"},
+             {kGood + "ftf_minimum=2025,0,x\n",
+              "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0"},
+             {kGood + "ftf_minimum=2025,510.00\n",
+              "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
+             {kGood + "ftf_minimum=2025,510.00, \n",
+              "rel.txt:11: ftf_minimum: the row has no source"},
              {kGood + "ftf_minimum=MMXXV,510.00,x\n", "rel.txt:11: ftf_minimum: not a year: MMXXV"},
              {kGood.substr(0, kGood.find("ftf_minimum")), "rel.txt: no ftf_minimum is given"}}) {
         rw::ReleaseInfo info;

@@ -25,10 +25,21 @@ constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
 TEST(Money, ParseTakesUpToFourDecimalsOverTheWholeRange)
 {
     for (const auto& [text, raw] : std::vector<std::pair<const char*, std::optional<std::int64_t>>>{
-             {"1,234.56", 12345600}, {"-50", -500000}, {" 0.0001 ", 1}, {"+7.5", 75000}, {"1.23456", {}}, {"", {}},
-             {"-922337203685477.5808", kMin}, {"922337203685477.5807", kMax}, {"922337203685477.5808", {}},
-             {"-922337203685477.5809", {}}, {"-922,337,203,685,477.58", -9223372036854775800}, {"1.2.3", {}},
-             {",100", {}}, {"100,", {}}, {"1e5", {}}}) {
+             {"1,234.56", 12345600},
+             {"-50", -500000},
+             {" 0.0001 ", 1},
+             {"+7.5", 75000},
+             {"1.23456", {}},
+             {"", {}},
+             {"-922337203685477.5808", kMin},
+             {"922337203685477.5807", kMax},
+             {"922337203685477.5808", {}},
+             {"-922337203685477.5809", {}},
+             {"-922,337,203,685,477.58", -9223372036854775800},
+             {"1.2.3", {}},
+             {",100", {}},
+             {"100,", {}},
+             {"1e5", {}}}) {
         const std::optional<Money> m = Money::parse(text);
         EXPECT_EQ(m ? std::optional(m->raw()) : std::nullopt, raw) << text;
     }
@@ -38,9 +49,15 @@ TEST(Money, ParseTakesUpToFourDecimalsOverTheWholeRange)
 TEST(Money, RoundingModes)
 {
     // RoundCurrency sends halves to the even neighbour.
-    for (const auto& [in, digits, out] : {std::tuple{"0.125", 2, "0.12"}, {"0.135", 2, "0.14"}, {"-0.125", 2, "-0.12"},
-                                          {"0.1251", 2, "0.13"}, {"-0.1249", 2, "-0.12"}, {"2.5", 0, "2"},
-                                          {"3.5", 0, "4"}, {"-2.5", 0, "-2"}, {"0.0050", 2, "0.00"}})
+    for (const auto& [in, digits, out] : {std::tuple{"0.125", 2, "0.12"},
+                                          {"0.135", 2, "0.14"},
+                                          {"-0.125", 2, "-0.12"},
+                                          {"0.1251", 2, "0.13"},
+                                          {"-0.1249", 2, "-0.12"},
+                                          {"2.5", 0, "2"},
+                                          {"3.5", 0, "4"},
+                                          {"-2.5", 0, "-2"},
+                                          {"0.0050", 2, "0.00"}})
         EXPECT_EQ(rw::RoundCurrency(M(in), digits), M(out)) << in << " to " << digits;
     // From a double, the exact binary value: 0.00015 is 1.49999999999999993e-4,
     // so 1 ten-thousandth; 0.03125 and 0.09375 are exact halves: 312.5 -> 312, 937.5 -> 938.
@@ -56,7 +73,8 @@ TEST(Money, RoundingModes)
     EXPECT_EQ(rw::FormatMoney(M("-0.625")), "-0.63");
     EXPECT_EQ(rw::FormatMoney(M("999.995")), "1,000.00");
     EXPECT_EQ(rw::FormatMoney(M("-0.004")), "0.00");
-    EXPECT_EQ(rw::FormatFixed(-0.125, 2) + " " + rw::FormatWholeDollars(M("10.50"), true), "-0.13 $11");
+    EXPECT_EQ(rw::FormatFixed(-0.125, 2) + " " + rw::FormatWholeDollars(M("10.50"), true),
+              "-0.13 $11");
 }
 
 TEST(Money, OverflowIsAFaultOfTheComputingProcedureNotAWrap)
@@ -71,14 +89,16 @@ TEST(Money, OverflowIsAFaultOfTheComputingProcedureNotAWrap)
     };
     EXPECT_EQ(fault([] { (void)(Money::fromRaw(kMax) + Money::fromRaw(1)); }), "6 GetInterest");
     EXPECT_EQ(fault([] { (void)(-Money::fromRaw(kMin)); }), "6 GetInterest");
-    EXPECT_EQ(fault([] { rw::ThrowFault(rw::kErrSubscript, "GetStdPeriodRate"); }), "9 GetStdPeriodRate");
+    EXPECT_EQ(fault([] { rw::ThrowFault(rw::kErrSubscript, "GetStdPeriodRate"); }),
+              "9 GetStdPeriodRate");
 }
 
 TEST(NumText, ColumnsAndLatin1)
 {
     // A 14-character column; 1,234,567,890.12 (16 characters) keeps its first 14.
     EXPECT_EQ(rw::RtJustAmt(M("1234567890.12")), "1,234,567,890.");
-    // 0.08f x 100 in double is 7.999999821186066: "#0.0000" in 7 characters; ".000000000" has no leading zero.
+    // 0.08f x 100 in double is 7.999999821186066: "#0.0000" in 7 characters; ".000000000" has no
+    // leading zero.
     EXPECT_EQ(rw::RightAlign(rw::FormatFixed(static_cast<double>(0.08f) * 100.0, 4), 7), " 8.0000");
     EXPECT_EQ(rw::FormatFixed(0.012345678912, 9, 0), ".012345679");
     // Beyond Latin-1 (the euro sign) and broken sequences become '?'.
@@ -102,8 +122,11 @@ TEST(Dates, DayNumbersOfTheDesktopCalendar)
     for (double n = D(1800, 1, 1).dayNumber(); n <= D(2200, 12, 31).dayNumber(); ++n) {
         const rw::CivilDate c = Date(n).civil();
         const bool monthEnd = prev.day == rw::DaysInMonth(prev.year, prev.month) && c.day == 1
-            && ((c.year == prev.year && c.month == prev.month + 1) || (c.year == prev.year + 1 && c.month == 1));
-        ASSERT_TRUE(monthEnd || (c.year == prev.year && c.month == prev.month && c.day == prev.day + 1)) << n;
+                              && ((c.year == prev.year && c.month == prev.month + 1)
+                                  || (c.year == prev.year + 1 && c.month == 1));
+        ASSERT_TRUE(monthEnd
+                    || (c.year == prev.year && c.month == prev.month && c.day == prev.day + 1))
+            << n;
         ASSERT_EQ(D(c.year, c.month, c.day).dayNumber(), n);
         prev = c;
     }
@@ -112,7 +135,8 @@ TEST(Dates, DayNumbersOfTheDesktopCalendar)
     EXPECT_EQ(rw::AddMonths(D(2017, 1, 31), 1), D(2017, 2, 28));
     EXPECT_EQ(rw::AddMonths(D(2016, 3, 31), -1), D(2016, 2, 29));
     EXPECT_EQ(rw::AddMonths(D(1999, 12, 15), 1), D(2000, 1, 15));
-    EXPECT_EQ(rw::FormatShortDate(D(2016, 7, 4)) + " " + rw::FormatMMDDYYYYDashed(D(2018, 3, 1)), "7/4/2016 03-01-2018");
+    EXPECT_EQ(rw::FormatShortDate(D(2016, 7, 4)) + " " + rw::FormatMMDDYYYYDashed(D(2018, 3, 1)),
+              "7/4/2016 03-01-2018");
 }
 
 TEST(Dates, WhatTheUserTypesAndTheStrictFormOfTheSources)
@@ -121,11 +145,13 @@ TEST(Dates, WhatTheUserTypesAndTheStrictFormOfTheSources)
         const char* text;
         std::optional<Date> user, strict;  // ParseUserDate, ParseMMDDYYYY
     };
-    for (const Row& r : {Row{"04/05/2016", D(2016, 4, 5), D(2016, 4, 5)}, Row{" 4/15/2016 ", D(2016, 4, 15), {}},
-                         Row{"02/29/2016", D(2016, 2, 29), D(2016, 2, 29)}, Row{"3/31/18", D(2018, 3, 31), {}},
-                         Row{"1/1/29", D(2029, 1, 1), {}}, Row{"1/1/30", D(1930, 1, 1), {}}, Row{"02/29/2017", {}, {}},
-                         Row{"13/01/2016", {}, {}}, Row{"0/1/2017", {}, {}}, Row{"", {}, {}}, Row{"4/15", {}, {}},
-                         Row{"4/15/201", {}, {}}, Row{"004/15/2016", {}, {}}, Row{"01-01-1982", {}, {}}}) {
+    for (const Row& r :
+         {Row{"04/05/2016", D(2016, 4, 5), D(2016, 4, 5)}, Row{" 4/15/2016 ", D(2016, 4, 15), {}},
+          Row{"02/29/2016", D(2016, 2, 29), D(2016, 2, 29)}, Row{"3/31/18", D(2018, 3, 31), {}},
+          Row{"1/1/29", D(2029, 1, 1), {}}, Row{"1/1/30", D(1930, 1, 1), {}},
+          Row{"02/29/2017", {}, {}}, Row{"13/01/2016", {}, {}}, Row{"0/1/2017", {}, {}},
+          Row{"", {}, {}}, Row{"4/15", {}, {}}, Row{"4/15/201", {}, {}}, Row{"004/15/2016", {}, {}},
+          Row{"01-01-1982", {}, {}}}) {
         EXPECT_EQ(rw::ParseUserDate(r.text), r.user) << r.text;
         EXPECT_EQ(rw::ParseMMDDYYYY(r.text), r.strict) << r.text;
     }

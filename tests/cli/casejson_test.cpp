@@ -62,21 +62,28 @@ TEST(CaseJson, EachKindOfValueIsWrittenAsDocumented)
         json expected;
     };
     const auto none = [](rw::InitInputs&) {};
-    for (const Row& r : {
-             Row{"sName", [](auto& in) { in.sName = "Smith"; }, "Smith" + std::string(47, ' ')},  // padding kept
-             Row{"s2ndLine", none, nullptr},  // a text never assigned
-             Row{"s2ndLine", [](auto& in) { in.s2ndLine = ""; }, std::string(52, ' ')},
-             Row{"sTaxAuth", [](auto& in) { in.sTaxAuth = "Jos\xE9"; }, "Jos\xC3\xA9"},  // a Latin-1 byte's code point
-             Row{"sTaxAuth", [](auto& in) { in.sTaxAuth = std::string("A\0B", 3); }, std::string("A\0B ", 4)},
-             Row{"tlStart/dtDate", none, nullptr},  // NoDate
-             Row{"tlStart/cTax", [](auto& in) { in.tlStart.cTax = Money::fromRaw(100000000); }, "10000.00"},
-             Row{"cAmtOnReturn", [](auto& in) { in.cAmtOnReturn = Money::fromRaw(123456); }, "12.3456"},
-             Row{"cSUPAmt", [](auto& in) { in.cSUPAmt = Money::fromRaw(kMinRaw); }, "-922337203685477.5808"},
-             Row{"fAccRelRate", none, 0.2},  // the shortest text of the single
-             Row{"fSUPRate", [](auto& in) { in.fSUPRate = std::numeric_limits<float>::infinity(); }, "0x7f800000"},
-             Row{"bPayroll", [](auto& in) { in.bPayroll = -1; }, true},
-             Row{"bFtoPay", [](auto& in) { in.bFtoPay = 1; }, 1},  // an odd flag kept
-             Row{"/deposits", none, json::array()}}) {
+    for (const Row& r :
+         {Row{"sName", [](auto& in) { in.sName = "Smith"; },
+              "Smith" + std::string(47, ' ')},  // padding kept
+          Row{"s2ndLine", none, nullptr},  // a text never assigned
+          Row{"s2ndLine", [](auto& in) { in.s2ndLine = ""; }, std::string(52, ' ')},
+          Row{"sTaxAuth", [](auto& in) { in.sTaxAuth = "Jos\xE9"; },
+              "Jos\xC3\xA9"},  // a Latin-1 byte's code point
+          Row{"sTaxAuth", [](auto& in) { in.sTaxAuth = std::string("A\0B", 3); },
+              std::string("A\0B ", 4)},
+          Row{"tlStart/dtDate", none, nullptr},  // NoDate
+          Row{"tlStart/cTax", [](auto& in) { in.tlStart.cTax = Money::fromRaw(100000000); },
+              "10000.00"},
+          Row{"cAmtOnReturn", [](auto& in) { in.cAmtOnReturn = Money::fromRaw(123456); },
+              "12.3456"},
+          Row{"cSUPAmt", [](auto& in) { in.cSUPAmt = Money::fromRaw(kMinRaw); },
+              "-922337203685477.5808"},
+          Row{"fAccRelRate", none, 0.2},  // the shortest text of the single
+          Row{"fSUPRate", [](auto& in) { in.fSUPRate = std::numeric_limits<float>::infinity(); },
+              "0x7f800000"},
+          Row{"bPayroll", [](auto& in) { in.bPayroll = -1; }, true},
+          Row{"bFtoPay", [](auto& in) { in.bFtoPay = 1; }, 1},  // an odd flag kept
+          Row{"/deposits", none, json::array()}}) {
         Case c = Cleared();
         r.set(c.init);
         const std::string where = r.where[0] == '/' ? r.where : std::string("/init/") + r.where;
@@ -85,8 +92,13 @@ TEST(CaseJson, EachKindOfValueIsWrittenAsDocumented)
     // 1/1/1800 is 36,522 days before day 0 (1800 to 1900 holds 24 leap days); 1/1/2201
     // is day 109,940: 301 years, 73 of them leap years, from 1/1/1900 (day 2).
     for (const auto& [day, shown] : std::vector<std::pair<double, json>>{
-             {42475.0, "04/15/2016"}, {-36522.0, "01/01/1800"}, {-36523.0, -36523}, {109939.0, "12/31/2200"},
-             {109940.0, 109940}, {42475.5, 42475.5}, {std::bit_cast<double>(0x7ff8000000000001), "0x7ff8000000000001"}}) {
+             {42475.0, "04/15/2016"},
+             {-36522.0, "01/01/1800"},
+             {-36523.0, -36523},
+             {109939.0, "12/31/2200"},
+             {109940.0, 109940},
+             {42475.5, 42475.5},
+             {std::bit_cast<double>(0x7ff8000000000001), "0x7ff8000000000001"}}) {
         Case c = Cleared();
         c.init.dtDue = Date(day);
         EXPECT_EQ(rw::CaseToJson(c)["init"]["dtDue"], shown) << day;
@@ -109,20 +121,24 @@ TEST(CaseJson, ImportPutsEachValueAtItsOffset)
         return std::equal(b.bytes.begin(), b.bytes.end(), img.begin() + static_cast<long>(offset));
     };
     constexpr std::size_t R = 26;  // the record starts after marker and tag
-    EXPECT_TRUE(at(R + 0, HandBytes().text("Jos\xE9 Example", 52).text("", 52, '\0')));  // the 2nd line never assigned
-    EXPECT_TRUE(at(R + 104, HandBytes().f64(42475.0).i16(-1).i16(1)));  // due date, payroll, auto-arrange
-    EXPECT_TRUE(at(R + 122, HandBytes().i16(1).i16(0).i16(2)));          // the counts follow the lists
+    EXPECT_TRUE(at(R + 0, HandBytes()
+                              .text("Jos\xE9 Example", 52)
+                              .text("", 52, '\0')));  // the 2nd line never assigned
+    EXPECT_TRUE(
+        at(R + 104, HandBytes().f64(42475.0).i16(-1).i16(1)));  // due date, payroll, auto-arrange
+    EXPECT_TRUE(at(R + 122, HandBytes().i16(1).i16(0).i16(2)));  // the counts follow the lists
     EXPECT_TRUE(at(R + 160, HandBytes().f64(42475.0).i64(100005000)));
     EXPECT_TRUE(at(R + 224, HandBytes().f64(43465.0)));
-    EXPECT_TRUE(at(R + 306, HandBytes().i16(30).f64(-32767.0).f64(100.0)));  // stop days, NoDate, day 100
+    EXPECT_TRUE(
+        at(R + 306, HandBytes().i16(30).f64(-32767.0).f64(100.0)));  // stop days, NoDate, day 100
     EXPECT_TRUE(at(R + 332, HandBytes().i64(12345678)));
     EXPECT_TRUE(at(R + 380, HandBytes().f32(10.0f)));
     EXPECT_TRUE(at(R + 400, HandBytes().f32(0.1f)));
     EXPECT_TRUE(at(R + 484, HandBytes().raw("CAB ")));
     // 6/15/2016 is 61 days after 4/15/2016; 3,000.00 paid; a field left out is cleared.
     EXPECT_TRUE(at(514, HandBytes().text("Check", 16).f64(42536.0).i64(30000000).i64(0)));
-    EXPECT_TRUE(at(570, HandBytes().raw("I").f64(-32767.0)));   // the first deposit's date is null
-    EXPECT_TRUE(at(571 + 42, HandBytes().f64(0.0)));            // an empty entry: day 0
+    EXPECT_TRUE(at(570, HandBytes().raw("I").f64(-32767.0)));  // the first deposit's date is null
+    EXPECT_TRUE(at(571 + 42, HandBytes().f64(0.0)));  // an empty entry: day 0
     const std::string exported = rw::CaseToJsonText(c);
     EXPECT_EQ(rw::CaseToJsonText(Import(exported)), exported);
 }
@@ -134,7 +150,8 @@ TEST(CaseJson, RatesGoFromTheirTextStraightToTheNearestSingle)
     // (0.25); read directly, the text rounds up.
     const std::string text = "0.250000014901161194";
     ASSERT_EQ(static_cast<float>(std::stod(text)), 0.25f);
-    const Case c = Import(R"({"init": {"fSUPRate": )" + text + R"(, "fOValRate": ")" + text + R"("}})");
+    const Case c
+        = Import(R"({"init": {"fSUPRate": )" + text + R"(, "fOValRate": ")" + text + R"("}})");
     EXPECT_EQ(c.init.fSUPRate, std::nextafter(0.25f, 1.0f));
     EXPECT_EQ(c.init.fOValRate, std::nextafter(0.25f, 1.0f));
 }
@@ -152,20 +169,29 @@ TEST(CaseJson, EveryValueSurvivesTheRoundTrip)
     };
     std::mt19937_64 rng(20180331);
     for (int round = 0; round < 1500; ++round) {
-        const rwtest::HandCounts n{static_cast<std::int16_t>(rng() % 3), static_cast<std::int16_t>(rng() % 3),
+        const rwtest::HandCounts n{static_cast<std::int16_t>(rng() % 3),
+                                   static_cast<std::int16_t>(rng() % 3),
                                    static_cast<std::int16_t>(rng() % 3)};
-        std::vector<char> img = rwtest::HandCaseFile("Qrat2018Q1.10", rwtest::HandLayout::L488, 0, n);
+        std::vector<char> img
+            = rwtest::HandCaseFile("Qrat2018Q1.10", rwtest::HandLayout::L488, 0, n);
         for (std::size_t i = 26; i < img.size(); ++i)
             img[i] = i < 26 + 122 || i >= 26 + 128 ? static_cast<char>(rng() & 0xFF) : img[i];
         const rw::CaseReadResult r = rw::DecodeCase(img);
         ASSERT_EQ(r.status, rw::CaseReadResult::Status::Ok);
-        ASSERT_EQ(through(r.kase), rwtest::HandAsCurrent(img, rwtest::HandLayout::L488)) << "round " << round;
+        ASSERT_EQ(through(r.kase), rwtest::HandAsCurrent(img, rwtest::HandLayout::L488))
+            << "round " << round;
     }
     for (const auto& set : std::vector<std::function<void(rw::InitInputs&)>>{
-             [](auto& in) { in.dtDue = Date(-0.0), in.dtFiled = Date(-std::numeric_limits<double>::infinity()); },
+             [](auto& in) {
+                 in.dtDue = Date(-0.0), in.dtFiled = Date(-std::numeric_limits<double>::infinity());
+             },
              [](auto& in) { in.dtFiled = Date(1e300), in.dtDue = Date(-9007199254740992.0); },
-             [](auto& in) { in.cSUPAmt = Money::fromRaw(kMinRaw), in.cOValAmt = Money::fromRaw(-(kMinRaw + 1)); },
-             [](auto& in) { in.fSUPRate = std::bit_cast<float>(0x7fc00123U), in.fOValRate = -0.0f; },
+             [](auto& in) {
+                 in.cSUPAmt = Money::fromRaw(kMinRaw), in.cOValAmt = Money::fromRaw(-(kMinRaw + 1));
+             },
+             [](auto& in) {
+                 in.fSUPRate = std::bit_cast<float>(0x7fc00123U), in.fOValRate = -0.0f;
+             },
              [](auto& in) { in.fAccRelRate = std::numeric_limits<float>::max(); }}) {
         Case c = Cleared();
         set(c.init);
@@ -186,35 +212,47 @@ std::string Deposits(int n)
 TEST(CaseJson, RefusalsNameTheField)
 {
     const std::string amount = "not an amount of money (at most four decimals): ";
-    for (const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
-             {R"({"payments": [{}, {"dtPmt": "13/45/2016"}]})", R"(payments[1].dtPmt: not a date: "13/45/2016")"},
-             {R"({"init": {"dtDue": "2/30/2017"}})", R"(init.dtDue: not a date: "2/30/2017")"},
-             {R"({"init": {"dtDue": 9007199254740993}})", "init.dtDue: day number out of range: 9007199254740993"},
-             {R"({"init": {"cAmtOnReturn": "1.00001"}})", "init.cAmtOnReturn: " + amount + R"("1.00001")"},
-             {R"({"charges": [{"cTotal": 0.00001}]})", "charges[0].cTotal: " + amount + "0.00001"},
-             {R"({"init": {"tlStart": {"cTax": 1e3}}})", "init.tlStart.cTax: " + amount + "1e3"},
-             {R"({"init": {"cSUPAmt": "922337203685477.5808"}})", "init.cSUPAmt: " + amount + R"("922337203685477.5808")"},
-             {R"({"init": {"sName": ")" + std::string(53, 'x') + R"("}})", "init.sName: longer than 52 characters (53)"},
-             {R"({"payments": [{"sMethod": "IT"}]})", "payments[0].sMethod: longer than 1 characters (2)"},
-             {R"({"init": {"sName": "5 \u20ac"}})",
-              "init.sName: the text holds the character U+20AC, which case texts cannot hold (Latin-1 only)"},
-             {R"({"init": {"sTaxAuth": 12}})", "init.sTaxAuth: expected a text or null, found 12"},
-             {R"({"init": {"tlStop": {"cTaxx": 1}}})", "init.tlStop.cTaxx: unknown field"},
-             {R"({"init": {}, "payment": []})", "payment: unknown field"},
-             {R"({"deposits": [{"extra": 0}]})", "deposits[0].extra: unknown field"},
-             {R"({"init": {"nPmts": 3}, "payments": [{}, {}]})", R"(init.nPmts: 3, but "payments" holds 2 entries)"},
-             {Deposits(32768), "deposits: more than 32767 entries"},
-             {R"({"init": {"bPayroll": 0.5}})",
-              "init.bPayroll: not a flag (true, false or a whole number from -32768 to 32767): 0.5"},
-             {R"({"init": {"nStopDays": 40000}})", "init.nStopDays: not a whole number from -32768 to 32767: 40000"},
-             {R"({"init": {"fSUPRate": "ten"}})", R"(init.fSUPRate: not a rate: "ten")"},
-             {R"({"init": {"fSUPRate": 1e39}})", "init.fSUPRate: not a rate: 1e39"},
-             {R"({"init": {"tlStart": 5}})", "init.tlStart: expected an object, found 5"},
-             {R"({"charges": [{}, 5]})", "charges[1]: expected an object, found 5"},
-             {"[1]", R"(a case is a JSON object with "init", "payments", "charges" and "deposits")"},
-             {R"({"init": {"sName": "a", "sName": "b"}})", R"(the key "sName" appears twice in one object)"},
-             {R"({"init": )", "not valid JSON: parse error at line 1, column 10: syntax error while parsing value - "
-                             "unexpected end of input; expected '[', '{', or a literal"}})
+    for (
+        const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
+            {R"({"payments": [{}, {"dtPmt": "13/45/2016"}]})",
+             R"(payments[1].dtPmt: not a date: "13/45/2016")"},
+            {R"({"init": {"dtDue": "2/30/2017"}})", R"(init.dtDue: not a date: "2/30/2017")"},
+            {R"({"init": {"dtDue": 9007199254740993}})",
+             "init.dtDue: day number out of range: 9007199254740993"},
+            {R"({"init": {"cAmtOnReturn": "1.00001"}})",
+             "init.cAmtOnReturn: " + amount + R"("1.00001")"},
+            {R"({"charges": [{"cTotal": 0.00001}]})", "charges[0].cTotal: " + amount + "0.00001"},
+            {R"({"init": {"tlStart": {"cTax": 1e3}}})", "init.tlStart.cTax: " + amount + "1e3"},
+            {R"({"init": {"cSUPAmt": "922337203685477.5808"}})",
+             "init.cSUPAmt: " + amount + R"("922337203685477.5808")"},
+            {R"({"init": {"sName": ")" + std::string(53, 'x') + R"("}})",
+             "init.sName: longer than 52 characters (53)"},
+            {R"({"payments": [{"sMethod": "IT"}]})",
+             "payments[0].sMethod: longer than 1 characters (2)"},
+            {R"({"init": {"sName": "5 \u20ac"}})",
+             "init.sName: the text holds the character U+20AC, which case texts cannot hold "
+             "(Latin-1 only)"},
+            {R"({"init": {"sTaxAuth": 12}})", "init.sTaxAuth: expected a text or null, found 12"},
+            {R"({"init": {"tlStop": {"cTaxx": 1}}})", "init.tlStop.cTaxx: unknown field"},
+            {R"({"init": {}, "payment": []})", "payment: unknown field"},
+            {R"({"deposits": [{"extra": 0}]})", "deposits[0].extra: unknown field"},
+            {R"({"init": {"nPmts": 3}, "payments": [{}, {}]})",
+             R"(init.nPmts: 3, but "payments" holds 2 entries)"},
+            {Deposits(32768), "deposits: more than 32767 entries"},
+            {R"({"init": {"bPayroll": 0.5}})",
+             "init.bPayroll: not a flag (true, false or a whole number from -32768 to 32767): 0.5"},
+            {R"({"init": {"nStopDays": 40000}})",
+             "init.nStopDays: not a whole number from -32768 to 32767: 40000"},
+            {R"({"init": {"fSUPRate": "ten"}})", R"(init.fSUPRate: not a rate: "ten")"},
+            {R"({"init": {"fSUPRate": 1e39}})", "init.fSUPRate: not a rate: 1e39"},
+            {R"({"init": {"tlStart": 5}})", "init.tlStart: expected an object, found 5"},
+            {R"({"charges": [{}, 5]})", "charges[1]: expected an object, found 5"},
+            {"[1]", R"(a case is a JSON object with "init", "payments", "charges" and "deposits")"},
+            {R"({"init": {"sName": "a", "sName": "b"}})",
+             R"(the key "sName" appears twice in one object)"},
+            {R"({"init": )",
+             "not valid JSON: parse error at line 1, column 10: syntax error while parsing value - "
+             "unexpected end of input; expected '[', '{', or a literal"}})
         EXPECT_EQ(ImportError(text), error);
 }
 
@@ -223,7 +261,8 @@ TEST(CaseJson, RefusalsNameTheField)
 TEST(CaseJson, LoadCaseFileReadsBothFormsAndLeavesTheCaseAloneOnFailure)
 {
     rwtest::TempDir dir;
-    const std::vector<char> file = rwtest::HandCaseFile("Qrat2005Q3.10", rwtest::HandLayout::L484, 3, {1, 0, 0});
+    const std::vector<char> file
+        = rwtest::HandCaseFile("Qrat2005Q3.10", rwtest::HandLayout::L484, 3, {1, 0, 0});
     rwtest::WriteBytes(dir / "old.INT", file);
     Case fromFile, fromJson;
     std::string error;
@@ -241,8 +280,10 @@ TEST(CaseJson, LoadCaseFileReadsBothFormsAndLeavesTheCaseAloneOnFailure)
           std::tuple{"bad.json", std::vector<char>(badJson.begin(), badJson.end()),
                      R"(: init.dtDue: not a date: "13/45/2016")"},
           std::tuple{"junk.INT", std::vector<char>{'h', 'e', 'l', 'l', 'o'},
-                     ": neither a case file (no \"NOTVB3\" marker) nor a JSON case: not valid JSON: parse error at "
-                     "line 1, column 1: syntax error while parsing value - invalid literal; last read: 'h'"}}) {
+                     ": neither a case file (no \"NOTVB3\" marker) nor a JSON case: not valid "
+                     "JSON: parse error at "
+                     "line 1, column 1: syntax error while parsing value - invalid literal; last "
+                     "read: 'h'"}}) {
         const std::string path = (dir / name).string();
         rwtest::WriteBytes(path, bytes);
         EXPECT_FALSE(rw::LoadCaseFile(path, fromJson, error));
@@ -250,7 +291,8 @@ TEST(CaseJson, LoadCaseFileReadsBothFormsAndLeavesTheCaseAloneOnFailure)
         EXPECT_EQ(fromJson, fromFile);
     }
     // The sample case installed with the program reads, its payments split whole.
-    const std::string sample = std::string(std::getenv("RW_SOURCE_DIR")) + "/data/cases/example.json";
+    const std::string sample
+        = std::string(std::getenv("RW_SOURCE_DIR")) + "/data/cases/example.json";
     ASSERT_TRUE(rw::LoadCaseFile(sample, fromJson, error)) << error;
     ASSERT_EQ(fromJson.init.nPmts, 2);
     for (const rw::PaymentRec& p : fromJson.payments())

@@ -27,8 +27,10 @@ void WriteText(const std::filesystem::path& p, const std::string& text)
 TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
 {
     rwtest::TempDir dir;
-    WriteText(dir / "case.json", R"({"init": {"sName": "Pat"}, "payments": [{}, {"dtPmt": "12/15/2016"}]})");
-    const auto imp = RunCliCommand({"import", (dir / "case.json").string(), "-o", (dir / "CASE.INT").string()});
+    WriteText(dir / "case.json",
+              R"({"init": {"sName": "Pat"}, "payments": [{}, {"dtPmt": "12/15/2016"}]})");
+    const auto imp = RunCliCommand(
+        {"import", (dir / "case.json").string(), "-o", (dir / "CASE.INT").string()});
     ASSERT_EQ(imp.status, 0) << imp.err;
     EXPECT_EQ(imp.out, "");
     const std::vector<char> file = rwtest::ReadBytes(dir / "CASE.INT");
@@ -38,14 +40,22 @@ TEST(CliImportExport, ImportWritesTheCaseFileAndExportReadsItBack)
     ASSERT_EQ(exported.status, 0) << exported.err;
     EXPECT_NE(exported.out.find(R"("dtPmt": "12/15/2016")"), std::string::npos) << exported.out;
     WriteText(dir / "back.json", exported.out);  // and imported again, the same file
-    ASSERT_EQ(RunCliCommand({"import", (dir / "back.json").string(), "-o", (dir / "BACK.INT").string()}).status, 0);
+    ASSERT_EQ(
+        RunCliCommand({"import", (dir / "back.json").string(), "-o", (dir / "BACK.INT").string()})
+            .status,
+        0);
     EXPECT_EQ(rwtest::ReadBytes(dir / "BACK.INT"), file);
 
     // An old case file is converted to the current layout.
-    const std::vector<char> old = rwtest::HandCaseFile("Qrat1998Q4.00", rwtest::HandLayout::L482, 5, {0, 1, 0});
+    const std::vector<char> old
+        = rwtest::HandCaseFile("Qrat1998Q4.00", rwtest::HandLayout::L482, 5, {0, 1, 0});
     rwtest::WriteBytes(dir / "old.INT", old);
-    ASSERT_EQ(RunCliCommand({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()}).status, 0);
-    EXPECT_EQ(rwtest::ReadBytes(dir / "new.INT"), rwtest::HandAsCurrent(old, rwtest::HandLayout::L482));
+    ASSERT_EQ(
+        RunCliCommand({"import", (dir / "old.INT").string(), "-o", (dir / "new.INT").string()})
+            .status,
+        0);
+    EXPECT_EQ(rwtest::ReadBytes(dir / "new.INT"),
+              rwtest::HandAsCurrent(old, rwtest::HandLayout::L482));
 }
 
 TEST(CliImportExport, RefusalsWriteNothingAndExitWithTheirStatus)
@@ -63,9 +73,14 @@ TEST(CliImportExport, RefusalsWriteNothingAndExitWithTheirStatus)
         std::string err;
     };
     for (const Row& row :
-         {Row{{"import", bad, "-o", out}, 2,
-              "qratcalc-cli import: " + bad + R"(: payments[1].dtPmt: not a date: "13/45/2016")" "\n"},
-          Row{{"import", good}, 2, "qratcalc-cli import: name the case file to write with -o CASE.INT\n"},
+         {Row{{"import", bad, "-o", out},
+              2,
+              "qratcalc-cli import: " + bad
+                  + R"(: payments[1].dtPmt: not a date: "13/45/2016")"
+                    "\n"},
+          Row{{"import", good},
+              2,
+              "qratcalc-cli import: name the case file to write with -o CASE.INT\n"},
           Row{{"import", "-o", out}, 2, usage},
           Row{{"export", good, good}, 2, "qratcalc-cli export: usage: export CASE.INT\n"},
           Row{{"export", out + "x"}, 2, "qratcalc-cli export: " + out + "x: no such file\n"},
@@ -86,14 +101,17 @@ TEST(CliImportExport, RefusalsWriteNothingAndExitWithTheirStatus)
 TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
 {
     rwtest::TempDir dir;
-    WriteText(dir / "fl.json", R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2003", "dtExtended": "01/01/2003",
+    WriteText(dir / "fl.json",
+              R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2003", "dtExtended": "01/01/2003",
         "tlStart": {"dtDate": "01/01/2003", "cTax": "10000.00"}, "tlStop": {"dtDate": "06/30/2003"}}})");
     const auto r = RunCliCommand({"compute", "--json", (dir / "fl.json").string()});
     EXPECT_EQ(r.status, 2);
     const nlohmann::json j = nlohmann::json::parse(r.out);
     ASSERT_TRUE(j.size() == 1 && j["refused"]["title"].is_string()) << r.out;
     const std::string message = j["refused"]["message"];
-    EXPECT_NE(message.find("no published interest rate for 1/1/2003 to 6/30/2003"), std::string::npos) << message;
+    EXPECT_NE(message.find("no published interest rate for 1/1/2003 to 6/30/2003"),
+              std::string::npos)
+        << message;
     EXPECT_EQ(r.err, message + "\n");
 }
 
@@ -132,15 +150,18 @@ protected:
 
 TEST_F(ReleaseCommand, BuildsIntoTheUsersFolderShowsWhatIsInUseAndRefusesABadSource)
 {
-    const rwtest::CliRun built = Run({"release", "build", sources.path().string(), "-o", userRates.string()});
+    const rwtest::CliRun built
+        = Run({"release", "build", sources.path().string(), "-o", userRates.string()});
     ASSERT_EQ(built.status, 0) << built.err;
-    EXPECT_NE(built.out.find("Built Qrat2027Q1 (2027, 1st Quarter)"), std::string::npos) << built.out;
+    EXPECT_NE(built.out.find("Built Qrat2027Q1 (2027, 1st Quarter)"), std::string::npos)
+        << built.out;
     const rwtest::CliRun shown = Run({"release", "show"});
     EXPECT_EQ(shown.status, 0) << shown.err;
-    EXPECT_EQ(Missing(shown, {"Release:            Qrat2027Q1 (2027, 1st Quarter)", "the user's data folder",
-                              "Verified through:   03/31/2027  March 31, 2027",
-                              "Estimated through:  06/30/2027  June 30, 2027"}),
-              "")
+    EXPECT_EQ(
+        Missing(shown, {"Release:            Qrat2027Q1 (2027, 1st Quarter)",
+                        "the user's data folder", "Verified through:   03/31/2027  March 31, 2027",
+                        "Estimated through:  06/30/2027  June 30, 2027"}),
+        "")
         << shown.out;
 
     const fs::path damaged = userRates / "ny_ind1.tbl";
@@ -148,16 +169,18 @@ TEST_F(ReleaseCommand, BuildsIntoTheUsersFolderShowsWhatIsInUseAndRefusesABadSou
     const rwtest::CliRun installed = Run({"release", "show"});
     EXPECT_EQ(installed.status, 0);
     EXPECT_NE(installed.err.find(damaged.string()), std::string::npos) << installed.err;
-    EXPECT_EQ(Missing(installed, {"Release:            Qrat2026Q4 (2026, 4th Quarter)", "(installed with the program)",
-                                  "Verified through:   12/31/2026  December 31, 2026", "  from 2024          485.00  ",
-                                  "PA    Pennsylvania"}),
+    EXPECT_EQ(Missing(installed, {"Release:            Qrat2026Q4 (2026, 4th Quarter)",
+                                  "(installed with the program)",
+                                  "Verified through:   12/31/2026  December 31, 2026",
+                                  "  from 2024          485.00  ", "PA    Pennsylvania"}),
               "")
         << installed.out;
 
     // A bad source builds nothing.
     std::ofstream(sources / "fed.csv", std::ios::app | std::ios::binary)
         << "07/01/2027,09/30/2027,0.75,0.07,C,ESTIMATE: a slipped decimal point\n";
-    const rwtest::CliRun bad = Run({"release", "build", sources.path().string(), "-o", (dataHome / "bad").string()});
+    const rwtest::CliRun bad
+        = Run({"release", "build", sources.path().string(), "-o", (dataHome / "bad").string()});
     EXPECT_EQ(bad.status, 2);
     EXPECT_NE(bad.err.find("above 50 %"), std::string::npos) << bad.err;
     EXPECT_NE(bad.err.find("nothing written"), std::string::npos);

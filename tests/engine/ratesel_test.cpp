@@ -22,7 +22,7 @@ namespace {
 // rate from 1/1/1991, O the corporate overpayment rate from 1/1/1995.
 struct USCase {
     const char* name;
-    Date begin;           // the row's first day
+    Date begin;  // the row's first day
     const char* balance;  // cTaxPen; also the tax to date unless given
     std::string_view options;
     float want;
@@ -34,34 +34,41 @@ struct USCase {
 
 TEST(Rates, FederalRevisionAtItsThresholds)
 {
-    for (const USCase& u : {
-             // tax-motivated: 1.2 x the rate for rows beginning after 12/31/1984
-             USCase{"taxMotivatedFrom1985", D(1985, 1, 1), "1000", "T", 0.096f, "Tax Motivated"},
-             USCase{"taxMotivatedNotOn19841231", D(1984, 12, 31), "1000", "T", 0.08f, ""},
-             // large corporate underpayment: more than 100,000.00 of tax to date, +2 %
-             USCase{"largeCorpAtExactly100000", D(1992, 1, 1), "100000", "CU", 0.08f, ""},
-             USCase{"largeCorpAt100000_01", D(1992, 1, 1), "100000.01", "CU", 0.1f, "Corp Unrpmt Rate"},
-             USCase{"largeCorpOnItsStartDate", D(1991, 1, 1), "200000", "CU", 0.1f, "Corp Unrpmt Rate"},
-             USCase{"largeCorpDayBeforeStart", D(1990, 12, 31), "200000", "CU", 0.08f, ""},
-             USCase{"largeCorpNeedsTaxToDate", D(1992, 1, 1), "200000", "CU", 0.08f, "", 0.08f, "100000"},
-             // both: the corporate rate on the standard rate (10 %, not 11.6 %)
-             USCase{"largeCorpWinsOverTaxMotivated", D(1992, 1, 1), "200000", "TCU", 0.1f, "Corp Unrpmt Rate"},
-             // corporate overpayment: below -10,000.00, -2.5 %; at it, the ordinary -1 %
-             USCase{"corpOverpaymentAtExactly10000", D(1996, 1, 1), "-10000", "CO", 0.07f, "Overpmt Rate"},
-             USCase{"corpOverpaymentAt10000_01", D(1996, 1, 1), "-10000.01", "CO", 0.055f, "Corp Ovrpmt Rate"},
-             // overpayment differential: -1 % from 1/1/1987 through 12/31/1998, later for corporations only
-             USCase{"overpayment19861231", D(1986, 12, 31), "-500", "", 0.08f, "Overpmt Rate"},
-             USCase{"overpayment19870101", D(1987, 1, 1), "-500", "", 0.07f, "Overpmt Rate"},
-             USCase{"overpayment19981231", D(1998, 12, 31), "-500", "", 0.07f, "Overpmt Rate"},
-             USCase{"overpayment19990101", D(1999, 1, 1), "-500", "", 0.08f, "Overpmt Rate"},
-             USCase{"overpayment19990101Corporate", D(1999, 1, 1), "-500", "C", 0.07f, "Overpmt Rate"},
-             USCase{"zeroBalanceIsAnOverpayment", D(1990, 1, 1), "0", "", 0.07f, "Overpmt Rate"},
-             USCase{"balanceCountsAccruedInterest", D(1990, 1, 1), "-100", "T", 0.096f, "Tax Motivated", 0.08f,
-                    nullptr, "100.01"},
-             // rates of 0.01 % and below stand as they are, description untouched
-             USCase{"negligibleRate", D(1990, 1, 1), "-500", "", 0.0001f, nullptr, 0.0001f},
-             // a differential below a low rate stays negative
-             USCase{"revisedBelowZero", D(1990, 1, 1), "-500", "", -0.005f, "Overpmt Rate", 0.005f}}) {
+    for (const USCase& u :
+         {// tax-motivated: 1.2 x the rate for rows beginning after 12/31/1984
+          USCase{"taxMotivatedFrom1985", D(1985, 1, 1), "1000", "T", 0.096f, "Tax Motivated"},
+          USCase{"taxMotivatedNotOn19841231", D(1984, 12, 31), "1000", "T", 0.08f, ""},
+          // large corporate underpayment: more than 100,000.00 of tax to date, +2 %
+          USCase{"largeCorpAtExactly100000", D(1992, 1, 1), "100000", "CU", 0.08f, ""},
+          USCase{"largeCorpAt100000_01", D(1992, 1, 1), "100000.01", "CU", 0.1f,
+                 "Corp Unrpmt Rate"},
+          USCase{"largeCorpOnItsStartDate", D(1991, 1, 1), "200000", "CU", 0.1f,
+                 "Corp Unrpmt Rate"},
+          USCase{"largeCorpDayBeforeStart", D(1990, 12, 31), "200000", "CU", 0.08f, ""},
+          USCase{"largeCorpNeedsTaxToDate", D(1992, 1, 1), "200000", "CU", 0.08f, "", 0.08f,
+                 "100000"},
+          // both: the corporate rate on the standard rate (10 %, not 11.6 %)
+          USCase{"largeCorpWinsOverTaxMotivated", D(1992, 1, 1), "200000", "TCU", 0.1f,
+                 "Corp Unrpmt Rate"},
+          // corporate overpayment: below -10,000.00, -2.5 %; at it, the ordinary -1 %
+          USCase{"corpOverpaymentAtExactly10000", D(1996, 1, 1), "-10000", "CO", 0.07f,
+                 "Overpmt Rate"},
+          USCase{"corpOverpaymentAt10000_01", D(1996, 1, 1), "-10000.01", "CO", 0.055f,
+                 "Corp Ovrpmt Rate"},
+          // overpayment differential: -1 % from 1/1/1987 through 12/31/1998, later for corporations
+          // only
+          USCase{"overpayment19861231", D(1986, 12, 31), "-500", "", 0.08f, "Overpmt Rate"},
+          USCase{"overpayment19870101", D(1987, 1, 1), "-500", "", 0.07f, "Overpmt Rate"},
+          USCase{"overpayment19981231", D(1998, 12, 31), "-500", "", 0.07f, "Overpmt Rate"},
+          USCase{"overpayment19990101", D(1999, 1, 1), "-500", "", 0.08f, "Overpmt Rate"},
+          USCase{"overpayment19990101Corporate", D(1999, 1, 1), "-500", "C", 0.07f, "Overpmt Rate"},
+          USCase{"zeroBalanceIsAnOverpayment", D(1990, 1, 1), "0", "", 0.07f, "Overpmt Rate"},
+          USCase{"balanceCountsAccruedInterest", D(1990, 1, 1), "-100", "T", 0.096f,
+                 "Tax Motivated", 0.08f, nullptr, "100.01"},
+          // rates of 0.01 % and below stand as they are, description untouched
+          USCase{"negligibleRate", D(1990, 1, 1), "-500", "", 0.0001f, nullptr, 0.0001f},
+          // a differential below a low rate stays negative
+          USCase{"revisedBelowZero", D(1990, 1, 1), "-500", "", -0.005f, "Overpmt Rate", 0.005f}}) {
         SCOPED_TRACE(u.name);
         rw::Case c = FederalCase(D(1980, 1, 1), D(2020, 1, 1), "0");
         c.init.bTaxMotivated = rw::ToFlag(u.options.find('T') != u.options.npos);
@@ -82,7 +89,8 @@ TEST(Rates, FederalRevisionAtItsThresholds)
         row.cTaxPen = M(u.balance);
         row.cAccruedInt = M(u.accrued);
         EXPECT_EQ(rw::GetRevisedUSRate(c.init, row, {toDate, later}), u.want);
-        EXPECT_TRUE(u.label ? row.sDesc.is(u.label) : row.sDesc.isUnset()) << "'" << row.sDesc.str() << "'";
+        EXPECT_TRUE(u.label ? row.sDesc.is(u.label) : row.sDesc.isUnset())
+            << "'" << row.sDesc.str() << "'";
     }
 }
 
@@ -92,23 +100,29 @@ TEST(Rates, ADescriptionAlreadySetStays)
     row.dtBegin = D(1990, 1, 1);
     row.fRate = 0.08f;
     row.sDesc = "Int Suspended";
-    EXPECT_EQ(rw::GetRevisedUSRate(FederalCase(D(1980, 1, 1), D(2020, 1, 1), "0").init, row, {}), 0.07f);
+    EXPECT_EQ(rw::GetRevisedUSRate(FederalCase(D(1980, 1, 1), D(2020, 1, 1), "0").init, row, {}),
+              0.07f);
     EXPECT_TRUE(row.sDesc.is("Int Suspended"));
 }
 
 TEST(Rates, StateUnderpaymentRateOrTheTablesOverpaymentRate)
 {
     for (const auto& [balance, rate, want, label] :
-         {std::tuple{"0.01", 0.09f, 0.09f, "Undrpmt Rate"}, {"0", 0.09f, 0.0625f, "Overpmt Rate"},
-          {"-10", 0.09f, 0.0625f, "Overpmt Rate"}, {"-10", 0.0001f, 0.0001f, ""}}) {  // "": left unset
+         {std::tuple{"0.01", 0.09f, 0.09f, "Undrpmt Rate"},
+          {"0", 0.09f, 0.0625f, "Overpmt Rate"},
+          {"-10", 0.09f, 0.0625f, "Overpmt Rate"},
+          {"-10", 0.0001f, 0.0001f, ""}}) {  // "": left unset
         ResultPeriod row;
         row.fRate = rate;
         row.cTaxPen = M(balance);
-        EXPECT_EQ(rw::GetRevisedStateRate(row, Row(D(2017, 1, 1), D(2017, 12, 31), rate, 0.0625f)), want) << balance;
+        EXPECT_EQ(rw::GetRevisedStateRate(row, Row(D(2017, 1, 1), D(2017, 12, 31), rate, 0.0625f)),
+                  want)
+            << balance;
         EXPECT_TRUE(*label ? row.sDesc.is(label) : row.sDesc.isUnset()) << balance;
     }
     // a refund rate never published: owed is computed, overpaid (zero too) is a fault
-    const rw::RateRow noRefund = Row(D(2010, 1, 1), D(2010, 12, 31), 0.09f, std::numeric_limits<float>::quiet_NaN());
+    const rw::RateRow noRefund
+        = Row(D(2010, 1, 1), D(2010, 12, 31), 0.09f, std::numeric_limits<float>::quiet_NaN());
     ResultPeriod row;
     row.fRate = 0.09f;
     row.cTaxPen = M("100");
@@ -129,7 +143,8 @@ TEST(Rates, StandardRateIsFromTheFirstRowEndingOnOrAfterTheDate)
     EXPECT_EQ(rw::GetStdPeriodRate(kTwoRows, D(2017, 7, 1)), 0.05f);
     EXPECT_EQ(rw::GetStdPeriodRate(kTwoRows, D(2017, 12, 31)), 0.05f);
     EXPECT_EQ(FaultOf([] { rw::GetStdPeriodRate(kTwoRows, D(2018, 1, 1)); }),
-              "9 GetStdPeriodRate: the date 01/01/2018 lies beyond the rate table, which ends 12/31/2017");
+              "9 GetStdPeriodRate: the date 01/01/2018 lies beyond the rate table, which ends "
+              "12/31/2017");
 }
 
 // A federal overpayment through the whole computation: -10,000.00 in 1990 at
@@ -139,9 +154,8 @@ TEST(Rates, OverpaymentThroughTheComputation)
 {
     std::vector<ResultPeriod> rows;
     rw::TimeLine tl;
-    const Money total =
-        rw::GetInterest(FederalCase(D(1990, 1, 1), D(1990, 3, 31), "-10000"), Quarterly(1990, 1990, 0.10f), nullptr,
-                        rows, tl);
+    const Money total = rw::GetInterest(FederalCase(D(1990, 1, 1), D(1990, 3, 31), "-10000"),
+                                        Quarterly(1990, 1990, 0.10f), nullptr, rows, tl);
     ASSERT_EQ(rows.size(), 2u);
     EXPECT_EQ(rows[1].fRate, 0.09f);
     EXPECT_TRUE(rows[1].sDesc.is("Overpmt Rate"));

@@ -3,8 +3,8 @@
 // and a case it accepts must write and read back unchanged.
 
 #include "casedata/casefile.h"
-#include "rates/ratetable.h"
 #include "casejson/casejson.h"
+#include "rates/ratetable.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -13,7 +13,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const std::vector<char> bytes(reinterpret_cast<const char*>(data), reinterpret_cast<const char*>(data) + size);
+    const std::vector<char> bytes(reinterpret_cast<const char*>(data),
+                                  reinterpret_cast<const char*>(data) + size);
 
     const rw::CaseReadResult c = rw::DecodeCase(bytes);
     if (c.status == rw::CaseReadResult::Status::Ok) {

@@ -24,7 +24,7 @@ namespace {
 // A list dialog over a case from 4/15/2016 to 12/31/2016 owing 600.00, its
 // entry dialog scripted: each showing records the form it got in `seen` and
 // runs the next of `steps` (OK: true). enter() scripts an entry wholly to tax.
-template <typename Form>
+template<typename Form>
 struct Scripted {
     rw::Case kase = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "600.00");
     RecordingMessages msgs;
@@ -46,7 +46,8 @@ struct Scripted {
 struct PaymentList : Scripted<rw::PaymentForm> {
     static constexpr const char* notAdded = "Payment not added!";
     static constexpr const char* countError = "AddPmtClick error! nPmts 2 and gInit.nPmts 1";
-    static constexpr const char* question = "Do you want to delete payment information for payment date ";
+    static constexpr const char* question
+        = "Do you want to delete payment information for payment date ";
     rw::RateTable rates = SimpleTable(0.05f);
     rw::PaymentsDialog dlg{kase, rates, Minimums2018(), msgs, show()};
     rw::PaymentsForm form = dlg.open();
@@ -67,7 +68,8 @@ struct PaymentList : Scripted<rw::PaymentForm> {
 struct ChargeList : Scripted<rw::ChargeForm> {
     static constexpr const char* notAdded = "Charge not added!";
     static constexpr const char* countError = "AddChrgClick error! nChrgs 2 and gInit.nCharges 1";
-    static constexpr const char* question = "Do you want to delete charge information for charge liability date ";
+    static constexpr const char* question
+        = "Do you want to delete charge information for charge liability date ";
     rw::ChargesDialog dlg{kase, msgs, show()};
     rw::ChargesForm form = dlg.open();
     std::vector<rw::ChargeRec>& list = kase.charges;
@@ -86,8 +88,10 @@ struct ChargeList : Scripted<rw::ChargeForm> {
 
 struct DepositList : Scripted<rw::DepositForm> {
     static constexpr const char* notAdded = "Deposit not added!";
-    static constexpr const char* countError = "AddDepClick error! nDeposits 2 and gInit.nDeposits 1";
-    static constexpr const char* question = "Do you want to delete deposit information for deposit due ";
+    static constexpr const char* countError
+        = "AddDepClick error! nDeposits 2 and gInit.nDeposits 1";
+    static constexpr const char* question
+        = "Do you want to delete deposit information for deposit due ";
     rw::DepositListDialog dlg{kase, msgs, show()};
     rw::DepositListForm form = dlg.open();
     std::vector<rw::DepositRec>& list = kase.deposits;
@@ -105,8 +109,9 @@ struct DepositList : Scripted<rw::DepositForm> {
     }
 };
 
-template <typename L>
-class Lists : public ::testing::Test {};
+template<typename L>
+class Lists : public ::testing::Test {
+};
 using ListKinds = ::testing::Types<PaymentList, ChargeList, DepositList>;
 TYPED_TEST_SUITE(Lists, ListKinds);
 
@@ -129,7 +134,8 @@ TYPED_TEST(Lists, AddEditAndDeleteKeepTheListAndItsCountTogether)
     l.dlg.remove(l.form, 0);
     EXPECT_EQ(l.kase, before);
     const std::string q = TypeParam::question;
-    Texts said(std::is_same_v<TypeParam, DepositList> ? 0 : 2, rw::kNoSelectionWarning);  // deposits say nothing
+    Texts said(std::is_same_v<TypeParam, DepositList> ? 0 : 2,
+               rw::kNoSelectionWarning);  // deposits say nothing
     said.push_back(q + "5/1/2016?");
     EXPECT_EQ(l.msgs.texts(), said);
     EXPECT_EQ(l.msgs.shown.back().title, "WARNING!");
@@ -164,19 +170,21 @@ TYPED_TEST(Lists, CancelOrAZeroAmountAddsNothingAndADisagreeingCountIsMended)
     l.dlg.add(l.form);
     l.count = 1;
     l.dlg.add(l.form);
-    EXPECT_EQ(l.msgs.texts(), Texts{std::string(TypeParam::countError) + " should be the same.  Please call Ratewright "
-                                                                         "technical support and report this message."});
+    EXPECT_EQ(l.msgs.texts(), Texts{std::string(TypeParam::countError)
+                                    + " should be the same.  Please call Ratewright "
+                                      "technical support and report this message."});
     EXPECT_EQ(l.count, 3);
     EXPECT_EQ(l.list.size(), 3u);
 }
 
-struct Charges : ::testing::Test, ChargeList {};
-struct Deposits : ::testing::Test, DepositList {};
-struct Payments : ::testing::Test, PaymentList {};
+struct Charges : ::testing::Test, ChargeList { };
+struct Deposits : ::testing::Test, DepositList { };
+struct Payments : ::testing::Test, PaymentList { };
 
 std::string Split(const rw::PaymentRec& p)
 {
-    return rw::FormatMoney(p.cToTax) + " / " + rw::FormatMoney(p.cToPen) + " / " + rw::FormatMoney(p.cToInt);
+    return rw::FormatMoney(p.cToTax) + " / " + rw::FormatMoney(p.cToPen) + " / "
+           + rw::FormatMoney(p.cToInt);
 }
 
 // Charges are listed by date of liability, those of one day as entered; one
@@ -189,8 +197,9 @@ TEST_F(Charges, ListedByDateOfLiabilityInterestFromTheLiability)
         return true;
     });
     dlg.add(form);
-    EXPECT_EQ(msgs.texts(), (Texts{"No date was given for interest to run on the charge; the date of liability, "
-                                   "5/1/2016, is used."}));
+    EXPECT_EQ(msgs.texts(),
+              (Texts{"No date was given for interest to run on the charge; the date of liability, "
+                     "5/1/2016, is used."}));
     EXPECT_EQ(list.at(0).dtIntStart, D(2016, 5, 1));
     for (const auto& [desc, liability] :
          {std::pair{"March", "3/1/2016"}, {"April", "4/1/2016"}, {"April too", "4/1/2016"}}) {
@@ -199,7 +208,8 @@ TEST_F(Charges, ListedByDateOfLiabilityInterestFromTheLiability)
     }
     EXPECT_EQ(form.lines, (Texts{"03/01/2016 March           ", "04/01/2016 April           ",
                                  "04/01/2016 April too       ", "05/01/2016 May             "}));
-    EXPECT_TRUE(msgs.texts().at(1).starts_with("Addition to Tax liability date is on or before the start date"));
+    EXPECT_TRUE(msgs.texts().at(1).starts_with(
+        "Addition to Tax liability date is on or before the start date"));
     msgs.clear();
     steps.push_back([](rw::ChargeForm& f) {
         f = {"Split", "5/1/2016", "", "100.00", "60.00", "30.00", ""};
@@ -208,8 +218,10 @@ TEST_F(Charges, ListedByDateOfLiabilityInterestFromTheLiability)
     dlg.edit(form, 0);  // the charge on the first line, March's
     EXPECT_EQ(seen.back().description, "March");
     EXPECT_EQ(form.lines.at(2), "05/01/2016 Split           ");  // before May, as it was
-    EXPECT_EQ(msgs.texts(), (Texts{"The additional charge of 100.00 has not been completely allocated between tax, "
-                                   "and penalty which total 90.00."}));
+    EXPECT_EQ(
+        msgs.texts(),
+        (Texts{"The additional charge of 100.00 has not been completely allocated between tax, "
+               "and penalty which total 90.00."}));
     EXPECT_EQ(list[2].dtIntStart, D(2016, 3, 1));  // the date it had
 }
 
@@ -232,9 +244,10 @@ TEST_F(Deposits, ListedByDueDateSevereOnlyWithANoticeDate)
     dlg.add(form);
     EXPECT_FALSE(rw::IsYes(list.back().bSevere));
     EXPECT_TRUE(msgs.shown.at(0).question && msgs.shown[0].title == "WARNING");
-    EXPECT_EQ(msgs.shown[0].text, "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the date "
-                                  "of the first delinquency notice or the date of the jeopardy assessment.  Do you "
-                                  "want to enter one of those dates now?");
+    EXPECT_EQ(msgs.shown[0].text,
+              "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the date "
+              "of the first delinquency notice or the date of the jeopardy assessment.  Do you "
+              "want to enter one of those dates now?");
     for (const char* notice : {"6/1/2016", ""}) {
         seen.clear();
         msgs.answerNext(true);
@@ -252,7 +265,8 @@ TEST_F(Deposits, ListedByDueDateSevereOnlyWithANoticeDate)
 // 500.00 x 7.00 / 707.00 = 4.950495... -> 4.9505, shown 4.95; one cent over is allowed.
 TEST_F(Payments, TheUsersOwnInterestPartIsWarnedAboutAboveItsCeiling)
 {
-    AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"});  // owed on 6/27: 600.00, 100.00, 7.00 (below)
+    AddCharge(kase, D(2016, 4, 15),
+              {.penalties = "100.00"});  // owed on 6/27: 600.00, 100.00, 7.00 (below)
     PaymentForm f;
     f.date = "6/27/2016";
     f.amount = "500.00";
@@ -264,7 +278,9 @@ TEST_F(Payments, TheUsersOwnInterestPartIsWarnedAboutAboveItsCeiling)
         f.toInterest = interest;
         dlg.paymentDialog().interestChanged(f);
     }
-    EXPECT_EQ(msgs.texts(), Texts{"The allocation of the payment to interest may be too high since it exceeds $4.95!"});
+    EXPECT_EQ(
+        msgs.texts(),
+        Texts{"The allocation of the payment to interest may be too high since it exceeds $4.95!"});
     EXPECT_EQ(f.unallocatedLabel, "Unallocated: 495.03");  // the warning only advises
     f.irsMethod = true;  // the ceiling goes with the IRS method
     dlg.paymentDialog().irsMethodClicked(f);
@@ -282,8 +298,10 @@ TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
     dlg.add(form);
     const Texts said = msgs.texts();
     EXPECT_EQ(said.size(), 4u);
-    EXPECT_EQ(said.at(0), "The payment of 500 has not been completely allocated between tax, interest and penalty "
-                          "which total 499.99.");
+    EXPECT_EQ(
+        said.at(0),
+        "The payment of 500 has not been completely allocated between tax, interest and penalty "
+        "which total 499.99.");
     EXPECT_TRUE(said.at(2).starts_with("The Payment date entered as 6/31/2016"));
     EXPECT_TRUE(said[1] == "Payment not added!" && said[3] == said[1]);
     msgs.clear();
@@ -295,9 +313,10 @@ TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
         dlg.add(form);
     }
     EXPECT_EQ(count, 4);
-    EXPECT_EQ(msgs.texts(), (Texts{"Payments have to be entered in chronological order for this program to be "
-                                   "accurate.  This payment is not in chronological order! This payment date: "
-                                   "4/20/2016. Previous payment date entered: 5/1/2016."}));
+    EXPECT_EQ(msgs.texts(),
+              (Texts{"Payments have to be entered in chronological order for this program to be "
+                     "accurate.  This payment is not in chronological order! This payment date: "
+                     "4/20/2016. Previous payment date entered: 5/1/2016."}));
 }
 
 // With a 100.00 penalty charged on 4/15, owed on 6/27/2016 (73 days): 600.00
@@ -309,7 +328,8 @@ TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
 TEST_F(Payments, TheIrsMethodAllocatesOnTheCaseAsItNowStands)
 {
     AddCharge(kase, D(2016, 4, 15), {.penalties = "100.00"});
-    for (const auto& [balance, amount] : {std::pair{"600.00", "1,000.00"}, {"900.00", "1,010.00"}}) {
+    for (const auto& [balance, amount] :
+         {std::pair{"600.00", "1,000.00"}, {"900.00", "1,010.00"}}) {
         kase.init.tlStart.cTax = M(balance);
         steps.push_back([this, amount](PaymentForm& f) {
             f.date = "6/27/2016";
@@ -319,7 +339,8 @@ TEST_F(Payments, TheIrsMethodAllocatesOnTheCaseAsItNowStands)
         });
         dlg.add(form);
     }
-    EXPECT_TRUE(seen[0].irsMethod && seen[0].amount.empty());  // it opens empty, with the IRS method
+    EXPECT_TRUE(seen[0].irsMethod
+                && seen[0].amount.empty());  // it opens empty, with the IRS method
     EXPECT_EQ(Split(list[0]), "893.00 / 100.00 / 7.00");
     EXPECT_EQ(Split(list[1]), "900.00 / 100.00 / 10.00");
     EXPECT_TRUE(list[0].sMethod.is("I"));
@@ -353,7 +374,8 @@ TEST_F(Payments, OwedOnADayAndAnEditTakeIrsMethodPaymentsAsTheCaseNowStands)
         return true;
     });
     dlg.edit(form, 0);
-    EXPECT_EQ(seen.at(0).toTax + " / " + seen[0].toPenalties + " / " + seen[0].toInterest, "698.47 / 100.00 / 1.53");
+    EXPECT_EQ(seen.at(0).toTax + " / " + seen[0].toPenalties + " / " + seen[0].toInterest,
+              "698.47 / 100.00 / 1.53");
     EXPECT_EQ(list[0].dtPmt, D(2016, 6, 27));
     EXPECT_EQ(Split(list[0]), "693.00 / 100.00 / 7.00");
     EXPECT_TRUE(msgs.shown.empty());
@@ -405,8 +427,9 @@ TEST(MoneyFields, NotANumberStoresNothing)
          },
          "The Amount Shown on Return entered as 9,000.0O" + amount},
         {accuracyRelated("1O", ".2"), "The Accuracy Related Underpayment entered as 1O" + amount},
-        {accuracyRelated("10,000.00", "20%"), "The Accuracy Related Penalty Rate entered as 20% is not a number.  "
-                                              "Please enter the rate as a fraction (20% is .2)."},
+        {accuracyRelated("10,000.00", "20%"),
+         "The Accuracy Related Penalty Rate entered as 20% is not a number.  "
+         "Please enter the rate as a fraction (20% is .2)."},
     };
     for (const auto& [ok, said] : rows) {
         rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");

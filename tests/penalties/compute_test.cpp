@@ -25,7 +25,8 @@ rw::Case ShortCase(const char* balance)
     return c;
 }
 
-rw::CaseComputation Computed(const rw::Case& c, const rw::FtfMinimumSchedule& minimums = Minimums2018())
+rw::CaseComputation Computed(const rw::Case& c,
+                             const rw::FtfMinimumSchedule& minimums = Minimums2018())
 {
     return rw::ComputeCase(c, SimpleTable(0.05f), minimums);
 }
@@ -35,9 +36,10 @@ rw::CaseComputation Computed(const rw::Case& c, const rw::FtfMinimumSchedule& mi
 TEST(AccuracyRelated, PenaltyIsTheUnderpaymentTimesTheSingleRate)
 {
     for (const auto& [underpayment, rate, raw] :  // in ten-thousandths
-         {std::tuple{"10,000.00", 0.2f, 20'000'000},  // 0.2f = 0.20000000298: 2,000.0000298 -> 2,000.0000
-          {"10,000.00", 0.4f, 40'000'001},            // 0.4f = 0.4000000059604645 -> 4,000.0001
-          {"1,234.57", 0.25f, 3'086'425}}) {          // 0.25 is exact: 308.6425
+         {std::tuple{"10,000.00", 0.2f,
+                     20'000'000},  // 0.2f = 0.20000000298: 2,000.0000298 -> 2,000.0000
+          {"10,000.00", 0.4f, 40'000'001},  // 0.4f = 0.4000000059604645 -> 4,000.0001
+          {"1,234.57", 0.25f, 3'086'425}}) {  // 0.25 is exact: 308.6425
         rw::InitInputs init;
         init.cAccRelAmt = M(underpayment);
         init.fAccRelRate = rate;
@@ -72,7 +74,8 @@ TEST(AccuracyRelated, PointOnTheExtendedDueDateCarriesInterest)
 TEST(ComputeCase, RefundInterestStopsTheStopDaysBeforeTheCheckDate)
 {
     for (const auto& [overpayment, stopDays, lastDay, interest] :
-         {std::tuple{true, 30, D(2016, 5, 28), "-58.90"}, {true, 0, D(2016, 6, 27), "-100.00"},
+         {std::tuple{true, 30, D(2016, 5, 28), "-58.90"},
+          {true, 0, D(2016, 6, 27), "-100.00"},
           {false, 30, D(2016, 6, 27), "-100.00"}}) {
         rw::Case c = ShortCase("-10,000.00");
         c.init.bOverpayment = rw::ToFlag(overpayment);
@@ -95,36 +98,42 @@ TEST(ComputeCase, TheAnalysisSaysWhichYearsMinimumItApplied)
     c.init.bAnyPenalties = c.init.bFtoFile = rw::kYes;
     c.init.dtFiled = D(2024, 7, 14);
     c.init.dtFtoFileAssess = D(2024, 9, 1);
-    EXPECT_TRUE(Computed(c).ftfMinimumNote.starts_with("Minimum failure-to-file penalty: the release of the rates "
-                                                       "lists amounts through 2016; the 2016 amount, 205.00,"));
-    EXPECT_EQ(Computed(c, rw::FtfMinimumSchedule{{{2024, M("485.00"), "test"}}}).ftfMinimumNote, "");
+    EXPECT_TRUE(Computed(c).ftfMinimumNote.starts_with(
+        "Minimum failure-to-file penalty: the release of the rates "
+        "lists amounts through 2016; the 2016 amount, 205.00,"));
+    EXPECT_EQ(Computed(c, rw::FtfMinimumSchedule{{{2024, M("485.00"), "test"}}}).ftfMinimumNote,
+              "");
     c.init.dtFiled = D(2024, 5, 1);  // 16 days late: no minimum
     EXPECT_EQ(Computed(c).ftfMinimumNote, "");
 }
 
 std::string Split(Money tax, Money penalties, Money interest)
 {
-    return rw::FormatMoney(tax) + " / " + rw::FormatMoney(penalties) + " / " + rw::FormatMoney(interest);
+    return rw::FormatMoney(tax) + " / " + rw::FormatMoney(penalties) + " / "
+           + rw::FormatMoney(interest);
 }
 
 TEST(Allocation, IrsMethodTaxThenPenaltiesThenInterestAndTheCeiling)
 {
     const OwedOnDate owed{M("600"), M("100"), M("250")};
-    for (const auto& [amount, owes, split] : {std::tuple{"1,000.00", owed, "650.00 / 100.00 / 250.00"},
-                                              {"500.00", owed, "500.00 / 0.00 / 0.00"},
-                                              {"650.00", owed, "600.00 / 50.00 / 0.00"},
-                                              {"800.00", owed, "600.00 / 100.00 / 100.00"},
-                                              {"80.00", OwedOnDate{}, "80.00 / 0.00 / 0.00"}}) {
+    for (const auto& [amount, owes, split] :
+         {std::tuple{"1,000.00", owed, "650.00 / 100.00 / 250.00"},
+          {"500.00", owed, "500.00 / 0.00 / 0.00"},
+          {"650.00", owed, "600.00 / 50.00 / 0.00"},
+          {"800.00", owed, "600.00 / 100.00 / 100.00"},
+          {"80.00", OwedOnDate{}, "80.00 / 0.00 / 0.00"}}) {
         const rw::PaymentAllocation a = rw::AllocateByIrsMethod(M(amount), owes);
         EXPECT_EQ(Split(a.tax, a.penalties, a.interest), split) << amount;
     }
-    // the user's own interest part: 500.00 x 300 / (600 + 100 + 300) = 150.00, one cent over allowed
+    // the user's own interest part: 500.00 x 300 / (600 + 100 + 300) = 150.00, one cent over
+    // allowed
     const auto ceiling = rw::InterestCeiling(M("500.00"), {M("600"), M("100"), M("300")});
     EXPECT_EQ(ceiling, M("150.00"));
     EXPECT_FALSE(rw::InterestAboveCeiling(M("150.01"), ceiling.value()));
     EXPECT_TRUE(rw::InterestAboveCeiling(M("150.02"), ceiling.value()));
     EXPECT_FALSE(rw::InterestCeiling(M("500.00"), OwedOnDate{}).has_value());
-    EXPECT_EQ(rw::InterestCeiling(M("100.00"), {M("1"), M("1"), M("1")}), M("33.3333"));  // 33.333333...
+    EXPECT_EQ(rw::InterestCeiling(M("100.00"), {M("1"), M("1"), M("1")}),
+              M("33.3333"));  // 33.333333...
 }
 
 // 10,000.00 due and computed from 4/15/2016 to 7/31/2016 at 5 % simple
@@ -138,7 +147,10 @@ TEST(Allocation, IrsMethodTaxThenPenaltiesThenInterestAndTheCeiling)
 // With failure to pay off: no penalty, 4/16-6/1, 47 days on 10,000.00: 64.3836 -> 64.38.
 struct Allocated {
     rw::CaseComputation k;
-    explicit Allocated(const rw::Case& c) : k(rw::ComputeCase(c, SimpleTable(0.05f), Minimums2018())) {}
+    explicit Allocated(const rw::Case& c)
+        : k(rw::ComputeCase(c, SimpleTable(0.05f), Minimums2018()))
+    {
+    }
     std::string split(std::size_t i) const
     {
         return Split(k.kase.pmts[i].cToTax, k.kase.pmts[i].cToPen, k.kase.pmts[i].cToInt);
@@ -169,8 +181,9 @@ rw::Case FailureToPayCase()
 // beside the unpaid 100.00 penalty. The case keeps what was typed.
 TEST(ComputeCase, AnIrsMethodPaymentFollowsTheCaseAndAnOwnAllocationStands)
 {
-    for (const auto& [method, split, left] : {std::tuple{"I", "10,000.00 / 100.00 / 64.55", "0.00 / 0.00"},
-                                              {"T", "10,100.17 / 0.00 / 64.38", "-100.17 / 100.00"}}) {
+    for (const auto& [method, split, left] :
+         {std::tuple{"I", "10,000.00 / 100.00 / 64.55", "0.00 / 0.00"},
+          {"T", "10,100.17 / 0.00 / 64.38", "-100.17 / 100.00"}}) {
         rw::Case c = FailureToPayCase();
         AddPayment(c, D(2016, 6, 1), {.tax = "10,100.17", .interest = "64.38", .method = method});
         const rw::Case typed = c;
@@ -193,7 +206,9 @@ TEST(ComputeCase, EachIrsMethodPaymentIsAllocatedAfterTheOnesBeforeIt)
 {
     for (const bool dateOrder : {true, false}) {
         rw::Case c = FailureToPayCase();
-        const auto a = [&] { AddPayment(c, D(2016, 6, 1), {.tax = "10,035.62", .interest = "64.38", .method = "I"}); };
+        const auto a = [&] {
+            AddPayment(c, D(2016, 6, 1), {.tax = "10,035.62", .interest = "64.38", .method = "I"});
+        };
         const auto b = [&] { AddPayment(c, D(2016, 7, 1), {.tax = "64.55", .method = "I"}); };
         dateOrder ? (a(), b()) : (b(), a());
         const Allocated run(c);

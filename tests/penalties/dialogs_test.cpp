@@ -24,7 +24,8 @@ TEST(PenaltyDialogs, OkStoresAndNoClearsTheMark)
     f.assessDate = "13/45/2016";  // not a date: stored as day 0, after the warning
     f.filedDate = "9/20/2016";
     EXPECT_EQ(file.accept(f).mark, MenuMark::Set);
-    EXPECT_TRUE(msgs.texts().at(0).starts_with("The Failure To File assessment date entered as 13/45/2016"));
+    EXPECT_TRUE(msgs.texts().at(0).starts_with(
+        "The Failure To File assessment date entered as 13/45/2016"));
     EXPECT_EQ(kase.init.dtFtoFileAssess, Date());
     EXPECT_EQ(kase.init.dtFiled, D(2016, 9, 20));
     f.calculate = false;
@@ -80,8 +81,8 @@ TEST(PenaltyDialogs, PenaltiesOfReturnsDueTooEarlyAreTurnedOff)
         EXPECT_EQ(rw::AccRelDialog(kase, msgs).open().note.empty(), !off) << due;
         EXPECT_EQ(rw::IsYes(kase.init.bAccRel), !off) << due;
     }
-    EXPECT_STREQ(rw::kAccRelPre1990Note,
-                 "Since the due date of the return is before 1990.  The Accuracy Related penalty should not be used.");
+    EXPECT_STREQ(rw::kAccRelPre1990Note, "Since the due date of the return is before 1990.  The "
+                                         "Accuracy Related penalty should not be used.");
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ TEST(FailureToFileAndPay, WorkedExampleOfA2016Return)
     EXPECT_EQ(r.months(), months);
     EXPECT_EQ(r.rows[0].fFtpRate, 0.005f);
     EXPECT_EQ(r.points("FFP "), Texts{"4/15/2016 2,250.00"});
-    EXPECT_EQ(r.points("FPP "), (Texts{"10/31/2016 350.00", "11/16/2016 50.00", "12/16/2016 50.00"}));
+    EXPECT_EQ(r.points("FPP "),
+              (Texts{"10/31/2016 350.00", "11/16/2016 50.00", "12/16/2016 50.00"}));
     EXPECT_TRUE(PointsWithCode(r.tl, "FFP ")[0].sDesc.is("Failure To File"));
     EXPECT_TRUE(PointsWithCode(r.tl, "FPP ")[0].sDesc.is("Failure To Pay"));
 }
@@ -100,18 +101,20 @@ TEST(FailureToFileAndPay, EventsOnAMonthsFirstDay)
 TEST(FailureToFileAndPay, MinimumOfAReturnFiledMoreThan60DaysLate)
 {
     const rw::FtfMinimumSchedule* release2018 = &Minimums2018();
-    for (const auto& [year, tax, filed, minimums, netFailureToFile] : {
-             // 300.00: 15.00 gross less 1.50 = 13.50 a month for 4/16 to 7/16, 54.00;
-             // filed 108 days late: the 205.00 of 2017 instead
-             std::tuple{2017, "300.00", D(2017, 8, 1), release2018, Texts{"205.00", "0.00", "0.00", "0.00"}},
-             // 150.00: 6.75 a month, 27.00; the minimum is then the tax
-             {2017, "150.00", D(2017, 8, 1), release2018, Texts{"150.00", "0.00", "0.00", "0.00"}},
-             // filed 6/14, 60 days late: no minimum, 4/16 and 5/16 at 13.50; 6/15 is 61 days
-             {2017, "300.00", D(2017, 6, 14), release2018, Texts{"13.50", "13.50"}},
-             {2017, "300.00", D(2017, 6, 15), release2018, Texts{"205.00", "0.00"}},
-             // due 2024, 1,000.00, 90 days late: 3 x (50.00 - 5.00) = 135.00; the release of
-             // late 2026 gives 485.00 for 2024 (that of 2018 its 2016 amount, 205.00)
-             {2024, "1,000.00", D(2024, 7, 14), &FixtureRelease().ftfMinimums, Texts{"485.00", "0.00", "0.00"}}}) {
+    for (const auto& [year, tax, filed, minimums, netFailureToFile] :
+         {// 300.00: 15.00 gross less 1.50 = 13.50 a month for 4/16 to 7/16, 54.00;
+          // filed 108 days late: the 205.00 of 2017 instead
+          std::tuple{2017, "300.00", D(2017, 8, 1), release2018,
+                     Texts{"205.00", "0.00", "0.00", "0.00"}},
+          // 150.00: 6.75 a month, 27.00; the minimum is then the tax
+          {2017, "150.00", D(2017, 8, 1), release2018, Texts{"150.00", "0.00", "0.00", "0.00"}},
+          // filed 6/14, 60 days late: no minimum, 4/16 and 5/16 at 13.50; 6/15 is 61 days
+          {2017, "300.00", D(2017, 6, 14), release2018, Texts{"13.50", "13.50"}},
+          {2017, "300.00", D(2017, 6, 15), release2018, Texts{"205.00", "0.00"}},
+          // due 2024, 1,000.00, 90 days late: 3 x (50.00 - 5.00) = 135.00; the release of
+          // late 2026 gives 485.00 for 2024 (that of 2018 its 2016 amount, 205.00)
+          {2024, "1,000.00", D(2024, 7, 14), &FixtureRelease().ftfMinimums,
+           Texts{"485.00", "0.00", "0.00"}}}) {
         SCOPED_TRACE(filed);
         rw::Case c = FederalCase(D(year, 4, 15), D(year, 12, 31), tax);
         c.init.bAnyPenalties = c.init.bFtoFile = c.init.bFtoPay = rw::kYes;
@@ -126,26 +129,31 @@ TEST(FailureToFileAndPay, MinimumOfAReturnFiledMoreThan60DaysLate)
                 net.push_back(rw::FormatMoney(row.cNetFtf));
         }
         EXPECT_EQ(net, netFailureToFile);
-        EXPECT_EQ(r.points("FFP "), Texts{"4/15/" + std::to_string(year) + " " + rw::FormatMoney(total)});
+        EXPECT_EQ(r.points("FFP "),
+                  Texts{"4/15/" + std::to_string(year) + " " + rw::FormatMoney(total)});
     }
 }
 
 TEST(FailureToFileAndPay, MinimumForAYearTheReleaseDoesNotList)
 {
-    // the latest amount listed up to the year; one the release does not list takes the nearest, and says which
+    // the latest amount listed up to the year; one the release does not list takes the nearest, and
+    // says which
     const rw::FtfMinimumSchedule listed{{{2020, M("435.00"), "test"}, {2022, M("450.00"), "test"}}};
     const rw::FtfMinimumSchedule none;
-    for (const auto& [schedule, year, amount, note] : {
-             std::tuple{&listed, 2021, "435.00", ""},
-             {&listed, 2022, "450.00", ""},
-             {&listed, 2025, "450.00",
-              "Minimum failure-to-file penalty: the release of the rates lists amounts through 2022; the 2022 amount, "
-              "450.00, was applied to this return due in 2025."},
-             {&listed, 2019, "435.00",
-              "Minimum failure-to-file penalty: the release of the rates lists amounts from 2020; its earliest, "
-              "435.00, was applied to this return due in 2019."},
-             {&none, 2019, "0",
-              "The release of the rates lists no minimum failure-to-file penalty; none was applied."}}) {
+    for (const auto& [schedule, year, amount, note] :
+         {std::tuple{&listed, 2021, "435.00", ""},
+          {&listed, 2022, "450.00", ""},
+          {&listed, 2025, "450.00",
+           "Minimum failure-to-file penalty: the release of the rates lists amounts through 2022; "
+           "the 2022 amount, "
+           "450.00, was applied to this return due in 2025."},
+          {&listed, 2019, "435.00",
+           "Minimum failure-to-file penalty: the release of the rates lists amounts from 2020; its "
+           "earliest, "
+           "435.00, was applied to this return due in 2019."},
+          {&none, 2019, "0",
+           "The release of the rates lists no minimum failure-to-file penalty; none was "
+           "applied."}}) {
         std::string said = "stale";
         EXPECT_EQ(rw::FailToFileMinimum(*schedule, year, &said), M(amount)) << year;
         EXPECT_EQ(said, note);
@@ -252,8 +260,10 @@ TEST(FailureToFileAndPay, PayrollReturnBaseIsTheLiabilitiesDueByTheDueDateLessPa
     rw::Case c = FederalCase(D(2016, 4, 1), D(2016, 12, 31), "0", D(2016, 7, 31));
     c.init.bPayroll = c.init.bAnyPenalties = c.init.bFtoFile = rw::kYes;
     c.init.dtFiled = D(2016, 10, 31);
-    for (const auto& [due, amount] : {std::pair{D(2016, 4, 15), "100.00"}, {D(2016, 5, 16), "100.00"},
-                                      {D(2016, 6, 15), "100.00"}, {D(2016, 8, 15), "1,000.00"}})
+    for (const auto& [due, amount] : {std::pair{D(2016, 4, 15), "100.00"},
+                                      {D(2016, 5, 16), "100.00"},
+                                      {D(2016, 6, 15), "100.00"},
+                                      {D(2016, 8, 15), "1,000.00"}})
         AddDeposit(c, due, amount, D(2016, 11, 1));
     AddPayment(c, D(2016, 5, 1), {.tax = "250.00"});
     const FtoRun r = Fto(c);

@@ -49,8 +49,9 @@ TEST(PayrollPenalty, PiecesOfEachDeposit)
     rw::Case c = PayrollCase();
     AddDeposit(c, D(2016, 4, 15), "1,000.00", D(2016, 8, 1));
     AddDeposit(c, D(2016, 5, 16), "2,000.00", D(2016, 8, 1), true);
-    EXPECT_EQ(Pieces(c), (Texts{"4/15/2016: 1,000.00 - 0.00 on 12/31/2016 = 1,000.00; 260, 100.00",
-                                "5/16/2016: 2,000.00 - 0.00 on 12/31/2016 = 2,000.00; 229, 300.00"}));
+    EXPECT_EQ(Pieces(c),
+              (Texts{"4/15/2016: 1,000.00 - 0.00 on 12/31/2016 = 1,000.00; 260, 100.00",
+                     "5/16/2016: 2,000.00 - 0.00 on 12/31/2016 = 2,000.00; 229, 300.00"}));
 
     c = PayrollCase();
     AddDeposit(c, D(2016, 4, 15), "1,000.00", D(2016, 8, 1));
@@ -59,24 +60,33 @@ TEST(PayrollPenalty, PiecesOfEachDeposit)
     AddPayment(c, D(2016, 4, 16), {.tax = "0"});
     AddPayment(c, D(2016, 4, 17), {.tax = "-100.00"});
     AddPayment(c, D(2016, 5, 10), {.tax = "500.00"});
-    EXPECT_EQ(Pieces(c), (Texts{"4/15/2016: 1,000.00 - 1,000.00 on 4/25/2016 = 0.00; 10, 50.00",  // 5 %
-                                "4/30/2016: 1,000.00 - 500.00 on 4/25/2016 = 500.00; -5, 0.00",  // early
-                                "4/30/2016: 500.00 - 500.00 on 5/10/2016 = 0.00; 10, 25.00"}));
+    EXPECT_EQ(Pieces(c),
+              (Texts{"4/15/2016: 1,000.00 - 1,000.00 on 4/25/2016 = 0.00; 10, 50.00",  // 5 %
+                     "4/30/2016: 1,000.00 - 500.00 on 4/25/2016 = 500.00; -5, 0.00",  // early
+                     "4/30/2016: 500.00 - 500.00 on 5/10/2016 = 0.00; 10, 25.00"}));
 }
 
 TEST(PayrollPenalty, RateByDaysLate)
 {
     for (const auto& [days, severe, rate, penalty] :  // on 1,000.00 paid in one piece
-         {std::tuple{-3, false, 0.0f, "0"}, {0, false, 0.0f, "0"}, {0, true, 0.0f, "0"}, {1, false, 0.02f, "20"},
-          {5, false, 0.02f, "20"}, {6, false, 0.05f, "50"}, {15, false, 0.05f, "50"}, {16, false, 0.10f, "100"},
-          {1, true, 0.15f, "150"}, {200, true, 0.15f, "150"}}) {
+         {std::tuple{-3, false, 0.0f, "0"},
+          {0, false, 0.0f, "0"},
+          {0, true, 0.0f, "0"},
+          {1, false, 0.02f, "20"},
+          {5, false, 0.02f, "20"},
+          {6, false, 0.05f, "50"},
+          {15, false, 0.05f, "50"},
+          {16, false, 0.10f, "100"},
+          {1, true, 0.15f, "150"},
+          {200, true, 0.15f, "150"}}) {
         SCOPED_TRACE(testing::Message() << days << (severe ? " severe" : ""));
         EXPECT_EQ(rw::PRPenRate(static_cast<std::int16_t>(days), severe), rate);
         rw::Case c = PayrollCase();
         AddDeposit(c, D(2016, 5, 16), "1,000.00", D(2016, 8, 1), severe);
         AddPayment(c, D(2016, 5, 16) + days, {.tax = "1,000.00"});
-        EXPECT_EQ(Pieces(c), Texts{"5/16/2016: 1,000.00 - 1,000.00 on " + rw::FormatShortDate(D(2016, 5, 16) + days)
-                                   + " = 0.00; " + std::to_string(days) + ", " + rw::FormatMoney(M(penalty))});
+        EXPECT_EQ(Pieces(c), Texts{"5/16/2016: 1,000.00 - 1,000.00 on "
+                                   + rw::FormatShortDate(D(2016, 5, 16) + days) + " = 0.00; "
+                                   + std::to_string(days) + ", " + rw::FormatMoney(M(penalty))});
     }
 }
 
@@ -84,12 +94,12 @@ TEST(PayrollPenalty, RateByDaysLate)
 TEST(PayrollPenalty, PieceRoundingHalvesGoToTheEvenCent)
 {
     for (const auto& [base, rate, penalty] : {
-             std::tuple{"0.50", 0.05f, "0.02"},        // 0.0250 -> 0.02
-             std::tuple{"0.70", 0.05f, "0.04"},        // 0.0350 -> 0.04
-             std::tuple{"0.1009", 0.05f, "0"},         // 0.005045 -> 0.0050 -> 0.00
-             std::tuple{"0.1011", 0.05f, "0.01"},      // 0.005055 -> 0.0051 -> 0.01
-             std::tuple{"0.1010", 0.05f, "0"},         // 0.00505, a half: the even 0.0050 -> 0.00
-             std::tuple{"0.0025", 0.02f, "0"},         // 0.00005 -> 0.0000
+             std::tuple{"0.50", 0.05f, "0.02"},  // 0.0250 -> 0.02
+             std::tuple{"0.70", 0.05f, "0.04"},  // 0.0350 -> 0.04
+             std::tuple{"0.1009", 0.05f, "0"},  // 0.005045 -> 0.0050 -> 0.00
+             std::tuple{"0.1011", 0.05f, "0.01"},  // 0.005055 -> 0.0051 -> 0.01
+             std::tuple{"0.1010", 0.05f, "0"},  // 0.00505, a half: the even 0.0050 -> 0.00
+             std::tuple{"0.0025", 0.02f, "0"},  // 0.00005 -> 0.0000
              std::tuple{"1234.5678", 0.15f, "185.19"}  // 185.18517 -> 185.1852 -> 185.19
          })
         EXPECT_EQ(rw::PRPiecePenalty(M(base), rate), M(penalty)) << base;
@@ -117,12 +127,13 @@ TEST(PayrollPenalty, LiabilitiesAndPenaltiesOnTheTimeLine)
     Texts points;
     for (const char* code : {"DDD ", "PDP "})
         for (const rw::TLPoint& p : PointsWithCode(tl, code))
-            points.push_back(rw::FormatShortDate(p.dtDate) + " " + p.sDesc.trimmed() + " " + rw::FormatMoney(p.cTax)
-                             + " " + rw::FormatMoney(p.cPen));
-    EXPECT_EQ(points, (Texts{"4/15/2016 PR Liability 1,000.00 0.00", "4/15/2016 PR Liability 500.00 0.00",
-                             "5/16/2016 PR Liability 200.00 0.00", "9/1/2016 PR Penalty 0.00 50.00",
-                             "9/1/2016 PR Penalty 0.00 10.00", "9/1/2016 PR Penalty 0.00 30.00",
-                             "10/1/2016 PR Penalty 0.00 20.00"}));
+            points.push_back(rw::FormatShortDate(p.dtDate) + " " + p.sDesc.trimmed() + " "
+                             + rw::FormatMoney(p.cTax) + " " + rw::FormatMoney(p.cPen));
+    EXPECT_EQ(points,
+              (Texts{"4/15/2016 PR Liability 1,000.00 0.00", "4/15/2016 PR Liability 500.00 0.00",
+                     "5/16/2016 PR Liability 200.00 0.00", "9/1/2016 PR Penalty 0.00 50.00",
+                     "9/1/2016 PR Penalty 0.00 10.00", "9/1/2016 PR Penalty 0.00 30.00",
+                     "10/1/2016 PR Penalty 0.00 20.00"}));
 }
 
 std::vector<std::string> Descriptions(const rw::Case& c)
@@ -166,15 +177,18 @@ TEST(Arrange, SavingsAboveTenDollarsAreReportedInWholeDollars)
     RecordingProgress progress;
     rw::GetLowestPRPen(c, msgs, &progress);
     ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_TRUE(msgs.shown[0].title == "Savings To Employer" && msgs.shown[0].icon == rw::MsgIcon::Information);
-    EXPECT_EQ(msgs.shown[0].text,
-              "The employer saved $10 by having the Brindlecote optimize the application of deposits to "
-              "liabilities. The program calculated penalties for all 2 ways the payments could have been "
-              "arranged. Please refer to Rev. Proc. 99-10 and IRC Section 6656(e) to properly report the "
-              "application of deposits.");
+    EXPECT_TRUE(msgs.shown[0].title == "Savings To Employer"
+                && msgs.shown[0].icon == rw::MsgIcon::Information);
+    EXPECT_EQ(
+        msgs.shown[0].text,
+        "The employer saved $10 by having the Brindlecote optimize the application of deposits to "
+        "liabilities. The program calculated penalties for all 2 ways the payments could have been "
+        "arranged. Please refer to Rev. Proc. 99-10 and IRC Section 6656(e) to properly report the "
+        "application of deposits.");
     EXPECT_EQ(Descriptions(c), (std::vector<std::string>{"OnTime", "Late"}));
     EXPECT_EQ(progress.variations, "Variations to Consider: 2");
-    EXPECT_EQ(rw::GetFactorial(12), 479001600);  // the most orders; 13! = 6,227,020,800 is beyond 32 bits
+    EXPECT_EQ(rw::GetFactorial(12),
+              479001600);  // the most orders; 13! = 6,227,020,800 is beyond 32 bits
     EXPECT_TRUE(FaultOf([] { rw::GetFactorial(13); }).starts_with("6 GetFactorial: "));
 }
 
@@ -190,12 +204,16 @@ TEST(Arrange, TenPaymentsAreNotArranged)
     EXPECT_EQ(c, before);
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].title, "WARNING");
-    EXPECT_EQ(msgs.shown[0].text,
-              "Due to time and memory that it takes to calculate penalties for all permutations of 10 or more "
-              "payments, this program can not automatically match payments with payroll liabilities. Make sure "
-              "you have entered payments in the order that you want them to be applied.\n\nIf you need payments "
-              "matched automatically for larger cases, please write to Ratewright support and ask about "
-              "extending this capability.");
+    EXPECT_EQ(
+        msgs.shown[0].text,
+        "Due to time and memory that it takes to calculate penalties for all permutations of 10 or "
+        "more "
+        "payments, this program can not automatically match payments with payroll liabilities. "
+        "Make sure "
+        "you have entered payments in the order that you want them to be applied.\n\nIf you need "
+        "payments "
+        "matched automatically for larger cases, please write to Ratewright support and ask about "
+        "extending this capability.");
     EXPECT_EQ(msgs.beeps, 0);
 }
 
@@ -235,17 +253,20 @@ TEST(Arrange, FastSearchChoosesTheOrderOfThePlainSearch)
 {
     std::mt19937 rng(20160415);
     auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
-    const char* amounts[] = {"0", "-50.00", "100.00", "150.00", "200.00", "250.00", "333.33", "0.70", "1,000.00"};
+    const char* amounts[]
+        = {"0", "-50.00", "100.00", "150.00", "200.00", "250.00", "333.33", "0.70", "1,000.00"};
     int rearranged = 0;
     for (int trial = 0; trial < 1000; ++trial) {
         rw::Case c = PayrollCase();
         Date due = D(2016, 4, 1);
         for (int k = 0, deposits = pick(0, 6); k < deposits; ++k) {
             due = due + pick(0, 12);  // sorted, some on one day
-            AddDeposit(c, due, amounts[pick(0, 40) == 0 ? pick(0, 1) : pick(2, 8)], D(2016, 8, 1), pick(0, 5) == 0);
+            AddDeposit(c, due, amounts[pick(0, 40) == 0 ? pick(0, 1) : pick(2, 8)], D(2016, 8, 1),
+                       pick(0, 5) == 0);
         }
         for (int i = 0, n = pick(1, 7); i < n; ++i)
-            AddPayment(c, D(2016, 4, 1) + pick(0, 60), {.tax = amounts[pick(0, 8)], .desc = std::to_string(i)});
+            AddPayment(c, D(2016, 4, 1) + pick(0, 60),
+                       {.tax = amounts[pick(0, 8)], .desc = std::to_string(i)});
         SCOPED_TRACE(trial);
         const rw::ArrangeOutcome fast = rw::FindLowestPRPenOrder(c);
         const rw::ArrangeOutcome plain = rw::FindLowestPRPenOrderByTable(c);

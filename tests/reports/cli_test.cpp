@@ -27,17 +27,21 @@ TEST(ReportCommands, InputsAsWindowTextAndAsPrintedPages)
     EXPECT_EQ(printed.out, Expected("clicase/print-inputs.txt"));
     EXPECT_EQ(printed.err, "Printing Inputs...\nPrinting Done\n");
     // 40 lines a page: 34 up to the page number.
-    const auto pages = rw::SplitPages(RunCliCommand({"print", "--text", "--lines", "40", "-r", "inputs", kCase}).out);
+    const auto pages = rw::SplitPages(
+        RunCliCommand({"print", "--text", "--lines", "40", "-r", "inputs", kCase}).out);
     ASSERT_EQ(pages.size(), 2u);
     EXPECT_EQ(pages[0].size(), 34u);
 }
 
 TEST(ReportCommands, BadArgumentsAreRefused)
 {
-    for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
-             {"report", "--reports", "inputs,bogus", kCase}, {"report", "--reports", "summary,", kCase},
-             {"print", "--text", "--pdf", "x.pdf", kCase}, {"print", kCase},
-             {"print", "--text", "--lines", "0", kCase}, {"report", "missing.json"}}) {
+    for (const std::vector<std::string>& args :
+         std::vector<std::vector<std::string>>{{"report", "--reports", "inputs,bogus", kCase},
+                                               {"report", "--reports", "summary,", kCase},
+                                               {"print", "--text", "--pdf", "x.pdf", kCase},
+                                               {"print", kCase},
+                                               {"print", "--text", "--lines", "0", kCase},
+                                               {"report", "missing.json"}}) {
         SCOPED_TRACE(testing::PrintToString(args));
         EXPECT_EQ(RunCliCommand(args).status, rw::cli::kExitBadInput);
     }
@@ -45,7 +49,8 @@ TEST(ReportCommands, BadArgumentsAreRefused)
 
 TEST(ComputeJson, SummaryLinesEndingWithTheTotal)
 {
-    const auto s = nlohmann::json::parse(rw::cli::ComputationJson(Computation("everypenalty"))["summary"].dump());
+    const auto s = nlohmann::json::parse(
+        rw::cli::ComputationJson(Computation("everypenalty"))["summary"].dump());
     ASSERT_EQ(s.size(), 15u);  // every line of everypenalty
     EXPECT_EQ(s.front(), (nlohmann::json{{"label", "Unpaid tax"}, {"amount", "11900.0000"}}));
     EXPECT_EQ(s.back(), (nlohmann::json{{"label", "Total"}, {"amount", "18286.5700"}}));

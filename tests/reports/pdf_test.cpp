@@ -41,7 +41,8 @@ std::vector<Page> pagesOf(const std::string& text)
     std::vector<Page> pages(1);
     std::istringstream in(std::regex_replace(text, std::regex("\f"), "\n\f\n"));
     for (std::string line; std::getline(in, line);) {
-        line = std::regex_replace(std::regex_replace(line, std::regex("[ \t\r]+"), " "), std::regex("^ | $"), "");
+        line = std::regex_replace(std::regex_replace(line, std::regex("[ \t\r]+"), " "),
+                                  std::regex("^ | $"), "");
         if (line == "\f")
             pages.emplace_back();
         else if (!line.empty())
@@ -67,17 +68,20 @@ TEST(PdfOutput, PdfTextFindsTheLinesOfTheTextBackEnd)
     if (run("pdftotext -v >/dev/null 2>&1") != 0)
         GTEST_SKIP() << "pdftotext is not installed";
     rwtest::TempDir dir;
-    const std::filesystem::path kase = std::filesystem::path(RW_REPORTS_TESTDATA) / "pdfcase" / "case.json";
+    const std::filesystem::path kase
+        = std::filesystem::path(RW_REPORTS_TESTDATA) / "pdfcase" / "case.json";
     // The tool computes with the tests' release of the rates, not the shipped one.
-    const std::string cli = "RW_INSTALL_DIR=" + quoted(rwtest::FixtureReleaseFolder()) + " " + quoted(RW_CLI_PATH);
+    const std::string cli
+        = "RW_INSTALL_DIR=" + quoted(rwtest::FixtureReleaseFolder()) + " " + quoted(RW_CLI_PATH);
     const auto pdf = dir / "case.pdf";
-    const int pdfStatus = run(cli + " print --reports all --pdf " + quoted(pdf) + " " + quoted(kase) + " >/dev/null 2>"
-                              + quoted(dir / "err.txt"));
-    if (pdfStatus != 0 && readFile(dir / "err.txt").find("not part of this build") != std::string::npos)
+    const int pdfStatus = run(cli + " print --reports all --pdf " + quoted(pdf) + " " + quoted(kase)
+                              + " >/dev/null 2>" + quoted(dir / "err.txt"));
+    if (pdfStatus != 0
+        && readFile(dir / "err.txt").find("not part of this build") != std::string::npos)
         GTEST_SKIP() << "PDF output is not part of this build";
     ASSERT_EQ(pdfStatus, 0) << readFile(dir / "err.txt");
-    ASSERT_EQ(run(cli + " print --reports all --text --pdf-metrics " + quoted(kase) + " >" + quoted(dir / "printed.txt")
-                  + " 2>/dev/null"),
+    ASSERT_EQ(run(cli + " print --reports all --text --pdf-metrics " + quoted(kase) + " >"
+                  + quoted(dir / "printed.txt") + " 2>/dev/null"),
               0);
     ASSERT_EQ(run("pdftotext -layout " + quoted(pdf) + " " + quoted(dir / "extracted.txt")), 0);
 
@@ -96,7 +100,9 @@ TEST(QtPrinter, FixedPitchReportFontAndADeviceThatCannotBeOpenedIsAFault)
     EXPECT_TRUE(QFontInfo(f).fixedPitch()) << QFontInfo(f).family().toStdString();
     QPdfWriter writer(QStringLiteral("/nonexistent-folder/x.pdf"));
     rw::QtPrinter printer(&writer);
-    EXPECT_TRUE(rwtest::FaultOf([&] { printer.printLine(1, "x"); }).starts_with(std::to_string(rw::kErrDeviceIO)));
+    EXPECT_TRUE(rwtest::FaultOf([&] {
+                    printer.printLine(1, "x");
+                }).starts_with(std::to_string(rw::kErrDeviceIO)));
 }
 
 }  // namespace

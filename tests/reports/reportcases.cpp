@@ -46,23 +46,31 @@ CaseComputation Computation(const std::string& caseName)
     const Json j = Json::parse(in);
     comp.interest = money(j, "interest");
     for (const Json& p : j.value("timeline", Json::array()))
-        comp.timeline.push_back({{}, text(p, "sDesc"), text(p, "sCode"), date(p, "dtDate"), money(p, "cTax"),
-                                 money(p, "cPen"), money(p, "cInt")});
+        comp.timeline.push_back({{},
+                                 text(p, "sDesc"),
+                                 text(p, "sCode"),
+                                 date(p, "dtDate"),
+                                 money(p, "cTax"),
+                                 money(p, "cPen"),
+                                 money(p, "cInt")});
     for (const Json& r : j.value("rows", Json::array()))
-        comp.rows.push_back({text(r, "sDesc"), date(r, "dtBegin"), date(r, "dtEnd"), r.value("fRate", 0.0f),
-                             money(r, "cTaxPen"), money(r, "cAccruedInt"), r.value("nDays", 0),
-                             r.value("dIntFactor", 0.0), money(r, "cInterest")});
+        comp.rows.push_back({text(r, "sDesc"), date(r, "dtBegin"), date(r, "dtEnd"),
+                             r.value("fRate", 0.0f), money(r, "cTaxPen"), money(r, "cAccruedInt"),
+                             r.value("nDays", 0), r.value("dIntFactor", 0.0),
+                             money(r, "cInterest")});
     for (const Json& m : j.value("ftoRows", Json::array()))
-        comp.ftoRows.push_back({date(m, "dtComp"), money(m, "cNetTax"), m.value("fFtpRate", 0.0f), money(m, "cFtp"),
-                                money(m, "cGrossFtf"), money(m, "cNetFtf")});
+        comp.ftoRows.push_back({date(m, "dtComp"), money(m, "cNetTax"), m.value("fFtpRate", 0.0f),
+                                money(m, "cFtp"), money(m, "cGrossFtf"), money(m, "cNetFtf")});
     for (const Json& e : j.value("payrollTable", Json::array()))
-        comp.prTable.push_back({date(e, "dtDepDue"), money(e, "cBegBal"), money(e, "cPaid"), date(e, "dtPaid"),
-                                e.value("nDaysLate", std::int16_t(0)), money(e, "cEndBal"), e.value("fRate", 0.0f),
-                                money(e, "cBase"), money(e, "cPenalty"), e.value("bSevere", false) ? kYes : kNo});
+        comp.prTable.push_back({date(e, "dtDepDue"), money(e, "cBegBal"), money(e, "cPaid"),
+                                date(e, "dtPaid"), e.value("nDaysLate", std::int16_t(0)),
+                                money(e, "cEndBal"), e.value("fRate", 0.0f), money(e, "cBase"),
+                                money(e, "cPenalty"), e.value("bSevere", false) ? kYes : kNo});
     return comp;
 }
 
-TLPoint Point(std::string_view code, Date d, std::string_view tax, std::string_view pen, std::string_view interest)
+TLPoint Point(std::string_view code, Date d, std::string_view tax, std::string_view pen,
+              std::string_view interest)
 {
     return {{}, {}, code, d, M(tax), M(pen), M(interest)};
 }
@@ -88,8 +96,10 @@ std::string CrLfToLf(const std::string& text)
         if (text.compare(i, 2, "\r\n") != 0)  // the CR of a pair goes
             out += text[i];
     const auto count = [&](char c) { return std::count(text.begin(), text.end(), c); };
-    EXPECT_TRUE(out.find('\r') == out.npos && count('\r') == count('\n') && (out.empty() || out.back() == '\n'))
-        << "a line without CR LF in\n" << text;
+    EXPECT_TRUE(out.find('\r') == out.npos && count('\r') == count('\n')
+                && (out.empty() || out.back() == '\n'))
+        << "a line without CR LF in\n"
+        << text;
     return out;
 }
 

@@ -21,8 +21,8 @@ using rwtest::D;
 using rwtest::M;
 
 rw::CaseComputation Computation(const std::string& caseName);
-rw::TLPoint Point(std::string_view code, rw::Date d, std::string_view tax = "0", std::string_view pen = "0",
-                  std::string_view interest = "0");
+rw::TLPoint Point(std::string_view code, rw::Date d, std::string_view tax = "0",
+                  std::string_view pen = "0", std::string_view interest = "0");
 // Report sources handing out the given computation, whatever case asks.
 rw::ReportSources SourcesFor(const rw::CaseComputation& comp);
 // The expected text stored at tests/reports/<case>/<file>.

@@ -30,15 +30,22 @@ using Lines = std::vector<std::string>;
 // A text printer, 60 lines a page unless told, with its page manager and a
 // print job that records the status line, repaints and computations.
 struct Paper {
-    explicit Paper(PageMetrics m = PageMetrics::Lines(60)) : printer(std::move(m)) {}
+    explicit Paper(PageMetrics m = PageMetrics::Lines(60))
+        : printer(std::move(m))
+    {
+    }
     TextPrinter printer;
     PrintState state;
     rwtest::RecordingMessages msgs;
     PrintManager pm{printer, state, msgs};
     Lines status;
     int repaints = 0, computations = 0;
-    PrintJob job{printer, state, msgs, [this](std::string_view s) { status.emplace_back(s); }, [this] { ++repaints; }};
-    std::int16_t reserve(int n) { return pm.PrnManager2(static_cast<std::int16_t>(n), "Taxpayer", "Line 2", "Title"); }
+    PrintJob job{printer, state, msgs, [this](std::string_view s) { status.emplace_back(s); },
+                 [this] { ++repaints; }};
+    std::int16_t reserve(int n)
+    {
+        return pm.PrnManager2(static_cast<std::int16_t>(n), "Taxpayer", "Line 2", "Title");
+    }
     ReportSources sources(const CaseComputation& comp)
     {
         return {[this, comp](const Case&) { return ++computations, comp; }};
@@ -56,8 +63,18 @@ struct ScriptedChooser : ReportChooser {
     }
 };
 
-enum Report { SummaryWindow, SummaryPrint, InputsWindow, InputsPrint, DetailPrint, AccRelWindow, FtoPrint,
-              PayrollWindow, PayrollPrint, SummaryAndAccRelJob };
+enum Report {
+    SummaryWindow,
+    SummaryPrint,
+    InputsWindow,
+    InputsPrint,
+    DetailPrint,
+    AccRelWindow,
+    FtoPrint,
+    PayrollWindow,
+    PayrollPrint,
+    SummaryAndAccRelJob
+};
 
 struct Golden {
     std::string name, caseName, file;
@@ -88,7 +105,7 @@ const Golden kGolden[] = {
     {"LongPaymentsPrintedInputs", "longpayments", "inputs-print.txt", InputsPrint},
 };
 
-class GoldenText : public testing::TestWithParam<Golden> {};
+class GoldenText : public testing::TestWithParam<Golden> { };
 
 TEST_P(GoldenText, MatchesTheTextWrittenOut)
 {
@@ -97,19 +114,38 @@ TEST_P(GoldenText, MatchesTheTextWrittenOut)
     p.printer.setFont("Arial", 10.0f);
     std::string window;
     switch (GetParam().report) {
-    case SummaryWindow: window = DispSummary(c.timeline, c.kase.init, c.interest); break;
-    case InputsWindow: window = DispInputs(c.kase); break;
-    case AccRelWindow: window = DispAccRelPen(c.kase.init); break;
-    case PayrollWindow: window = ReportPRPen(c.kase.init, c.prTable, 0, nullptr); break;
-    case SummaryPrint: PrnSummary(p.pm, c.timeline, c.kase.init, c.interest); break;
-    case InputsPrint: PrintInputs(p.pm, c.kase); break;
-    case DetailPrint: PrintDetail(p.pm, c.kase.init, c.rows); break;
-    case FtoPrint: PrnFtoFilePay(p.pm, c.kase.init, c.ftoRows); break;
-    case PayrollPrint: EXPECT_EQ(ReportPRPen(c.kase.init, c.prTable, 1, &p.pm), ""); break;
+    case SummaryWindow:
+        window = DispSummary(c.timeline, c.kase.init, c.interest);
+        break;
+    case InputsWindow:
+        window = DispInputs(c.kase);
+        break;
+    case AccRelWindow:
+        window = DispAccRelPen(c.kase.init);
+        break;
+    case PayrollWindow:
+        window = ReportPRPen(c.kase.init, c.prTable, 0, nullptr);
+        break;
+    case SummaryPrint:
+        PrnSummary(p.pm, c.timeline, c.kase.init, c.interest);
+        break;
+    case InputsPrint:
+        PrintInputs(p.pm, c.kase);
+        break;
+    case DetailPrint:
+        PrintDetail(p.pm, c.kase.init, c.rows);
+        break;
+    case FtoPrint:
+        PrnFtoFilePay(p.pm, c.kase.init, c.ftoRows);
+        break;
+    case PayrollPrint:
+        EXPECT_EQ(ReportPRPen(c.kase.init, c.prTable, 1, &p.pm), "");
+        break;
     case SummaryAndAccRelJob:
         PrintReports(kRptSummary | kRptAccRel, 1, c.kase, p.job, SourcesFor(c));
-        EXPECT_EQ(p.status, (Lines{"Printing Summary...", "Printing Accuracy Related Penalty Analysis...",
-                                   "Printing Done"}));
+        EXPECT_EQ(p.status,
+                  (Lines{"Printing Summary...", "Printing Accuracy Related Penalty Analysis...",
+                         "Printing Done"}));
         EXPECT_EQ(p.printer.documents(), 1);
         break;
     }
@@ -121,33 +157,41 @@ TEST_P(GoldenText, MatchesTheTextWrittenOut)
     EXPECT_TRUE(p.printer.fontName() == "Arial" && p.printer.fontSize() == 10.0f);
 }
 
-INSTANTIATE_TEST_SUITE_P(Reports, GoldenText, testing::ValuesIn(kGolden), [](const auto& p) { return p.param.name; });
+INSTANTIATE_TEST_SUITE_P(Reports, GoldenText, testing::ValuesIn(kGolden),
+                         [](const auto& p) { return p.param.name; });
 
 TEST(CalcSummary, SumsEveryPointsTaxAndEachPenaltyByItsCode)
 {
     const Date d = D(2016, 5, 1);
     const TimeLine tl = {
-        Point("0BT ", D(2016, 4, 15), "1000.00"), Point("PMT ", d, "-100.00", "-50.00", "-25.00"),
-        Point("FPP ", d, "0", "10.00"),           Point("FFP ", d, "0", "20.00"),
-        Point("PAR ", d, "0", "30.00"),           Point("PDP ", d, "0", "40.00"),
-        Point("N5P ", d, "0", "1.00"),            Point("N50 ", d, "0", "2.00"),
-        Point("SUP ", d, "0", "3.00"),            Point("FR1 ", d, "0", "4.00"),
-        Point("FR2 ", d, "0", "5.00"),            Point("POV ", d, "0", "6.00"),
-        Point("OTHC", d, "70.00", "60.00"),       Point("DDD ", d, "500.00"),
+        Point("0BT ", D(2016, 4, 15), "1000.00"),
+        Point("PMT ", d, "-100.00", "-50.00", "-25.00"),
+        Point("FPP ", d, "0", "10.00"),
+        Point("FFP ", d, "0", "20.00"),
+        Point("PAR ", d, "0", "30.00"),
+        Point("PDP ", d, "0", "40.00"),
+        Point("N5P ", d, "0", "1.00"),
+        Point("N50 ", d, "0", "2.00"),
+        Point("SUP ", d, "0", "3.00"),
+        Point("FR1 ", d, "0", "4.00"),
+        Point("FR2 ", d, "0", "5.00"),
+        Point("POV ", d, "0", "6.00"),
+        Point("OTHC", d, "70.00", "60.00"),
+        Point("DDD ", d, "500.00"),
         Point("XYZ ", d, "7.00", "99.00"),  // any other code adds its tax only
         Point("ZZSD", D(2016, 12, 31)),
         Point("PMT ", D(2017, 1, 15), "-400.00", "-10.00"),  // past the stop date: counted
     };
     SummarySums s;
     const Money total = CalcSummary(tl, InitInputs{}, s);
-    const std::pair<Money SummarySums::*, const char*> sums[] = {
-        {&SummarySums::unpaidTax, "1077.00"},  // 1000 - 100 + 70 + 500 + 7 - 400
-        {&SummarySums::pmtsToPenalties, "-60.00"}, {&SummarySums::failureToPay, "10.00"},
-        {&SummarySums::failureToFile, "20.00"},    {&SummarySums::accuracyRelated, "30.00"},
-        {&SummarySums::payrollDeposit, "40.00"},   {&SummarySums::negligenceFlat, "1.00"},
-        {&SummarySums::negligenceTime, "2.00"},    {&SummarySums::understatement, "3.00"},
-        {&SummarySums::fraudFlat, "4.00"},         {&SummarySums::fraudTime, "5.00"},
-        {&SummarySums::overvaluation, "6.00"},     {&SummarySums::otherPenalties, "60.00"}};
+    const std::pair<Money SummarySums::*, const char*> sums[]
+        = {{&SummarySums::unpaidTax, "1077.00"},  // 1000 - 100 + 70 + 500 + 7 - 400
+           {&SummarySums::pmtsToPenalties, "-60.00"}, {&SummarySums::failureToPay, "10.00"},
+           {&SummarySums::failureToFile, "20.00"},    {&SummarySums::accuracyRelated, "30.00"},
+           {&SummarySums::payrollDeposit, "40.00"},   {&SummarySums::negligenceFlat, "1.00"},
+           {&SummarySums::negligenceTime, "2.00"},    {&SummarySums::understatement, "3.00"},
+           {&SummarySums::fraudFlat, "4.00"},         {&SummarySums::fraudTime, "5.00"},
+           {&SummarySums::overvaluation, "6.00"},     {&SummarySums::otherPenalties, "60.00"}};
     for (const auto& [sum, want] : sums)
         EXPECT_EQ(s.*sum, M(want)) << want;
     EXPECT_EQ(total, M("1198.00"));  // 1077 + 181 of penalties - 60
@@ -155,15 +199,18 @@ TEST(CalcSummary, SumsEveryPointsTaxAndEachPenaltyByItsCode)
 
 TEST(SummaryLines, FollowTheFlagsAndTheTotalCountsEverySum)
 {
-    const std::tuple<std::string, std::function<void(InitInputs&)>, Lines> rows[] = {
-        {"PenaltiesOff", [](InitInputs& in) { in.bAnyPenalties = kNo; },
-         {"Unpaid tax", "Interest", "Other penalties", "Pmts allocated to penalties", "Total"}},
-        {"EachItsOwnFlag", [](InitInputs& in) {
-             in.bFtoFile = in.bNegTime = in.bFraudFlat = kNo;
-             in.nDeposits = in.nCharges = in.nPmts = 0;
-         },
-         {"Unpaid tax", "Interest", "Failure to pay penalty", "Accuracy related penalty", "5% Negligence penalty",
-          "Overvaluation penalty", "Substantial understmt penalty", "Time dependent fraud pen", "Total"}}};
+    const std::tuple<std::string, std::function<void(InitInputs&)>, Lines> rows[]
+        = {{"PenaltiesOff",
+            [](InitInputs& in) { in.bAnyPenalties = kNo; },
+            {"Unpaid tax", "Interest", "Other penalties", "Pmts allocated to penalties", "Total"}},
+           {"EachItsOwnFlag",
+            [](InitInputs& in) {
+                in.bFtoFile = in.bNegTime = in.bFraudFlat = kNo;
+                in.nDeposits = in.nCharges = in.nPmts = 0;
+            },
+            {"Unpaid tax", "Interest", "Failure to pay penalty", "Accuracy related penalty",
+             "5% Negligence penalty", "Overvaluation penalty", "Substantial understmt penalty",
+             "Time dependent fraud pen", "Total"}}};
     for (const auto& [name, change, labels] : rows) {
         SCOPED_TRACE(name);
         CaseComputation comp = Computation("everypenalty");
@@ -184,7 +231,8 @@ TEST(SummaryText, AmountsRightAlignedInFourteenAndCutWhenLonger)
     EXPECT_EQ(sFormatSumm(M("-1234.56")), "     -1,234.56");
     EXPECT_EQ(sFormatSumm(M("12345678.905")), " 12,345,678.91");
     EXPECT_EQ(sFormatSumm(M("1234567890.12")), "1,234,567,890.");
-    EXPECT_EQ(sFormatSummLine("Interest", M("1.5")), "Interest" + std::string(22, ' ') + "          1.50");
+    EXPECT_EQ(sFormatSummLine("Interest", M("1.5")),
+              "Interest" + std::string(22, ' ') + "          1.50");
 }
 
 TEST(PrnManager2, ANewPageWhenTheReservationWouldReachTheFoot)
@@ -195,10 +243,11 @@ TEST(PrnManager2, ANewPageWhenTheReservationWouldReachTheFoot)
         std::string name;
         std::vector<int> reservations;
         std::vector<std::int16_t> newPage;  // what each answers
-        int counter;                        // after the last
+        int counter;  // after the last
     };
-    for (const Row& r : {Row{"FirstLineBeginsThePage", {3, 1}, {1, 0}, 11}, Row{"SixFitAt47", {40, 6}, {1, 0}, 53},
-                         Row{"OneMoreAt53", {40, 6, 1}, {1, 0, 1}, 8}, Row{"SevenAt47", {40, 7}, {1, 1}, 14}}) {
+    for (const Row& r :
+         {Row{"FirstLineBeginsThePage", {3, 1}, {1, 0}, 11}, Row{"SixFitAt47", {40, 6}, {1, 0}, 53},
+          Row{"OneMoreAt53", {40, 6, 1}, {1, 0, 1}, 8}, Row{"SevenAt47", {40, 7}, {1, 1}, 14}}) {
         SCOPED_TRACE(r.name);
         Paper p;
         std::vector<std::int16_t> got;
@@ -219,7 +268,8 @@ TEST(PrnManager2, EndOfReportPadsNumbersThePageAndTheNextJobRunsOn)
     p.printer.endLine();
     EXPECT_EQ(p.reserve(kEndReportPage), 0);
     EXPECT_EQ(p.state.nLineCount, 0);
-    Lines page = {"", "", "  Taxpayer", "  Line 2", "  Title", "", "  Total    1,234,567.89          -0.05"};
+    Lines page = {
+        "", "", "  Taxpayer", "  Line 2", "  Title", "", "  Total    1,234,567.89          -0.05"};
     page.resize(53, "");  // up to capacity - 6 on the counter
     page.push_back("  Page 1");
     EXPECT_EQ(p.printer.pages(), std::vector<Lines>{page});
@@ -241,7 +291,8 @@ TEST(PrnManager2, OutsideOneToFortyIsRefusedWithTheErrorMessage)
         ASSERT_EQ(p.msgs.shown.size(), 1u);
         EXPECT_EQ(std::tie(p.msgs.shown[0].title, p.msgs.shown[0].icon, p.msgs.shown[0].text),
                   std::tuple("Error!", MsgIcon::Critical,
-                             std::to_string(n) + " lines passed to PrnManager2(). Please use between 1 and 40"));
+                             std::to_string(n)
+                                 + " lines passed to PrnManager2(). Please use between 1 and 40"));
         EXPECT_TRUE(p.printer.pages().empty() && p.state.nLineCount == 0);
     }
 }
@@ -257,7 +308,7 @@ TEST(PrnManager2, CapacityIsPageHeightOverTheCurrentFontsLineHeight)
     EXPECT_EQ(p.pm.nLinesPerPage(), 53);
     p.printer.setFont("Courier New", 8.0f);
     EXPECT_EQ(p.pm.nLinesPerPage(), 77);
-    p.reserve(40);                // 47
+    p.reserve(40);  // 47
     EXPECT_EQ(p.reserve(20), 0);  // 67 < 71
     p.printer.setFont("Courier New", 12.0f);
     EXPECT_EQ(p.reserve(1), 1);  // 68 >= 47
@@ -265,7 +316,8 @@ TEST(PrnManager2, CapacityIsPageHeightOverTheCurrentFontsLineHeight)
 
 TEST(PrintMaster, ComputesOnceSkipsWhatDoesNotApplyAndNumbersThePagesOnThroughTheJob)
 {
-    const std::string in = "Printing Inputs...", detail = "Printing Detailed Analysis...", done = "Printing Done";
+    const std::string in = "Printing Inputs...", detail = "Printing Detailed Analysis...",
+                      done = "Printing Done";
     struct Row {
         std::string name, caseName;
         std::int32_t choice;
@@ -276,15 +328,33 @@ TEST(PrintMaster, ComputesOnceSkipsWhatDoesNotApplyAndNumbersThePagesOnThroughTh
     };
     for (const Row& r :
          {Row{"InputsWithoutComputing", "newcase", kRptInputs, 1, 0, {in, done}, 1},
-          Row{"TwoCopiesComputedOnce", "newcase", kRptInputs | kRptDetail, 2, 1, {in, detail, in, detail, done}, 4},
-          Row{"NoPenaltyNoDeposit", "newcase", kRptFailFilePay | kRptAccRel | kRptPayroll, 1, 1, {done}, 0},
-          Row{"EveryReport", "everypenalty", 63, 1, 1,  // the inputs take two pages
+          Row{"TwoCopiesComputedOnce",
+              "newcase",
+              kRptInputs | kRptDetail,
+              2,
+              1,
+              {in, detail, in, detail, done},
+              4},
+          Row{"NoPenaltyNoDeposit",
+              "newcase",
+              kRptFailFilePay | kRptAccRel | kRptPayroll,
+              1,
+              1,
+              {done},
+              0},
+          Row{"EveryReport",
+              "everypenalty",
+              63,
+              1,
+              1,  // the inputs take two pages
               {in, "Printing Summary...", detail, "Printing Failure To File and Pay Analysis...",
-               "Printing Accuracy Related Penalty Analysis...", "Printing Payroll Penalty Analysis...", done},
+               "Printing Accuracy Related Penalty Analysis...",
+               "Printing Payroll Penalty Analysis...", done},
               7}}) {
         SCOPED_TRACE(r.name);
         Paper j;
-        PrintReports(r.choice, r.copies, Computation(r.caseName).kase, j.job, j.sources(Computation(r.caseName)));
+        PrintReports(r.choice, r.copies, Computation(r.caseName).kase, j.job,
+                     j.sources(Computation(r.caseName)));
         EXPECT_EQ(j.computations, r.computations);
         EXPECT_EQ(j.status, r.status);
         ASSERT_EQ(j.printer.pages().size(), r.pages);
@@ -309,23 +379,26 @@ TEST(PrintMaster, CancelPrintsTheEarlierChoiceAndFailureToPayAlonePrintsItsBlock
     const Lines& page = j.printer.pages()[0];
     EXPECT_EQ(std::count(page.begin(), page.end(), "FAILURE TO FILE:"), 0);
     EXPECT_EQ(std::count(page.begin(), page.end(), "FAILURE TO PAY:"), 1);
-    EXPECT_TRUE(std::none_of(page.begin(), page.end(), [](auto& l) { return l.starts_with("Failure to pay rate"); }));
+    EXPECT_TRUE(std::none_of(page.begin(), page.end(),
+                             [](auto& l) { return l.starts_with("Failure to pay rate"); }));
 }
 
 TEST(ReportDisplay, WindowsOpenPayrollAccuracyFailureDetailSummaryInputs)
 {
     const CaseComputation comp = Computation("everypenalty");
     const auto windows = ReportWindows(63, comp.kase, SourcesFor(comp));
-    const ReportWindowKind order[] = {ReportWindowKind::PayrollPenalty, ReportWindowKind::AccuracyRelated,
-                                      ReportWindowKind::FailFilePay,    ReportWindowKind::DetailedInterest,
-                                      ReportWindowKind::Summary,        ReportWindowKind::Inputs};
+    const ReportWindowKind order[]
+        = {ReportWindowKind::PayrollPenalty, ReportWindowKind::AccuracyRelated,
+           ReportWindowKind::FailFilePay,    ReportWindowKind::DetailedInterest,
+           ReportWindowKind::Summary,        ReportWindowKind::Inputs};
     ASSERT_EQ(windows.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i)
         EXPECT_EQ(windows[i].kind, order[i]);
     EXPECT_TRUE(windows[2].modal);
     EXPECT_TRUE(windows[5].inputs->paymentsEnabled && windows[5].inputs->depositsEnabled);
     // The failure to file and pay grid's last row: 8 x 50.00 + 100.00; 5 x 450.00.
-    EXPECT_EQ(windows[2].grid->cells.back(), (Lines{"TOTALS", "", "", "", "        500.00", "      2,250.00"}));
+    EXPECT_EQ(windows[2].grid->cells.back(),
+              (Lines{"TOTALS", "", "", "", "        500.00", "      2,250.00"}));
 
     // The command asks without Setup; newcase's lists hold one empty entry each, none counted.
     ReportChoice choice;
@@ -351,17 +424,21 @@ TEST(ReportDisplay, PayrollAnalysisIsBuiltFromTheDepositsEvenWithPenaltiesOff)
     rwtest::AddDeposit(comp.kase, D(2016, 1, 15), "1000.00", D(2016, 6, 30));
     rwtest::AddPayment(comp.kase, D(2016, 1, 25), {.tax = "1000.00"});
     const std::string text = ReportWindows(kRptPayroll, comp.kase, SourcesFor(comp)).at(0).text;
-    EXPECT_NE(text.find("     1,000.00       1,000.00  01/25/2016    10  5.00       1,000.00          50.00"),
-              std::string::npos)
+    EXPECT_NE(
+        text.find(
+            "     1,000.00       1,000.00  01/25/2016    10  5.00       1,000.00          50.00"),
+        std::string::npos)
         << text;
     EXPECT_NE(text.find("Total          50.00"), std::string::npos) << text;
 }
 
 TEST(ReportParts, PayrollRowAtItsWidest)
 {
-    PRPenTblElement e{D(2012, 1, 15), M("1234567.89"), M("0"), D(2015, 5, 3), 1204, M("0"), 0.15f, M("1234567.89"),
-                      M("185185.18"), kNo};
-    EXPECT_EQ(PRPenRow(e), "     1,234,567.89           0.00  05/03/2015 1,204 15.00   1,234,567.89     185,185.18");
+    PRPenTblElement e{D(2012, 1, 15), M("1234567.89"), M("0"),          D(2015, 5, 3),  1204,
+                      M("0"),         0.15f,           M("1234567.89"), M("185185.18"), kNo};
+    EXPECT_EQ(
+        PRPenRow(e),
+        "     1,234,567.89           0.00  05/03/2015 1,204 15.00   1,234,567.89     185,185.18");
     e.fRate = 0.02f;
     e.nDaysLate = -3;
     EXPECT_EQ(PRPenRow(e).substr(45, 11), "   -3  2.00");
@@ -369,10 +446,12 @@ TEST(ReportParts, PayrollRowAtItsWidest)
 
 TEST(ReportParts, DetailDescriptionNeverSetKeepsItsSixteenCells)
 {
-    const ResultPeriod r{{}, D(2016, 1, 1), D(2016, 1, 31), 0.03f, M("100.00"), M("0"), 30, 0.5, M("1.00")};  // NULs
+    const ResultPeriod r{{}, D(2016, 1, 1), D(2016, 1, 31), 0.03f, M("100.00"), M("0"),
+                         30, 0.5,           M("1.00")};  // NULs
     Paper j;
     PrintDetail(j.pm, InitInputs{}, {r});
-    EXPECT_EQ(j.printer.pages().at(0).at(10).substr(0, 54), std::string(25, ' ') + "01/01/2016 01/31/2016  3.0000");
+    EXPECT_EQ(j.printer.pages().at(0).at(10).substr(0, 54),
+              std::string(25, ' ') + "01/01/2016 01/31/2016  3.0000");
 }
 
 TEST(ReportParts, AccuracyRelatedPenaltyComputedAfreshInDoubleFromTheSingleRate)
@@ -381,7 +460,8 @@ TEST(ReportParts, AccuracyRelatedPenaltyComputedAfreshInDoubleFromTheSingleRate)
     in.cAccRelAmt = M("10000.00");
     in.fAccRelRate = 0.4f;  // 0.4000000059604645 as a double
     EXPECT_EQ(AccRelReportPenalty(in), M("4000.0001"));
-    EXPECT_NE(DispAccRelPen(in).find("Accuracy Related penalty            4,000.00\r\n"), std::string::npos);
+    EXPECT_NE(DispAccRelPen(in).find("Accuracy Related penalty            4,000.00\r\n"),
+              std::string::npos);
 }
 
 }  // namespace

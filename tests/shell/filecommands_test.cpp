@@ -42,8 +42,8 @@ protected:
     // What a cancelled or refused command leaves alone.
     auto Snap() const
     {
-        return std::tuple(rw::EncodeCase(session.kase), session.gsFileName, session.title, session.gbSaved,
-                          session.menus);
+        return std::tuple(rw::EncodeCase(session.kase), session.gsFileName, session.title,
+                          session.gbSaved, session.menus);
     }
 };
 
@@ -58,16 +58,25 @@ TEST_F(FileCommands, OpenReadsTheCaseAndSetsMenusTitleFolderAndTable)
               std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - " + path));
     EXPECT_EQ(session.gsDataPath, cases.path().string());
     EXPECT_EQ(Setting("Data Files", "Data File Path"), cases.path().string());
-    EXPECT_EQ(session.menus, (rw::MenuState{.initialInputsChecked = true, .paymentsChecked = true,
-                                            .ftPayChecked = true, .ftFileChecked = true, .accuracyChecked = true,
-                                            .payrollChecked = true, .interestRatesChecked = true,
-                                            .suspendChecked = true, .printEnabled = true, .reportsEnabled = true,
-                                            .printButtonVisible = true, .viewButtonVisible = true,
-                                            .saveEnabled = true, .saveButtonVisible = true,
+    EXPECT_EQ(session.menus, (rw::MenuState{.initialInputsChecked = true,
+                                            .paymentsChecked = true,
+                                            .ftPayChecked = true,
+                                            .ftFileChecked = true,
+                                            .accuracyChecked = true,
+                                            .payrollChecked = true,
+                                            .interestRatesChecked = true,
+                                            .suspendChecked = true,
+                                            .printEnabled = true,
+                                            .reportsEnabled = true,
+                                            .printButtonVisible = true,
+                                            .viewButtonVisible = true,
+                                            .saveEnabled = true,
+                                            .saveButtonVisible = true,
                                             .note = std::string(rw::kNextStepNote)}));
     EXPECT_EQ(dialogs.initialInputsShown, 1);
     EXPECT_EQ(session.gRates.at(0).fUPRate, 0.02f);  // the case's own authority
-    EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"), rwtest::ReadBytes(path));  // the recovery copy
+    EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"),
+              rwtest::ReadBytes(path));  // the recovery copy
     EXPECT_TRUE(msgs.shown.empty());
 }
 
@@ -82,9 +91,14 @@ TEST_F(FileCommands, ACancelledOrRefusedOpenLeavesTheSessionAsItWas)
     const auto before = Snap();
     const std::string notACase(rw::RateTableNotACaseText());
     // The answer of the dialog (none: cancel) and what the one message says.
-    for (const auto& [answer, said] : std::vector<std::pair<std::optional<std::string>, std::string>>{
-             {std::nullopt, ""}, {(install / "fed.tbl").string(), notACase}, {"CA_BUS1.TBL", notACase},
-             {"x.Tbl", notACase}, {(cases / "GONE.INT").string(), ""}, {(cases / "OTHER.INT").string(), ""},
+    for (const auto& [answer, said] :
+         std::vector<std::pair<std::optional<std::string>, std::string>>{
+             {std::nullopt, ""},
+             {(install / "fed.tbl").string(), notACase},
+             {"CA_BUS1.TBL", notACase},
+             {"x.Tbl", notACase},
+             {(cases / "GONE.INT").string(), ""},
+             {(cases / "OTHER.INT").string(), ""},
              {(cases / "CUT.INT").string(), "Retrieve (Open) Error: Input past end of file"}}) {
         SCOPED_TRACE(answer.value_or("cancel"));
         msgs.clear();
@@ -116,7 +130,8 @@ TEST_F(FileCommands, NewClearsTheCaseAndTheMenusAndAcceptingMarksItUnsaved)
 
     rw::InitialInputsAccepted(ctx);
     EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - UNTITLED.INT*");
-    EXPECT_TRUE(session.menus.initialInputsChecked && session.menus.printEnabled && !session.menus.saveEnabled);
+    EXPECT_TRUE(session.menus.initialInputsChecked && session.menus.printEnabled
+                && !session.menus.saveEnabled);
     EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"), rw::EncodeCase(session.kase));
 }
 
@@ -166,10 +181,13 @@ TEST_F(FileCommands, AFailedSaveIsReportedWithItsCauseAndThePreviousFileStays)
     EXPECT_FALSE(rw::RunCommand(ctx, "mnuFileSave_Click", [&] { rw::FileSave(ctx); }));
     EXPECT_EQ(rwtest::ReadBytes(session.gsFileName), previous);
     const std::string said = msgs.shown.at(0).text;
-    EXPECT_TRUE(said.starts_with("Error 75, Path/File access error, encountered.  Location of error: WriteCase "
-                                 "(cannot create "))
+    EXPECT_TRUE(said.starts_with(
+        "Error 75, Path/File access error, encountered.  Location of error: WriteCase "
+        "(cannot create "))
         << said;
-    EXPECT_TRUE(said.ends_with(": Is a directory).  Do you want to save your data before the program ABORTS?")) << said;
+    EXPECT_TRUE(said.ends_with(
+        ": Is a directory).  Do you want to save your data before the program ABORTS?"))
+        << said;
     EXPECT_EQ(program.ends, 1);
     EXPECT_EQ(session.gbSaved, 0);
 }
@@ -188,8 +206,9 @@ TEST_F(FileCommands, ClosingAsksOnlyWithUnsavedChangesThenStoresTheOptionsAndEnd
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].title, "Warning");
     EXPECT_TRUE(msgs.shown[0].question);
-    EXPECT_EQ(msgs.shown[0].text, "File " + (cases / "A.INT").string()
-                                      + " has not been saved.  Do you want to save your data before exiting?");
+    EXPECT_EQ(msgs.shown[0].text,
+              "File " + (cases / "A.INT").string()
+                  + " has not been saved.  Do you want to save your data before exiting?");
     EXPECT_TRUE(files.saveFolders.empty());
     EXPECT_EQ(Setting("Options", "ToolBar") + Setting("Options", "ToolTips"), "TrueFalse");
     EXPECT_EQ(program.hides, 2);
@@ -215,17 +234,25 @@ TEST(MainWindow, MessagesOfTheToolBarPaymentsPayrollAndHelp)
     rw::BeforePayments(s, msgs);
     EXPECT_TRUE(rw::BeforePayroll(s, msgs));
     ASSERT_EQ(msgs.shown.size(), 4u);
-    EXPECT_TRUE(msgs.shown[0].text.starts_with("The program does not understand the toolbar choice. Please let "));
+    EXPECT_TRUE(msgs.shown[0].text.starts_with(
+        "The program does not understand the toolbar choice. Please let "));
     EXPECT_EQ(msgs.shown[1].text,
-              "Since a payment's allocation between tax, penalty and interest is dependent upon prior penalties, "
-              "other additions to tax and previous payments, it is critical that you enter all penalties and other "
-              "charges before you enter payments.  Payments must be entered in chronological order.  If these "
+              "Since a payment's allocation between tax, penalty and interest is dependent upon "
+              "prior penalties, "
+              "other additions to tax and previous payments, it is critical that you enter all "
+              "penalties and other "
+              "charges before you enter payments.  Payments must be entered in chronological "
+              "order.  If these "
               "guidelines are not followed, results will probably be inaccurate.");
-    EXPECT_EQ(msgs.shown[2].text,
-              "To run payroll penalties, the Initial Inputs window must have Payroll Tax indicated Yes.");
+    EXPECT_EQ(
+        msgs.shown[2].text,
+        "To run payroll penalties, the Initial Inputs window must have Payroll Tax indicated Yes.");
     for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(msgs.shown[i].title == "WARNING" && msgs.shown[i].icon == rw::MsgIcon::Exclamation) << i;
-    EXPECT_EQ(msgs.shown[3].text, "The help file is a searchable PDF file. Menu choice Help - Contents.");
+        EXPECT_TRUE(msgs.shown[i].title == "WARNING"
+                    && msgs.shown[i].icon == rw::MsgIcon::Exclamation)
+            << i;
+    EXPECT_EQ(msgs.shown[3].text,
+              "The help file is a searchable PDF file. Menu choice Help - Contents.");
     EXPECT_EQ(msgs.shown[3].icon, rw::MsgIcon::Information);
 }
 

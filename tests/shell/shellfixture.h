@@ -26,8 +26,11 @@ inline void WriteRelease(const std::filesystem::path& folder)
 {
     std::filesystem::create_directories(folder);
     for (const rw::Authority& a : rw::Authorities())
-        WriteBytes(folder / a.file, OneRowTable(a.file == "fed.tbl" ? 0.01f : a.file == "ca_bus1.tbl" ? 0.02f : 0.03f));
-    std::filesystem::copy_file(Release2018Folder() / rw::kReleaseFileName, folder / rw::kReleaseFileName,
+        WriteBytes(folder / a.file, OneRowTable(a.file == "fed.tbl"       ? 0.01f
+                                                : a.file == "ca_bus1.tbl" ? 0.02f
+                                                                          : 0.03f));
+    std::filesystem::copy_file(Release2018Folder() / rw::kReleaseFileName,
+                               folder / rw::kReleaseFileName,
                                std::filesystem::copy_options::overwrite_existing);
 }
 

@@ -14,22 +14,25 @@ namespace fs = std::filesystem;
 
 TEST(Settings, ReadGivesTheValueOrTheDefault)
 {
-    const std::string ini = "; settings\r\n[Options]\r\nToolBar=False\r\n  [ data FILES ]  \r\n; Path=/comment\r\n"
-                            "  path  =   /home/pat/cases  \r\nEmpty=\r\nQuoted=\"a b\"\r\n[Data Files]\r\nPath=/2\r\n";
+    const std::string ini
+        = "; settings\r\n[Options]\r\nToolBar=False\r\n  [ data FILES ]  \r\n; Path=/comment\r\n"
+          "  path  =   /home/pat/cases  \r\nEmpty=\r\nQuoted=\"a b\"\r\n[Data "
+          "Files]\r\nPath=/2\r\n";
     const std::string v300(300, 'v'), v254(254, 'v');
     struct Row {
         std::string name, file, section, key, def, value;
     };
-    for (const Row& r : {Row{"NoFile", "", "Options", "ToolBar", "d", "d"},
-                         Row{"NoSection", "[Options]\n", "Data Files", "Path", "d", "d"},
-                         Row{"NoKey", "[O]\n", "O", "P", "d", "d"},
-                         // Names without regard to case or blanks; the first section of a name counts.
-                         Row{"FirstSectionAnyCase", ini, "DATA FILES", "PATH", "x", "/home/pat/cases"},
-                         Row{"GivenEmpty", ini, "Data Files", "Empty", "x", ""},
-                         Row{"QuotesKept", ini, "Data Files", "Quoted", "x", "\"a b\""},
-                         Row{"KeyOfAnotherSection", ini, "Data Files", "ToolBar", "x", "x"},
-                         Row{"ValueCut", "[S]\nK=" + v300 + "\n", "S", "K", "", v254},
-                         Row{"DefaultCut", "[S]\n", "S", "K", v300, v254}}) {
+    for (const Row& r :
+         {Row{"NoFile", "", "Options", "ToolBar", "d", "d"},
+          Row{"NoSection", "[Options]\n", "Data Files", "Path", "d", "d"},
+          Row{"NoKey", "[O]\n", "O", "P", "d", "d"},
+          // Names without regard to case or blanks; the first section of a name counts.
+          Row{"FirstSectionAnyCase", ini, "DATA FILES", "PATH", "x", "/home/pat/cases"},
+          Row{"GivenEmpty", ini, "Data Files", "Empty", "x", ""},
+          Row{"QuotesKept", ini, "Data Files", "Quoted", "x", "\"a b\""},
+          Row{"KeyOfAnotherSection", ini, "Data Files", "ToolBar", "x", "x"},
+          Row{"ValueCut", "[S]\nK=" + v300 + "\n", "S", "K", "", v254},
+          Row{"DefaultCut", "[S]\n", "S", "K", v300, v254}}) {
         SCOPED_TRACE(r.name);
         rwtest::TempDir dir;
         if (!r.file.empty())
@@ -45,21 +48,26 @@ TEST(Settings, WritingChangesOneLineAddsKeysAndSectionsAndKeepsTheRest)
     f.write("Data Files", "Data File Path", "/home/pat/cases");  // creates the file
     EXPECT_EQ(rwtest::ReadText(f.path()), "[Data Files]\nData File Path=/home/pat/cases\n");
 
-    std::ofstream(f.path(), std::ios::binary) << "; kept\r\n[Options]\r\ntoolbar = True\r\nOther=1\r\n\r\n"
-                                                 "[Data Files]\r\nData File Path=/old\r\n";
+    std::ofstream(f.path(), std::ios::binary)
+        << "; kept\r\n[Options]\r\ntoolbar = True\r\nOther=1\r\n\r\n"
+           "[Data Files]\r\nData File Path=/old\r\n";
     f.write("Options", "ToolBar", "False");
     f.write("Options", "ToolTips", "True");
     f.write("DATA FILES", "Data File Path", "/new");
     f.write("Extra", "Key", "v");
-    EXPECT_EQ(rwtest::ReadText(f.path()), "; kept\r\n[Options]\r\nToolBar=False\r\nOther=1\r\nToolTips=True\r\n\r\n"
-                                          "[Data Files]\r\nData File Path=/new\r\n[Extra]\r\nKey=v\r\n");
+    EXPECT_EQ(rwtest::ReadText(f.path()),
+              "; kept\r\n[Options]\r\nToolBar=False\r\nOther=1\r\nToolTips=True\r\n\r\n"
+              "[Data Files]\r\nData File Path=/new\r\n[Extra]\r\nKey=v\r\n");
 
-    std::ofstream(f.path(), std::ios::binary) << "[Options]\nToolBar=True";  // no line end at the end
+    std::ofstream(f.path(), std::ios::binary)
+        << "[Options]\nToolBar=True";  // no line end at the end
     f.write("Options", "ToolTips", "False");
     EXPECT_EQ(rwtest::ReadText(f.path()), "[Options]\nToolBar=True\nToolTips=False\n");
 
     rw::SettingsFile lost(dir / "no-such-folder" / "qratcalc.INI");
-    EXPECT_TRUE(rwtest::FaultOf([&] { lost.write("Options", "ToolBar", "True"); }).starts_with("75 WriteSettings:"));
+    EXPECT_TRUE(rwtest::FaultOf([&] {
+                    lost.write("Options", "ToolBar", "True");
+                }).starts_with("75 WriteSettings:"));
 }
 
 TEST(Startup, VersionsCompareAsPlainTextAndAFolderThatCannotBeMadeIsAFault)
@@ -70,7 +78,9 @@ TEST(Startup, VersionsCompareAsPlainTextAndAFolderThatCannotBeMadeIsAFault)
     rwtest::TempDir inst, user;
     rwtest::WriteBytes(user.path() / "Brindlecote", {'x'});  // a file where a folder should be
     const rw::Paths paths = rw::Paths::ForFolders(inst.path(), user.path());
-    EXPECT_TRUE(rwtest::FaultOf([&] { rw::GetWin7AppDataPath(paths, "Qrat"); }).starts_with("75 GetWin7AppDataPath:"));
+    EXPECT_TRUE(rwtest::FaultOf([&] {
+                    rw::GetWin7AppDataPath(paths, "Qrat");
+                }).starts_with("75 GetWin7AppDataPath:"));
 }
 
 class StartupRun : public rwtest::ShellTest {
@@ -80,7 +90,8 @@ protected:
 
 TEST_F(StartupRun, LeavesAnEmptyUntitledCaseWithTheFederalTableAndTheSamples)
 {
-    rwtest::WriteBytes(install / "DEMO_INC.INT", {'n', 'e', 'w'});  // DEMO941.INT is not installed: skipped
+    rwtest::WriteBytes(install / "DEMO_INC.INT",
+                       {'n', 'e', 'w'});  // DEMO941.INT is not installed: skipped
     fs::create_directories(perUser());
     rwtest::WriteBytes(perUser() / "DEMO_INC.INT", {'o', 'l', 'd'});
     rw::Session s;
@@ -116,7 +127,8 @@ TEST_F(StartupRun, AMissingFederalTableIsToldAndStartUpGoesOn)
     EXPECT_FALSE(s.release.loaded());  // a release without its federal table cannot be used
     ASSERT_EQ(msgs.shown.size(), 2u);
     EXPECT_EQ(msgs.shown[0].title, rw::kReleaseWarningTitle);
-    EXPECT_NE(msgs.shown[0].text.find((install / "fed.tbl").string()), std::string::npos) << msgs.shown[0].text;
+    EXPECT_NE(msgs.shown[0].text.find((install / "fed.tbl").string()), std::string::npos)
+        << msgs.shown[0].text;
     EXPECT_EQ(msgs.shown[1].title, "File not found");
     EXPECT_EQ(s.gsFileName, "UNTITLED.INT");
 }
@@ -153,7 +165,8 @@ TEST_F(StartupRun, ALaterUserReleaseIsUsedAndADamagedOneIsRefusedOnce)
     ASSERT_EQ(msgs.shown.size(), 1u);
     EXPECT_EQ(msgs.shown[0].title, rw::kReleaseWarningTitle);
     EXPECT_EQ(msgs.shown[0].icon, rw::MsgIcon::Exclamation);
-    EXPECT_NE(msgs.shown[0].text.find((folder / "pa1.tbl").string()), std::string::npos) << msgs.shown[0].text;
+    EXPECT_NE(msgs.shown[0].text.find((folder / "pa1.tbl").string()), std::string::npos)
+        << msgs.shown[0].text;
     EXPECT_EQ(again.release.name, "Qrat2018Q1");
     EXPECT_EQ(again.paths.ratesFolder(), install.path());
     EXPECT_EQ(again.gRates.at(0).fUPRate, 0.01f);

@@ -9,7 +9,7 @@ namespace rwtest {
 
 namespace {
 
-template <typename List, typename Entry>
+template<typename List, typename Entry>
 void append(List& list, std::int16_t& count, const Entry& e)
 {
     if (count == 0)
@@ -44,7 +44,8 @@ rw::RateTable Quarterly(int firstYear, int lastYear, float up, float op, char me
     rw::RateTable t;
     for (int y = firstYear; y <= lastYear; ++y)
         for (int q = 0; q < 4; ++q)
-            t.push_back(Row(D(y, 3 * q + 1, 1), (q == 3 ? D(y + 1, 1, 1) : D(y, 3 * q + 4, 1)) - 1, up, op, method));
+            t.push_back(Row(D(y, 3 * q + 1, 1), (q == 3 ? D(y + 1, 1, 1) : D(y, 3 * q + 4, 1)) - 1,
+                            up, op, method));
     return t;
 }
 

@@ -38,7 +38,8 @@ rw::RateTable SimpleTable(float up, float op = 0.0f);
 // A cleared federal case: the calculation from start to stop on the initial
 // balance; due on the start date unless given; the extended due date is the
 // due date.
-rw::Case FederalCase(Date start, Date stop, std::string_view balance, std::optional<Date> due = std::nullopt);
+rw::Case FederalCase(Date start, Date stop, std::string_view balance,
+                     std::optional<Date> due = std::nullopt);
 
 // A payment's parts, named where they are written:
 //   AddPayment(c, D(2017, 1, 31), {.tax = "4000", .interest = "10"});
@@ -64,7 +65,8 @@ struct ChargeParts {
 };
 void AddCharge(rw::Case& c, Date liability, const ChargeParts& parts);
 
-void AddDeposit(rw::Case& c, Date due, std::string_view required, Date assessed, bool severe = false);
+void AddDeposit(rw::Case& c, Date due, std::string_view required, Date assessed,
+                bool severe = false);
 
 // The points of a time line with the given code, in time line order.
 std::vector<rw::TLPoint> PointsWithCode(const std::vector<rw::TLPoint>& tl, std::string_view code);

@@ -28,7 +28,8 @@ inline CliRun RunCliCommand(std::vector<std::string> args,
                             const std::filesystem::path& installDir = FixtureReleaseFolder())
 {
     const char* old = std::getenv("RW_INSTALL_DIR");
-    const std::optional<std::string> oldInstall = old ? std::optional<std::string>(old) : std::nullopt;
+    const std::optional<std::string> oldInstall
+        = old ? std::optional<std::string>(old) : std::nullopt;
     setenv("RW_INSTALL_DIR", installDir.c_str(), 1);
 
     args.insert(args.begin(), "qratcalc-cli");

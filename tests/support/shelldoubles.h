@@ -32,7 +32,7 @@ public:
         return next(saves);
     }
     std::deque<std::optional<std::string>> opens, saves;  // answers
-    std::vector<std::string> openFolders, saveFolders;    // the folders they started in
+    std::vector<std::string> openFolders, saveFolders;  // the folders they started in
 
 private:
     static std::optional<std::string> next(std::deque<std::optional<std::string>>& q)
@@ -82,7 +82,8 @@ public:
 
 inline void WriteBytes(const std::filesystem::path& p, const std::vector<char>& bytes)
 {
-    std::ofstream(p, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(p, std::ios::binary)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 inline std::vector<char> ReadBytes(const std::filesystem::path& p)

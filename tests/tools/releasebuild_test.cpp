@@ -1,10 +1,11 @@
 // Building a release of the rates: its name, dates and texts derived from the federal source, the
-// failure-to-file minimums, the refusals that write nothing, the rows cut at year ends and the holes a
-// state table keeps. (The release of the tests' frozen sources is shown by the commands' tests.)
+// failure-to-file minimums, the refusals that write nothing, the rows cut at year ends and the
+// holes a state table keeps. (The release of the tests' frozen sources is shown by the commands'
+// tests.)
 
 #include "base/numtext.h"
-#include "rates/ratetable.h"
 #include "ratebuild/releasebuild.h"
+#include "rates/ratetable.h"
 
 #include "support/ratesources.h"
 #include "support/shelldoubles.h"
@@ -39,13 +40,19 @@ rs::ReleaseDates Dates(const std::string& rows)
 
 TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
 {
-    const rs::ReleaseDates d = Dates("01/01/2025,03/31/2026,0.07,0.07,C,Rev. Rul. 2025-22\n"
-                                     "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n"
-                                     "07/01/2026,09/30/2026,0.07,0.07,C,ESTIMATE: another office's rate\n"
-                                     "10/01/2026,12/31/2026,0.07,0.07,C,ESTIMATE: carried forward\n");
+    const rs::ReleaseDates d
+        = Dates("01/01/2025,03/31/2026,0.07,0.07,C,Rev. Rul. 2025-22\n"
+                "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n"
+                "07/01/2026,09/30/2026,0.07,0.07,C,ESTIMATE: another office's rate\n"
+                "10/01/2026,12/31/2026,0.07,0.07,C,ESTIMATE: carried forward\n");
     ASSERT_TRUE(d.problems.empty()) << Problems(d.problems);
-    EXPECT_EQ(d.info, (rw::ReleaseInfo{"Qrat2026Q2", "2026, 2nd Quarter", Date::fromCivil(2026, 6, 30), "June 30, 2026",
-                                       Date::fromCivil(2026, 12, 31), "December 31, 2026", {}}));
+    EXPECT_EQ(d.info, (rw::ReleaseInfo{"Qrat2026Q2",
+                                       "2026, 2nd Quarter",
+                                       Date::fromCivil(2026, 6, 30),
+                                       "June 30, 2026",
+                                       Date::fromCivil(2026, 12, 31),
+                                       "December 31, 2026",
+                                       {}}));
     // Without estimates both dates are the table's end.
     const rs::ReleaseDates plain = Dates("01/01/2018,03/31/2018,0.04,0.04,C,Rev. Rul. 2017-25\n");
     EXPECT_EQ(plain.info.estimatedThrough, Date::fromCivil(2018, 3, 31));
@@ -55,23 +62,29 @@ TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
     EXPECT_EQ(rs::QuarterDescription(Date::fromCivil(2026, 10, 1)), "2026, 4th Quarter");
     // Estimates may only end the table.
     EXPECT_NE(Problems(Dates("01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: guessed\n"
-                             "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n").problems)
+                             "04/01/2026,06/30/2026,0.06,0.06,C,Rev. Rul. 2026-5\n")
+                           .problems)
                   .find("fed.csv:3: a verified row follows the estimate"),
               std::string::npos);
-    EXPECT_NE(Problems(Dates("01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: x\n").problems).find("no row is verified"),
+    EXPECT_NE(Problems(Dates("01/01/2026,03/31/2026,0.07,0.07,C,ESTIMATE: x\n").problems)
+                  .find("no row is verified"),
               std::string::npos);
 }
 
 // The rows are read as the release file reads them (and refused alike).
 TEST(Minimums, ReadWithTheirSourcesOrRefused)
 {
-    const rs::MinimumsRead m = rs::ParseMinimums("first_year,amount,source\n1800,100.00,\"6651(a), flush\"\n", "m.csv");
+    const rs::MinimumsRead m
+        = rs::ParseMinimums("first_year,amount,source\n1800,100.00,\"6651(a), flush\"\n", "m.csv");
     ASSERT_TRUE(m.problems.empty()) << Problems(m.problems);
     EXPECT_EQ(m.schedule.rows.at(0).source, "6651(a), flush");
-    EXPECT_NE(Problems(rs::ParseMinimums("first_year,amount,source\n2020,1.00,a\n2019,1.00,b\n", "m.csv").problems)
-                  .find("m.csv:3: the years must increase"),
-              std::string::npos);
-    EXPECT_NE(Problems(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems).find("m.csv:1: the first line"),
+    EXPECT_NE(
+        Problems(rs::ParseMinimums("first_year,amount,source\n2020,1.00,a\n2019,1.00,b\n", "m.csv")
+                     .problems)
+            .find("m.csv:3: the years must increase"),
+        std::string::npos);
+    EXPECT_NE(Problems(rs::ParseMinimums("year,amount\n2020,1.00\n", "m.csv").problems)
+                  .find("m.csv:1: the first line"),
               std::string::npos);
 }
 
@@ -84,7 +97,8 @@ TEST(ReleaseBuild, RefusedSourcesWriteNothing)
     for (const auto& [what, rows, problem] :
          {std::tuple{"a rate of 60 %", "04/01/2027,09/30/2027,0.6,0.07,C,ESTIMATE: x\n", "0.6"},
           {"a period without a published rate",
-           "04/01/2027,06/30/2027,,,C,GAP: x\n07/01/2027,09/30/2027,0.08,0.08,C,ESTIMATE: x\n", both.c_str()},
+           "04/01/2027,06/30/2027,,,C,GAP: x\n07/01/2027,09/30/2027,0.08,0.08,C,ESTIMATE: x\n",
+           both.c_str()},
           {"no refund rate", "04/01/2027,09/30/2027,0.08,,C,ESTIMATE: x\n", both.c_str()},
           {"no Pennsylvania schedule", "", "PA.csv"}}) {
         SCOPED_TRACE(what);
@@ -118,11 +132,12 @@ TEST(ReleaseBuild, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
     for (const rw::Authority& a : rw::Authorities().subspan(1))  // the states
         write("states/" + rw::TrimRight(a.code) + ".csv",
               std::string(rs::kScheduleHeader) + "\n01/01/2024,03/31/2024,7,7,S,a\n");
-    write("states/PA.csv", std::string(rs::kScheduleHeader) + "\n01/01/2020,12/31/2020,,,,GAP: not found\n"
-                                                             "01/01/2021,06/30/2023,5,5,S,Statute A\n"
-                                                             "07/01/2023,12/31/2023,,,,GAP: not found either\n"
-                                                             "01/01/2024,03/31/2024,6,,S,Statute B\n"
-                                                             "04/01/2024,12/31/2024,,,,GAP: not yet announced\n");
+    write("states/PA.csv", std::string(rs::kScheduleHeader)
+                               + "\n01/01/2020,12/31/2020,,,,GAP: not found\n"
+                                 "01/01/2021,06/30/2023,5,5,S,Statute A\n"
+                                 "07/01/2023,12/31/2023,,,,GAP: not found either\n"
+                                 "01/01/2024,03/31/2024,6,,S,Statute B\n"
+                                 "04/01/2024,12/31/2024,,,,GAP: not yet announced\n");
     const rs::ReleaseBuild b = rs::BuildRelease(sources.path());
     ASSERT_TRUE(b.ok()) << Problems(b.problems);
     std::string why;
@@ -132,11 +147,12 @@ TEST(ReleaseBuild, AStateTableKeepsItsHolesAndIsCutAtYearEnds)
     EXPECT_TRUE(std::isnan(t[3].fUPRate) && std::isnan(t[3].fOPRate) && t[3].sCalcMethod == 'C');
     EXPECT_TRUE(t[4].fUPRate == 0.06f && std::isnan(t[4].fOPRate));
     EXPECT_EQ(rwtest::ReadText(out / "rates-src" / "pa1.csv"),
-              kHeader + "01/01/2021,12/31/2021,0.05,0.05,S,Statute A\n"
-                        "01/01/2022,12/31/2022,0.05,0.05,S,Statute A\n"
-                        "01/01/2023,06/30/2023,0.05,0.05,S,Statute A\n"
-                        "07/01/2023,12/31/2023,,,C,GAP: not found either\n"
-                        "01/01/2024,03/31/2024,0.06,,S,Statute B\n");
+              kHeader
+                  + "01/01/2021,12/31/2021,0.05,0.05,S,Statute A\n"
+                    "01/01/2022,12/31/2022,0.05,0.05,S,Statute A\n"
+                    "01/01/2023,06/30/2023,0.05,0.05,S,Statute A\n"
+                    "07/01/2023,12/31/2023,,,C,GAP: not found either\n"
+                    "01/01/2024,03/31/2024,0.06,,S,Statute B\n");
 }
 
 }  // namespace

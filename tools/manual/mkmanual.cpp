@@ -49,7 +49,8 @@ int main(int argc, char** argv)
     for (qsizetype i = 3; i < args.size(); ++i) {
         const qsizetype eq = args[i].indexOf(QLatin1Char('='));
         if (eq <= 0) {
-            std::fprintf(stderr, "mkmanual: expected PLACEHOLDER=FILE, got %s\n", qPrintable(args[i]));
+            std::fprintf(stderr, "mkmanual: expected PLACEHOLDER=FILE, got %s\n",
+                         qPrintable(args[i]));
             return 2;
         }
         const QString key = QStringLiteral("{{") + args[i].left(eq) + QStringLiteral("}}");
@@ -63,8 +64,9 @@ int main(int argc, char** argv)
         text.replace(key, part.trimmed());
     }
     if (const qsizetype open = text.indexOf(QStringLiteral("{{")); open >= 0) {
-        std::fprintf(stderr, "mkmanual: placeholder left unfilled: %s\n",
-                     qPrintable(text.mid(open, text.indexOf(QStringLiteral("}}"), open) + 2 - open)));
+        std::fprintf(
+            stderr, "mkmanual: placeholder left unfilled: %s\n",
+            qPrintable(text.mid(open, text.indexOf(QStringLiteral("}}"), open) + 2 - open)));
         return 1;
     }
 
@@ -73,14 +75,16 @@ int main(int argc, char** argv)
     body.setPointSizeF(10.0);
     doc.setDefaultFont(body);
     doc.setDocumentMargin(0);
-    doc.setDefaultStyleSheet(QStringLiteral("table { border-collapse: collapse; } th, td { padding: 2px 6px; }"));
+    doc.setDefaultStyleSheet(
+        QStringLiteral("table { border-collapse: collapse; } th, td { padding: 2px 6px; }"));
     doc.setMarkdown(text, QTextDocument::MarkdownDialectGitHub);
     doc.setMetaInformation(QTextDocument::DocumentTitle, QStringLiteral("Ratewright User Manual"));
 
     QPdfWriter pdf(args[2]);
     pdf.setTitle(QStringLiteral("Ratewright User Manual"));
     pdf.setCreator(QStringLiteral("Ratewright mkmanual"));
-    pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
+    pdf.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     pdf.setResolution(300);
     // QTextDocument::print breaks the text into pages of the writer's size,
     // keeps a 2 cm margin around it and numbers the pages at the foot.

@@ -3,9 +3,9 @@
 // from the table sources. Every authority of the list must have a source that
 // passes the table check.
 
-#include "rates/ratetable.h"
 #include "ratebuild/outfile.h"
 #include "ratebuild/ratesource.h"
+#include "rates/ratetable.h"
 
 #include <filesystem>
 #include <iostream>

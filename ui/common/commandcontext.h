@@ -4,9 +4,9 @@
 // and the main window's services. A command changes the case only when its
 // dialog is accepted; the main window then refreshes its menus from the case.
 
-#include "casedata/caserecord.h"
 #include "base/messages.h"
 #include "base/paths.h"
+#include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
 
@@ -30,7 +30,7 @@ struct CommandContext {
     const Paths& paths;
     Messages& msgs;
     ReportChoice& reportChoice;  // kept for the whole run
-    PrintState& printState;      // the page manager's line counter, kept for the run
+    PrintState& printState;  // the page manager's line counter, kept for the run
     // The main window's note line (lblNote).
     std::function<void(std::string_view)> setNote;
     // Opens the user manual with the desktop's viewer.

@@ -16,7 +16,8 @@
 
 namespace rw::ui {
 
-GuardedDialog::GuardedDialog(QWidget* parent) : QDialog(parent)
+GuardedDialog::GuardedDialog(QWidget* parent)
+    : QDialog(parent)
 {
     setModal(true);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -34,13 +35,15 @@ bool GuardedDialog::run()
 void GuardedDialog::whenLeft(QWidget* field, std::function<void()> reaction)
 {
     auto* focus = new FocusWatcher(field);
-    connect(focus, &FocusWatcher::focusLost, this, [this, reaction = std::move(reaction)] { guard(reaction); });
+    connect(focus, &FocusWatcher::focusLost, this,
+            [this, reaction = std::move(reaction)] { guard(reaction); });
 }
 
 void GuardedDialog::whenEntered(QWidget* field, std::function<void()> reaction)
 {
     auto* focus = new FocusWatcher(field);
-    connect(focus, &FocusWatcher::focusGained, this, [this, reaction = std::move(reaction)] { guard(reaction); });
+    connect(focus, &FocusWatcher::focusGained, this,
+            [this, reaction = std::move(reaction)] { guard(reaction); });
 }
 
 void GuardedDialog::finishSetup()
@@ -50,14 +53,12 @@ void GuardedDialog::finishSetup()
     Center(this);
 }
 
-
-
 // ---- Yes / No -------------------------------------------------------------------
 
 YesNoChoice::YesNoChoice(const QString& caption, QWidget* parent)
-    : QGroupBox(caption, parent),
-      yes_(new QRadioButton(QStringLiteral("&Yes"), this)),
-      no_(new QRadioButton(QStringLiteral("&No"), this))
+    : QGroupBox(caption, parent)
+    , yes_(new QRadioButton(QStringLiteral("&Yes"), this))
+    , no_(new QRadioButton(QStringLiteral("&No"), this))
 {
     auto* group = new QButtonGroup(this);
     group->addButton(yes_, 0);

@@ -31,7 +31,7 @@ public:
     // exec(); true when accepted. Throws the fault an event handler met.
     bool run();
 
-    template <typename F>
+    template<typename F>
     void guard(F&& body)
     {
         if (fault_)

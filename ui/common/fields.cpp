@@ -13,7 +13,8 @@ namespace rw::ui {
 void FocusNextField(QWidget* from)
 {
     QWidget* top = from->window();
-    for (QWidget* next = from->nextInFocusChain(); next && next != from; next = next->nextInFocusChain()) {
+    for (QWidget* next = from->nextInFocusChain(); next && next != from;
+         next = next->nextInFocusChain()) {
         if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && next->isVisibleTo(top)
             && top->isAncestorOf(next)) {
             // As with Tab, the focus leaves a group of option buttons for the
@@ -21,11 +22,11 @@ void FocusNextField(QWidget* from)
             auto* radio = qobject_cast<QRadioButton*>(next);
             auto* fromRadio = qobject_cast<QRadioButton*>(from);
             if (radio && fromRadio) {
-                const bool sameGroup = radio->group()
-                                           ? radio->group() == fromRadio->group()
-                                           : (!fromRadio->group() && radio->autoExclusive()
-                                              && fromRadio->autoExclusive()
-                                              && radio->parentWidget() == fromRadio->parentWidget());
+                const bool sameGroup
+                    = radio->group() ? radio->group() == fromRadio->group()
+                                     : (!fromRadio->group() && radio->autoExclusive()
+                                        && fromRadio->autoExclusive()
+                                        && radio->parentWidget() == fromRadio->parentWidget());
                 if (sameGroup)
                     continue;
             }
@@ -68,23 +69,27 @@ void Center(QWidget* w)
     if (!screen)
         return;
     const QRect area = screen->availableGeometry();
-    w->move(area.left() + (area.width() - w->width()) / 2, area.top() + (area.height() - w->height()) / 2);
+    w->move(area.left() + (area.width() - w->width()) / 2,
+            area.top() + (area.height() - w->height()) / 2);
 }
 
-DateField::DateField(QWidget* parent, const QString& emptyMask) : QLineEdit(parent)
+DateField::DateField(QWidget* parent, const QString& emptyMask)
+    : QLineEdit(parent)
 {
     setPlaceholderText(emptyMask);
     setMaxLength(10);
     setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00/00/00000")) + 12);
 }
 
-MoneyField::MoneyField(QWidget* parent) : QLineEdit(parent)
+MoneyField::MoneyField(QWidget* parent)
+    : QLineEdit(parent)
 {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000,000,000.0000")) + 12);
 }
 
-FocusWatcher::FocusWatcher(QWidget* watched) : QObject(watched)
+FocusWatcher::FocusWatcher(QWidget* watched)
+    : QObject(watched)
 {
     watched->installEventFilter(this);
 }

@@ -16,7 +16,10 @@ namespace rw::ui {
 class EnterAsTab : public QObject {
     Q_OBJECT
 public:
-    explicit EnterAsTab(QObject* parent = nullptr) : QObject(parent) {}
+    explicit EnterAsTab(QObject* parent = nullptr)
+        : QObject(parent)
+    {
+    }
     static void installOn(QWidget* root);
 
 protected:
@@ -35,7 +38,8 @@ void Center(QWidget* w);
 class DateField : public QLineEdit {
     Q_OBJECT
 public:
-    explicit DateField(QWidget* parent = nullptr, const QString& emptyMask = QStringLiteral("  /  /    "));
+    explicit DateField(QWidget* parent = nullptr,
+                       const QString& emptyMask = QStringLiteral("  /  /    "));
 };
 
 // A money field: an amount typed with or without thousands separators,

@@ -11,11 +11,16 @@ namespace {
 QMessageBox::Icon toIcon(MsgIcon icon)
 {
     switch (icon) {
-    case MsgIcon::Information: return QMessageBox::Information;
-    case MsgIcon::Exclamation: return QMessageBox::Warning;
-    case MsgIcon::Critical: return QMessageBox::Critical;
-    case MsgIcon::Question: return QMessageBox::Question;
-    case MsgIcon::None: break;
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
@@ -37,7 +42,8 @@ void QtMessages::show(std::string_view title, std::string_view text, MsgIcon ico
 
 bool QtMessages::ask(std::string_view title, std::string_view text, MsgIcon icon)
 {
-    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text), QMessageBox::Yes | QMessageBox::No, owner(parent_));
+    QMessageBox box(toIcon(icon), fromCore(title), fromCore(text),
+                    QMessageBox::Yes | QMessageBox::No, owner(parent_));
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
 }

@@ -9,7 +9,10 @@ namespace rw::ui {
 
 class QtMessages : public Messages {
 public:
-    explicit QtMessages(QWidget* parent = nullptr) : parent_(parent) {}
+    explicit QtMessages(QWidget* parent = nullptr)
+        : parent_(parent)
+    {
+    }
     void setParent(QWidget* parent) { parent_ = parent; }
 
     void show(std::string_view title, std::string_view text, MsgIcon icon) override;

@@ -6,7 +6,10 @@
 
 namespace rw::ui {
 
-ChangeWatcher::ChangeWatcher(QLineEdit* field) : QObject(field), field_(field), onEntry_(field->text())
+ChangeWatcher::ChangeWatcher(QLineEdit* field)
+    : QObject(field)
+    , field_(field)
+    , onEntry_(field->text())
 {
     auto* focus = new FocusWatcher(field);
     connect(focus, &FocusWatcher::focusGained, this, [this] { onEntry_ = field_->text(); });

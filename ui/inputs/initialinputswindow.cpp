@@ -37,9 +37,12 @@ void keepPlaceWhenHidden(QWidget* w)
 
 }  // namespace
 
-InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths& paths, Messages& msgs,
-                                         RateCurrencyServices currency, QWidget* parent)
-    : InputDialog(parent), logic_(c, rates, paths, msgs), currency_(currency)
+InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths& paths,
+                                         Messages& msgs, RateCurrencyServices currency,
+                                         QWidget* parent)
+    : InputDialog(parent)
+    , logic_(c, rates, paths, msgs)
+    , currency_(currency)
 {
     setObjectName(QStringLiteral("dlgInit"));
     setWindowTitle(QStringLiteral("Initial Inputs"));
@@ -83,9 +86,11 @@ InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths&
     stopDays_->setMaxLength(2);
     stopDays_->setValidator(new QIntValidator(0, 99, stopDays_));
     stopDays_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    stopDays_->setFixedWidth(stopDays_->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
+    stopDays_->setFixedWidth(stopDays_->fontMetrics().horizontalAdvance(QStringLiteral("0000"))
+                             + 12);
     stopDaysLabel_ = fieldLabel(
-        QStringLiteral("Number of Days Before Check Date Interest Is To Stop on Refund(0-30):"), stopDays_, this);
+        QStringLiteral("Number of Days Before Check Date Interest Is To Stop on Refund(0-30):"),
+        stopDays_, this);
     stopDaysLabel_->setObjectName(QStringLiteral("lblStopDays"));
     stopDaysLabel_->setWordWrap(true);
     keepPlaceWhenHidden(stopDaysLabel_);
@@ -138,7 +143,8 @@ InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths&
     balanceGrid->addWidget(payrollGroup, 2, 0);
     balanceGrid->addWidget(corporate_, 2, 1, 1, 2, Qt::AlignLeft | Qt::AlignVCenter);
     balanceGrid->setColumnStretch(1, 1);
-    stopDaysLabel_->setMinimumWidth(stopDaysLabel_->fontMetrics().horizontalAdvance(QString(34, QLatin1Char('n'))));
+    stopDaysLabel_->setMinimumWidth(
+        stopDaysLabel_->fontMetrics().horizontalAdvance(QString(34, QLatin1Char('n'))));
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(grid);

@@ -35,8 +35,8 @@ class InitialInputsWindow : public InputDialog {
     Q_OBJECT
 public:
     enum class Outcome {
-        Cancelled,    // nothing stored
-        Stored,       // the case holds the dialog's fields
+        Cancelled,  // nothing stored
+        Stored,  // the case holds the dialog's fields
         SaveAndExit,  // stored; the user chose to save and end at the state-table check
         ProgramEnded  // the rate currency alert ended the program
     };

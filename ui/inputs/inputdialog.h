@@ -8,7 +8,6 @@
 #include <QObject>
 #include <QString>
 
-
 class QLineEdit;
 
 namespace rw::ui {

@@ -79,23 +79,28 @@ void setFieldText(QLineEdit* field, const std::string& text)
 
 // ---- Optional Rates ----------------------------------------------------------
 
-OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : InputDialog(parent), logic_(c, msgs)
+OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent)
+    : InputDialog(parent)
+    , logic_(c, msgs)
 {
     setObjectName(QStringLiteral("dlgOptRates"));
     setWindowTitle(QStringLiteral("Optional Rates"));
 
-    const YesNo taxMot = yesNoGroup(QStringLiteral("Tax Motivated Rates For Returns Due Before 1/1/90"),
-                                    QStringLiteral("radTaxMot"), this);
+    const YesNo taxMot
+        = yesNoGroup(QStringLiteral("Tax Motivated Rates For Returns Due Before 1/1/90"),
+                     QStringLiteral("radTaxMot"), this);
     taxMotYes_ = taxMot.yes;
     taxMotNo_ = taxMot.no;
 
-    const YesNo corpUP = yesNoGroup(QStringLiteral("Use Large Corporation Underpayment Rate After 12/31/90"),
-                                    QStringLiteral("radCorpUPRate"), this);
+    const YesNo corpUP
+        = yesNoGroup(QStringLiteral("Use Large Corporation Underpayment Rate After 12/31/90"),
+                     QStringLiteral("radCorpUPRate"), this);
     corpUPYes_ = corpUP.yes;
     corpUPNo_ = corpUP.no;
     corpUPStart_ = new DateField(corpUP.group);
     corpUPStart_->setObjectName(QStringLiteral("CSdtCorpUPRateStart"));
-    corpUPLabel_ = new QLabel(QStringLiteral("Start Date for Corporate Underpayment Rate:"), corpUP.group);
+    corpUPLabel_
+        = new QLabel(QStringLiteral("Start Date for Corporate Underpayment Rate:"), corpUP.group);
     corpUPLabel_->setBuddy(corpUPStart_);
     {
         auto* row = new QHBoxLayout;
@@ -105,13 +110,15 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : Input
         corpUP.body->addLayout(row);
     }
 
-    const YesNo corpOP = yesNoGroup(QStringLiteral("Use Large Corporation Overpayment Rate After 12/31/94"),
-                                    QStringLiteral("radCorpOPRate"), this);
+    const YesNo corpOP
+        = yesNoGroup(QStringLiteral("Use Large Corporation Overpayment Rate After 12/31/94"),
+                     QStringLiteral("radCorpOPRate"), this);
     corpOPYes_ = corpOP.yes;
     corpOPNo_ = corpOP.no;
     corpOPStart_ = new DateField(corpOP.group);
     corpOPStart_->setObjectName(QStringLiteral("CSdtCorpOPRateStart"));
-    corpOPLabel_ = new QLabel(QStringLiteral("Start Date for Corporate Overpayment Rate:"), corpOP.group);
+    corpOPLabel_
+        = new QLabel(QStringLiteral("Start Date for Corporate Overpayment Rate:"), corpOP.group);
     corpOPLabel_->setBuddy(corpOPStart_);
     {
         auto* row = new QHBoxLayout;
@@ -122,7 +129,8 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : Input
     }
 
     // The two start date fields line up.
-    const int labelWidth = std::max(corpUPLabel_->sizeHint().width(), corpOPLabel_->sizeHint().width());
+    const int labelWidth
+        = std::max(corpUPLabel_->sizeHint().width(), corpOPLabel_->sizeHint().width());
     corpUPLabel_->setMinimumWidth(labelWidth);
     corpOPLabel_->setMinimumWidth(labelWidth);
 
@@ -133,11 +141,15 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : Input
     // (tax-motivated transactions) and the new one (large corporations).
     auto* grid = new QGridLayout;
     grid->addWidget(taxMot.group, 0, 0);
-    grid->addWidget(legalCaption(QStringLiteral("6621(c) *OLD*"), QStringLiteral("lblOld6621c"), this), 0, 1);
+    grid->addWidget(
+        legalCaption(QStringLiteral("6621(c) *OLD*"), QStringLiteral("lblOld6621c"), this), 0, 1);
     grid->addWidget(corpUP.group, 1, 0);
     grid->addWidget(corpOP.group, 2, 0);
-    grid->addWidget(legalCaption(QStringLiteral("6621(c) *NEW*"), QStringLiteral("lblNew6621c"), this), 1, 1, 2, 1);
-    grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance(QStringLiteral("6621(c) *NEW*")) + 24);
+    grid->addWidget(
+        legalCaption(QStringLiteral("6621(c) *NEW*"), QStringLiteral("lblNew6621c"), this), 1, 1, 2,
+        1);
+    grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance(QStringLiteral("6621(c) *NEW*"))
+                                       + 24);
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(grid);
@@ -156,7 +168,8 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent) : Input
     showForm();
 
     for (QRadioButton* b : {taxMotYes_, taxMotNo_})
-        connect(b, &QRadioButton::clicked, this, [this] { guard([&] { logic_.ChkTaxMotDate(); }); });
+        connect(b, &QRadioButton::clicked, this,
+                [this] { guard([&] { logic_.ChkTaxMotDate(); }); });
     for (QRadioButton* b : {corpUPYes_, corpUPNo_})
         connect(b, &QRadioButton::clicked, this, [this] {
             readForm();
@@ -213,7 +226,9 @@ void OptRatesWindow::showForm()
 
 // ---- Suspended Interest Inputs -------------------------------------------------
 
-SuspendWindow::SuspendWindow(Case& c, Messages& msgs, QWidget* parent) : InputDialog(parent), logic_(c, msgs)
+SuspendWindow::SuspendWindow(Case& c, Messages& msgs, QWidget* parent)
+    : InputDialog(parent)
+    , logic_(c, msgs)
 {
     setObjectName(QStringLiteral("dlgSusp"));
     setWindowTitle(QStringLiteral("Suspended Interest Inputs"));
@@ -269,7 +284,9 @@ SuspendForm SuspendWindow::readForm() const
 
 // ---- Extended Due Date ------------------------------------------------------------
 
-ExtDueDateWindow::ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent) : InputDialog(parent), logic_(c, msgs)
+ExtDueDateWindow::ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent)
+    : InputDialog(parent)
+    , logic_(c, msgs)
 {
     setObjectName(QStringLiteral("dlgExtIP"));
     setWindowTitle(QStringLiteral("Extended Due Date"));
@@ -278,8 +295,10 @@ ExtDueDateWindow::ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent) : I
     extended_->setObjectName(QStringLiteral("txtExtended"));
     auto* label = new QLabel(QStringLiteral("Date Return Extended To:"), this);
     label->setBuddy(extended_);
-    auto* note = new QLabel(QStringLiteral("The interest on this penalty runs from the extended due date of the return."),
-                            this);
+    auto* note = new QLabel(
+        QStringLiteral(
+            "The interest on this penalty runs from the extended due date of the return."),
+        this);
     note->setObjectName(QStringLiteral("lblNote"));
     note->setWordWrap(true);
     note->setMinimumWidth(fontMetrics().horizontalAdvance(QString(44, QLatin1Char('n'))));

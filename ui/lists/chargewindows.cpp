@@ -18,7 +18,9 @@ namespace rw::ui {
 // ---- Addition To Tax -------------------------------------------------------------
 
 ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, QWidget* parent)
-    : GuardedDialog(parent), logic_(logic), form_(form)
+    : GuardedDialog(parent)
+    , logic_(logic)
+    , form_(form)
 {
     setObjectName(QStringLiteral("dlgChrgInd"));
     setWindowTitle(QStringLiteral("Addition To Tax"));
@@ -26,7 +28,8 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
     desc_ = new QLineEdit(this);
     desc_->setObjectName(QStringLiteral("CStxtDesc"));
     desc_->setMaxLength(16);
-    desc_->setMinimumWidth(desc_->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMMMMMMMMMM")) + 12);
+    desc_->setMinimumWidth(
+        desc_->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMMMMMMMMMM")) + 12);
     liability_ = new DateField(this);
     liability_->setObjectName(QStringLiteral("CSdtLiab"));
     interestStart_ = new DateField(this);
@@ -57,7 +60,8 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* cancel
+        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("btnCancel"));
 
     auto* top = new QVBoxLayout(this);
@@ -124,9 +128,10 @@ void ChargeInfoWindow::showForm()
 // ---- Other Charges ------------------------------------------------------------------
 
 ChargesWindow::ChargesWindow(CommandContext& ctx)
-    : ListDialog(ctx.parent, QStringLiteral("lstChrg"), QStringLiteral("Date of Liability  && Desc.:"),
-                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")),
-      chargeLogic_(ctx.kase, ctx.msgs)
+    : ListDialog(ctx.parent, QStringLiteral("lstChrg"),
+                 QStringLiteral("Date of Liability  && Desc.:"),
+                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM"))
+    , chargeLogic_(ctx.kase, ctx.msgs)
 {
     setObjectName(QStringLiteral("dlgChrgAll"));
     setWindowTitle(QStringLiteral("Other Charges"));
@@ -138,11 +143,9 @@ ChargesWindow::ChargesWindow(CommandContext& ctx)
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(listArea());
-    connectCommands({[this] { logic_->add(form_); },
-                     [this](int line) { logic_->edit(form_, line); },
-                     [this](int line) { logic_->remove(form_, line); },
-                     nullptr,
-                     [this] { showList(); }});
+    connectCommands(
+        {[this] { logic_->add(form_); }, [this](int line) { logic_->edit(form_, line); },
+         [this](int line) { logic_->remove(form_, line); }, nullptr, [this] { showList(); }});
 
     guard([this] { form_ = logic_->open(); });
     showList();

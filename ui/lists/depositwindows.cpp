@@ -23,7 +23,9 @@ const QString kBlankDate = QStringLiteral("__/__/____");
 // ---- Payroll Deposit Information ---------------------------------------------------
 
 DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& form, QWidget* parent)
-    : GuardedDialog(parent), logic_(logic), form_(form)
+    : GuardedDialog(parent)
+    , logic_(logic)
+    , form_(form)
 {
     setObjectName(QStringLiteral("dlgDep"));
     setWindowTitle(QStringLiteral("Payroll Deposit Information"));
@@ -57,13 +59,15 @@ DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& fo
     fields->addRow(severeLabel, severe_);
     delinquencyLabel_ = new QLabel(QStringLiteral("Date of Earliest Delinquency Notice:"), this);
     fields->addRow(delinquencyLabel_, delinquency_);
-    jeopardyLabel_ = new QLabel(QStringLiteral("Date of Demand for Immediate Payment (Jeopardy Assessment):"), this);
+    jeopardyLabel_ = new QLabel(
+        QStringLiteral("Date of Demand for Immediate Payment (Jeopardy Assessment):"), this);
     fields->addRow(jeopardyLabel_, jeopardy_);
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* cancel
+        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("btnCancel"));
 
     auto* top = new QVBoxLayout(this);
@@ -141,8 +145,9 @@ void DepositInfoWindow::showForm()
     severe_->setYes(form_.severe);
     ShowText(delinquency_, form_.delinquencyDate);
     ShowText(jeopardy_, form_.jeopardyDate);
-    for (QWidget* w : {static_cast<QWidget*>(delinquency_), static_cast<QWidget*>(jeopardy_),
-                       static_cast<QWidget*>(delinquencyLabel_), static_cast<QWidget*>(jeopardyLabel_)})
+    for (QWidget* w :
+         {static_cast<QWidget*>(delinquency_), static_cast<QWidget*>(jeopardy_),
+          static_cast<QWidget*>(delinquencyLabel_), static_cast<QWidget*>(jeopardyLabel_)})
         w->setEnabled(form_.noticeDatesEnabled);
     hint_->setText(fromCore(form_.hint));
 }
@@ -151,9 +156,9 @@ void DepositInfoWindow::showForm()
 
 DepositsWindow::DepositsWindow(CommandContext& ctx)
     : ListDialog(ctx.parent, QStringLiteral("lstDep"), QStringLiteral("Deposit Due Date:"),
-                 QStringLiteral("00/00/00000000")),
-      ctx_(ctx),
-      depositLogic_(ctx.kase, ctx.msgs)
+                 QStringLiteral("00/00/00000000"))
+    , ctx_(ctx)
+    , depositLogic_(ctx.kase, ctx.msgs)
 {
     setObjectName(QStringLiteral("dlgInpDepPen"));
     setWindowTitle(QStringLiteral("Payroll Tax Deposit Penalties"));
@@ -173,12 +178,11 @@ DepositsWindow::DepositsWindow(CommandContext& ctx)
     tutorial->setObjectName(QStringLiteral("btnTutorial"));
     auto* top = new QVBoxLayout(this);
     top->addLayout(listArea({tutorial}));
-    connect(tutorial, &QPushButton::clicked, this, [this] { guard([this] { logic_->tutorial(); }); });
-    connectCommands({[this] { logic_->add(form_); },
-                     [this](int line) { logic_->edit(form_, line); },
-                     [this](int line) { logic_->remove(form_, line); },
-                     nullptr,
-                     [this] { showList(); }});
+    connect(tutorial, &QPushButton::clicked, this,
+            [this] { guard([this] { logic_->tutorial(); }); });
+    connectCommands(
+        {[this] { logic_->add(form_); }, [this](int line) { logic_->edit(form_, line); },
+         [this](int line) { logic_->remove(form_, line); }, nullptr, [this] { showList(); }});
 
     guard([this] { form_ = logic_->open(); });
     showList();

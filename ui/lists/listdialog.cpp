@@ -8,7 +8,8 @@
 
 namespace rw::ui {
 
-ListDialog::ListDialog(QWidget* parent, const QString& listName, const QString& caption, const QString& sample)
+ListDialog::ListDialog(QWidget* parent, const QString& listName, const QString& caption,
+                       const QString& sample)
     : GuardedDialog(parent)
 {
     list_ = new QListWidget(this);
@@ -97,7 +98,8 @@ void ListDialog::reject()
     guard([this] { runClose(); });
 }
 
-void ListDialog::showLines(const std::vector<std::string>& lines, bool editEnabled, bool deleteEnabled)
+void ListDialog::showLines(const std::vector<std::string>& lines, bool editEnabled,
+                           bool deleteEnabled)
 {
     list_->clear();
     for (const std::string& line : lines)

@@ -27,7 +27,8 @@ public:
 protected:
     // listName: the list's object name; caption: its label ("&&" shows "&");
     // sample: a line as wide as the widest the list shows.
-    ListDialog(QWidget* parent, const QString& listName, const QString& caption, const QString& sample);
+    ListDialog(QWidget* parent, const QString& listName, const QString& caption,
+               const QString& sample);
 
     // The list and its commands as one layout; leading buttons go above "&Add".
     QBoxLayout* listArea(std::initializer_list<QPushButton*> leading = {});
@@ -36,8 +37,8 @@ protected:
         std::function<void()> add;
         std::function<void(int line)> edit;
         std::function<void(int line)> remove;
-        std::function<void()> close;   // Close (and the close box); the window accepts afterwards
-        std::function<void()> refresh; // shows the form again after a command
+        std::function<void()> close;  // Close (and the close box); the window accepts afterwards
+        std::function<void()> refresh;  // shows the form again after a command
     };
     void connectCommands(Commands commands);
 

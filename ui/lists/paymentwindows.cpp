@@ -24,7 +24,9 @@ namespace rw::ui {
 // ---- Payment Information -----------------------------------------------------
 
 PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& form, QWidget* parent)
-    : GuardedDialog(parent), logic_(logic), form_(form)
+    : GuardedDialog(parent)
+    , logic_(logic)
+    , form_(form)
 {
     setObjectName(QStringLiteral("dlgPmtInd"));
     setWindowTitle(QStringLiteral("Payment Information"));
@@ -32,7 +34,8 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
     desc_ = new QLineEdit(this);
     desc_->setObjectName(QStringLiteral("CStxtDesc"));
     desc_->setMaxLength(16);
-    desc_->setMinimumWidth(desc_->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMMMMMMMMMM")) + 12);
+    desc_->setMinimumWidth(
+        desc_->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMMMMMMMMMM")) + 12);
     date_ = new DateField(this);
     date_->setObjectName(QStringLiteral("CSdtPmt"));
     amount_ = new MoneyField(this);
@@ -75,7 +78,8 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* cancel
+        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("btnCancel"));
 
     auto* top = new QVBoxLayout(this);
@@ -95,15 +99,20 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
     setTabOrder(ok, cancel);
 
     // The IRS method: a click, or the focus entering or leaving the check box.
-    connect(irs_, &QCheckBox::clicked, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
+    connect(irs_, &QCheckBox::clicked, this,
+            [this] { react([this] { logic_.irsMethodClicked(form_); }); });
     auto* irsFocus = new FocusWatcher(irs_);
-    connect(irsFocus, &FocusWatcher::focusGained, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
-    connect(irsFocus, &FocusWatcher::focusLost, this, [this] { react([this] { logic_.irsMethodClicked(form_); }); });
+    connect(irsFocus, &FocusWatcher::focusGained, this,
+            [this] { react([this] { logic_.irsMethodClicked(form_); }); });
+    connect(irsFocus, &FocusWatcher::focusLost, this,
+            [this] { react([this] { logic_.irsMethodClicked(form_); }); });
     // Amounts as they are typed.
-    connect(interest_, &QLineEdit::textEdited, this, [this] { react([this] { logic_.interestChanged(form_); }); });
+    connect(interest_, &QLineEdit::textEdited, this,
+            [this] { react([this] { logic_.interestChanged(form_); }); });
     for (QLineEdit* e : {static_cast<QLineEdit*>(amount_), static_cast<QLineEdit*>(tax_),
                          static_cast<QLineEdit*>(penalties_)})
-        connect(e, &QLineEdit::textEdited, this, [this] { react([this] { logic_.amountChanged(form_); }); });
+        connect(e, &QLineEdit::textEdited, this,
+                [this] { react([this] { logic_.amountChanged(form_); }); });
     // A new payment date is checked against the calculation period once the
     // user leaves the field with a date different from the one last checked;
     // the payment is then allocated on the new date.
@@ -152,7 +161,7 @@ void PaymentInfoWindow::showForm()
     ShowLabel(maxInt_, form_.maxInterestLabel);
 }
 
-template <typename F>
+template<typename F>
 void PaymentInfoWindow::react(F&& reaction)
 {
     guard([&] {
@@ -172,13 +181,13 @@ void PaymentInfoWindow::okClicked()
 
 // ---- Progress of the arrangement search ------------------------------------------
 
-ArrangeProgressPanel::ArrangeProgressPanel(QWidget* panel, QLabel* variations, QProgressBar* permutations,
-                                           QProgressBar* penalties)
-    : panel_(panel),
-      variations_(variations),
-      permutations_(permutations),
-      penalties_(penalties),
-      sinceRepaint_(std::make_unique<QElapsedTimer>())
+ArrangeProgressPanel::ArrangeProgressPanel(QWidget* panel, QLabel* variations,
+                                           QProgressBar* permutations, QProgressBar* penalties)
+    : panel_(panel)
+    , variations_(variations)
+    , permutations_(permutations)
+    , penalties_(penalties)
+    , sinceRepaint_(std::make_unique<QElapsedTimer>())
 {
 }
 
@@ -245,8 +254,8 @@ void ArrangeProgressPanel::catchUp(bool force)
 
 PaymentsWindow::PaymentsWindow(CommandContext& ctx)
     : ListDialog(ctx.parent, QStringLiteral("lstPmt"), QStringLiteral("Date of Payment  && Desc.:"),
-                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM")),
-      ctx_(ctx)
+                 QStringLiteral("00/00/0000 MMMMMMMMMMMMMMMM"))
+    , ctx_(ctx)
 {
     setObjectName(QStringLiteral("dlgPmts"));
     setWindowTitle(QStringLiteral("Payments"));
@@ -262,7 +271,8 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
                 ctx_.openHelp();
         });
 
-    autoArrange_ = new QCheckBox(QStringLiteral("Auto Arrange Payments to Minimize Payroll Penalties"), this);
+    autoArrange_ = new QCheckBox(
+        QStringLiteral("Auto Arrange Payments to Minimize Payroll Penalties"), this);
     autoArrange_->setObjectName(QStringLiteral("chkMinPRPenalty"));
     hint_ = new QPushButton(QStringLiteral("&Hint to Minimize Payroll Penalties"), this);
     hint_->setObjectName(QStringLiteral("btnPRhint"));
@@ -289,7 +299,8 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
     progressGrid->addWidget(penalties_, 2, 1);
     progressGrid->setColumnStretch(1, 1);
     progressPanel_->hide();
-    progress_ = std::make_unique<ArrangeProgressPanel>(progressPanel_, variations_, permutations_, penalties_);
+    progress_ = std::make_unique<ArrangeProgressPanel>(progressPanel_, variations_, permutations_,
+                                                       penalties_);
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(listArea(), 1);
@@ -300,15 +311,16 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
     top->addLayout(hintRow);
     top->addWidget(progressPanel_);
 
-    connectCommands({[this] { logic_->add(form_); },
-                     [this](int line) { logic_->edit(form_, line); },
-                     [this](int line) { logic_->remove(form_, line); },
-                     [this] {
-                         form_.autoArrange = form_.payrollControlsVisible && autoArrange_->isChecked();
-                         logic_->close(form_, progress_.get());
-                     },
-                     [this] { showList(); }});
-    connect(hint_, &QPushButton::clicked, this, [this] { guard([this] { logic_->payrollHint(); }); });
+    connectCommands(
+        {[this] { logic_->add(form_); }, [this](int line) { logic_->edit(form_, line); },
+         [this](int line) { logic_->remove(form_, line); },
+         [this] {
+             form_.autoArrange = form_.payrollControlsVisible && autoArrange_->isChecked();
+             logic_->close(form_, progress_.get());
+         },
+         [this] { showList(); }});
+    connect(hint_, &QPushButton::clicked, this,
+            [this] { guard([this] { logic_->payrollHint(); }); });
 
     guard([this] { form_ = logic_->open(); });
     showList();

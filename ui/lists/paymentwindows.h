@@ -35,7 +35,7 @@ public:
 private:
     void readForm();
     void showForm();
-    template <typename F>
+    template<typename F>
     void react(F&& reaction);
     void okClicked();
 
@@ -63,7 +63,8 @@ private:
 // pricing hundreds of thousands of orders is not slowed by the screen.
 class ArrangeProgressPanel : public ArrangeProgress {
 public:
-    ArrangeProgressPanel(QWidget* panel, QLabel* variations, QProgressBar* permutations, QProgressBar* penalties);
+    ArrangeProgressPanel(QWidget* panel, QLabel* variations, QProgressBar* permutations,
+                         QProgressBar* penalties);
     ~ArrangeProgressPanel() override;
 
     void setVisible(bool visible) override;

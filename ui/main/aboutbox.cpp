@@ -25,7 +25,8 @@ QLabel* line(const QString& text, const QString& name, QWidget* parent)
 
 }  // namespace
 
-AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent) : QDialog(parent)
+AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent)
+    : QDialog(parent)
 {
     setObjectName(QStringLiteral("dlgAbout"));
     setWindowTitle(QStringLiteral("About Ratewright"));
@@ -37,26 +38,31 @@ AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent
     big.setPointSizeF(big.pointSizeF() * 1.8);
     big.setBold(true);
     product->setFont(big);
-    auto* purpose = line(QStringLiteral("Interest and penalties on tax liabilities"), QStringLiteral("lblPurpose"), this);
+    auto* purpose = line(QStringLiteral("Interest and penalties on tax liabilities"),
+                         QStringLiteral("lblPurpose"), this);
 
     auto* description = line(fromCore(release.description), QStringLiteral("lblDescription"), this);
     QFont bold = description->font();
     bold.setBold(true);
     description->setFont(bold);
-    auto* version = line(QStringLiteral("Version ") + fromCore(kProgramVersion), QStringLiteral("lblVersion"), this);
+    auto* version = line(QStringLiteral("Version ") + fromCore(kProgramVersion),
+                         QStringLiteral("lblVersion"), this);
     // The release of the rates beside the program's version: a release can
     // be newer than the program.
-    auto* rates = line(release.loaded()
-                           ? QStringLiteral("Interest rates: release ") + fromCore(release.name)
-                                 + QStringLiteral(", verified through ") + fromCore(release.verifiedThroughText)
-                                 + QStringLiteral(", estimated through ") + fromCore(release.estimatedThroughText)
-                           : QStringLiteral("Interest rates: no usable release was found"),
-                       QStringLiteral("lblRelease"), this);
+    auto* rates = line(
+        release.loaded()
+            ? QStringLiteral("Interest rates: release ") + fromCore(release.name)
+                  + QStringLiteral(", verified through ") + fromCore(release.verifiedThroughText)
+                  + QStringLiteral(", estimated through ") + fromCore(release.estimatedThroughText)
+            : QStringLiteral("Interest rates: no usable release was found"),
+        QStringLiteral("lblRelease"), this);
 
-    auto* notice = line(QStringLiteral("STATE PENALTY NOTICE: This program will compute penalties using Federal law. "
-                                       "Only use penalty computations for state taxes where the penalty for the state "
-                                       "can be computed using the Federal law."),
-                        QStringLiteral("lblNotice"), this);
+    auto* notice
+        = line(QStringLiteral(
+                   "STATE PENALTY NOTICE: This program will compute penalties using Federal law. "
+                   "Only use penalty computations for state taxes where the penalty for the state "
+                   "can be computed using the Federal law."),
+               QStringLiteral("lblNotice"), this);
     notice->setWordWrap(true);
     notice->setFrameShape(QFrame::Box);
     notice->setMargin(6);

@@ -15,7 +15,8 @@ bool QtDesktop::openUrl(const QUrl& url)
     return QDesktopServices::openUrl(url);
 }
 
-bool QtDesktop::openDocument(const std::filesystem::path& file, const std::filesystem::path& workingFolder)
+bool QtDesktop::openDocument(const std::filesystem::path& file,
+                             const std::filesystem::path& workingFolder)
 {
     // The viewer starts in the installation folder: it inherits the
     // program's working folder for the moment it is started.

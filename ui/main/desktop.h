@@ -22,20 +22,26 @@ public:
     virtual bool openUrl(const QUrl& url) = 0;
     // A document (the manual) with its default viewer, started in
     // workingFolder. False when nothing could open it.
-    virtual bool openDocument(const std::filesystem::path& file, const std::filesystem::path& workingFolder) = 0;
+    virtual bool openDocument(const std::filesystem::path& file,
+                              const std::filesystem::path& workingFolder)
+        = 0;
 };
 
 class QtDesktop : public Desktop {
 public:
     bool openUrl(const QUrl& url) override;
-    bool openDocument(const std::filesystem::path& file, const std::filesystem::path& workingFolder) override;
+    bool openDocument(const std::filesystem::path& file,
+                      const std::filesystem::path& workingFolder) override;
 };
 
 // The platform's file dialogs: case files with the default extension ".int",
 // starting in the data folder.
 class QtFileDialogs : public FileDialogs {
 public:
-    explicit QtFileDialogs(QWidget* parent = nullptr) : parent_(parent) {}
+    explicit QtFileDialogs(QWidget* parent = nullptr)
+        : parent_(parent)
+    {
+    }
     void setParent(QWidget* parent) { parent_ = parent; }
 
     std::optional<std::string> openCase(const std::string& initialFolder) override;

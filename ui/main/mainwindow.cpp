@@ -51,7 +51,9 @@ ReportHooks reportHooksFor(MainWindow* w)
 }  // namespace
 
 MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* parent)
-    : QMainWindow(parent), session_(session), services_(services)
+    : QMainWindow(parent)
+    , session_(session)
+    , services_(services)
 {
     endWatch_.inner = &services_.program;
     if (!services_.clock)
@@ -67,8 +69,9 @@ MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* p
     big.setPointSizeF(big.pointSizeF() * 1.6);
     big.setBold(true);
     heading->setFont(big);
-    auto* purpose = new QLabel(
-        QStringLiteral("Interest, and the penalties that carry interest, on a tax liability between two dates"), central);
+    auto* purpose = new QLabel(QStringLiteral("Interest, and the penalties that carry interest, on "
+                                              "a tax liability between two dates"),
+                               central);
     purpose->setObjectName(QStringLiteral("lblPurpose"));
     purpose->setWordWrap(true);
     note_ = new QLabel(central);
@@ -89,7 +92,8 @@ MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* p
     buildMenus();
     buildToolBar();
 
-    resize(fontMetrics().horizontalAdvance(QString(80, QLatin1Char('n'))), fontMetrics().height() * 16);
+    resize(fontMetrics().horizontalAdvance(QString(80, QLatin1Char('n'))),
+           fontMetrics().height() * 16);
     refresh();
 }
 
@@ -97,13 +101,14 @@ MainWindow::~MainWindow() = default;
 
 ShellContext MainWindow::shellContext()
 {
-    return ShellContext{session_, services_.msgs, services_.files, *this, endWatch_, *services_.clock};
+    return ShellContext{session_, services_.msgs, services_.files,
+                        *this,    endWatch_,      *services_.clock};
 }
 
 // ---- Menus and tool bar ------------------------------------------------------
 
-QAction* MainWindow::menuAction(QMenu* menu, const char* name, const QString& caption, std::function<void()> command,
-                                bool checkable)
+QAction* MainWindow::menuAction(QMenu* menu, const char* name, const QString& caption,
+                                std::function<void()> command, bool checkable)
 {
     auto* action = menu->addAction(caption);
     action->setObjectName(QString::fromLatin1(name));
@@ -134,14 +139,30 @@ void MainWindow::buildMenus()
     };
 
     QMenu* file = topMenu("mnuFile", QStringLiteral("&File"), true);
-    menuAction(file, "mnuFileNew", QStringLiteral("&New..."),
-               [this] { run("mnuFileNew_Click", [this] { auto ctx = shellContext(); FileNew(ctx); }); });
-    menuAction(file, "mnuFileOpen", QStringLiteral("&Open..."),
-               [this] { run("mnuFileOpen_Click", [this] { auto ctx = shellContext(); FileOpen(ctx); }); });
-    menuAction(file, "mnuFileSave", QStringLiteral("&Save"),
-               [this] { run("mnuFileSave_Click", [this] { auto ctx = shellContext(); FileSave(ctx); }); });
-    menuAction(file, "mnuFileSaveAs", QStringLiteral("Save &As..."),
-               [this] { run("mnuFileSaveAs_Click", [this] { auto ctx = shellContext(); FileSaveAs(ctx); }); });
+    menuAction(file, "mnuFileNew", QStringLiteral("&New..."), [this] {
+        run("mnuFileNew_Click", [this] {
+            auto ctx = shellContext();
+            FileNew(ctx);
+        });
+    });
+    menuAction(file, "mnuFileOpen", QStringLiteral("&Open..."), [this] {
+        run("mnuFileOpen_Click", [this] {
+            auto ctx = shellContext();
+            FileOpen(ctx);
+        });
+    });
+    menuAction(file, "mnuFileSave", QStringLiteral("&Save"), [this] {
+        run("mnuFileSave_Click", [this] {
+            auto ctx = shellContext();
+            FileSave(ctx);
+        });
+    });
+    menuAction(file, "mnuFileSaveAs", QStringLiteral("Save &As..."), [this] {
+        run("mnuFileSaveAs_Click", [this] {
+            auto ctx = shellContext();
+            FileSaveAs(ctx);
+        });
+    });
     file->addSeparator();
     menuAction(file, "mnuFilePrint", QStringLiteral("&Print..."), [this] { printCommand(); });
     file->addSeparator();
@@ -176,11 +197,16 @@ void MainWindow::buildMenus()
             });
         },
         true);
-    menuAction(penalties, "mnuPenAccuracy", QStringLiteral("&Accuracy Related"), [this] { accuracyRelatedCommand(); },
-               true);
-    menuAction(penalties, "mnuPenPR", QStringLiteral("Payro&ll"), [this] { payrollCommand(); }, true);
-    menuAction(penalties, "mnuPenExtended", QStringLiteral("&Extended Due Date"), [this] { extendedDueDateCommand(); });
-    menuAction(inputs, "mnuInputsPayments", QStringLiteral("P&ayments..."), [this] { paymentsCommand(); }, true);
+    menuAction(
+        penalties, "mnuPenAccuracy", QStringLiteral("&Accuracy Related"),
+        [this] { accuracyRelatedCommand(); }, true);
+    menuAction(
+        penalties, "mnuPenPR", QStringLiteral("Payro&ll"), [this] { payrollCommand(); }, true);
+    menuAction(penalties, "mnuPenExtended", QStringLiteral("&Extended Due Date"),
+               [this] { extendedDueDateCommand(); });
+    menuAction(
+        inputs, "mnuInputsPayments", QStringLiteral("P&ayments..."), [this] { paymentsCommand(); },
+        true);
     menuAction(
         inputs, "mnuInputsCharges", QStringLiteral("&Other Charges..."),
         [this] {
@@ -193,10 +219,12 @@ void MainWindow::buildMenus()
         true);
 
     QMenu* options = topMenu("mnuOptions", QStringLiteral("&Options"), true);
-    menuAction(options, "mnuOptionsInterest", QStringLiteral("&Interest Rates..."), [this] { optionalRatesCommand(); },
-               true);
-    menuAction(options, "mnuOptionsSuspend", QStringLiteral("&Suspend Interest..."), [this] { suspendCommand(); },
-               true);
+    menuAction(
+        options, "mnuOptionsInterest", QStringLiteral("&Interest Rates..."),
+        [this] { optionalRatesCommand(); }, true);
+    menuAction(
+        options, "mnuOptionsSuspend", QStringLiteral("&Suspend Interest..."),
+        [this] { suspendCommand(); }, true);
     options->addSeparator();
     menuAction(
         options, "mnuShowToolBar", QStringLiteral("Show Tool &Bar"),
@@ -238,15 +266,22 @@ void MainWindow::buildToolBar()
     toolBar_->installEventFilter(this);
     QStyle* st = style();
     toolAction("New", st->standardIcon(QStyle::SP_FileIcon), QStringLiteral("New case"));
-    toolAction("Open", st->standardIcon(QStyle::SP_DialogOpenButton), QStringLiteral("Open a case"));
-    toolAction("Save", st->standardIcon(QStyle::SP_DialogSaveButton), QStringLiteral("Save the case"));
+    toolAction("Open", st->standardIcon(QStyle::SP_DialogOpenButton),
+               QStringLiteral("Open a case"));
+    toolAction("Save", st->standardIcon(QStyle::SP_DialogSaveButton),
+               QStringLiteral("Save the case"));
     toolBar_->addSeparator();
-    toolAction("View", st->standardIcon(QStyle::SP_FileDialogContentsView), QStringLiteral("View reports"));
-    toolAction("Print", QIcon::fromTheme(QStringLiteral("document-print"), st->standardIcon(QStyle::SP_FileDialogDetailedView)),
+    toolAction("View", st->standardIcon(QStyle::SP_FileDialogContentsView),
+               QStringLiteral("View reports"));
+    toolAction("Print",
+               QIcon::fromTheme(QStringLiteral("document-print"),
+                                st->standardIcon(QStyle::SP_FileDialogDetailedView)),
                QStringLiteral("Print reports"));
     toolBar_->addSeparator();
-    toolAction("Help", st->standardIcon(QStyle::SP_MessageBoxQuestion), QStringLiteral("Help contents"));
-    toolAction("Exit", st->standardIcon(QStyle::SP_DialogCloseButton), QStringLiteral("Exit the program"));
+    toolAction("Help", st->standardIcon(QStyle::SP_MessageBoxQuestion),
+               QStringLiteral("Help contents"));
+    toolAction("Exit", st->standardIcon(QStyle::SP_DialogCloseButton),
+               QStringLiteral("Exit the program"));
     // The tool bar's buttons are found by their key.
     const auto buttons = toolBar_->actions();
     for (QAction* a : buttons)
@@ -258,7 +293,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     // "Show Tool Tips" off: the tool bar's buttons show no tips.
     if (event->type() == QEvent::ToolTip && !session_.menus.showToolTipsChecked
-        && (watched == toolBar_ || (watched->isWidgetType() && toolBar_->isAncestorOf(static_cast<QWidget*>(watched)))))
+        && (watched == toolBar_
+            || (watched->isWidgetType() && toolBar_->isAncestorOf(static_cast<QWidget*>(watched)))))
         return true;
     return QMainWindow::eventFilter(watched, event);
 }
@@ -268,14 +304,29 @@ void MainWindow::toolbarKey(std::string_view key)
     if (programEnded())
         return;
     switch (ToolbarCommand(key, services_.msgs)) {
-    case MainCommand::New: actions_.at("mnuFileNew")->trigger(); return;
-    case MainCommand::Open: actions_.at("mnuFileOpen")->trigger(); return;
-    case MainCommand::Save: actions_.at("mnuFileSave")->trigger(); return;
-    case MainCommand::Print: printCommand(); break;
-    case MainCommand::View: reportsCommand(); break;
-    case MainCommand::Help: run("tlbMain_ButtonClick", [this] { helpContents(); }); break;
-    case MainCommand::Exit: close(); return;
-    case MainCommand::Unknown: break;
+    case MainCommand::New:
+        actions_.at("mnuFileNew")->trigger();
+        return;
+    case MainCommand::Open:
+        actions_.at("mnuFileOpen")->trigger();
+        return;
+    case MainCommand::Save:
+        actions_.at("mnuFileSave")->trigger();
+        return;
+    case MainCommand::Print:
+        printCommand();
+        break;
+    case MainCommand::View:
+        reportsCommand();
+        break;
+    case MainCommand::Help:
+        run("tlbMain_ButtonClick", [this] { helpContents(); });
+        break;
+    case MainCommand::Exit:
+        close();
+        return;
+    case MainCommand::Unknown:
+        break;
     }
     refresh();
 }
@@ -329,7 +380,8 @@ bool MainWindow::startUp(const Paths& paths, std::string_view platformVersion)
     session_.paths = paths;
     ShellContext ctx = shellContext();
     const std::string version(platformVersion);
-    const bool ok = RunCommand(ctx, "Main", [&] { Startup(session_, paths, services_.msgs, version); });
+    const bool ok
+        = RunCommand(ctx, "Main", [&] { Startup(session_, paths, services_.msgs, version); });
     if (ok && !programEnded())
         refresh();
     return ok && !programEnded();
@@ -382,10 +434,15 @@ void MainWindow::showInitialInputs(Session& session)
     dlg.run();
     ShellContext ctx = shellContext();
     switch (dlg.outcome()) {
-    case InitialInputsWindow::Outcome::Stored: InitialInputsAccepted(ctx); break;
-    case InitialInputsWindow::Outcome::SaveAndExit: InitialInputsSaveAndExit(ctx); break;
+    case InitialInputsWindow::Outcome::Stored:
+        InitialInputsAccepted(ctx);
+        break;
+    case InitialInputsWindow::Outcome::SaveAndExit:
+        InitialInputsSaveAndExit(ctx);
+        break;
     case InitialInputsWindow::Outcome::Cancelled:
-    case InitialInputsWindow::Outcome::ProgramEnded: break;
+    case InitialInputsWindow::Outcome::ProgramEnded:
+        break;
     }
 }
 
@@ -460,7 +517,9 @@ void MainWindow::extendedDueDateCommand()
 
 void MainWindow::openExtendedDueDate()
 {
-    ExtDueDateWindow dlg(session_.kase, services_.msgs, QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this);
+    ExtDueDateWindow dlg(session_.kase, services_.msgs,
+                         QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                                           : this);
     if (dlg.run())
         WriteRecoveryCopy(session_);
 }
@@ -470,15 +529,17 @@ void MainWindow::helpContents()
     const std::filesystem::path file = session_.paths.helpFile();
     std::error_code ec;
     if (!std::filesystem::is_regular_file(file, ec)) {
-        services_.msgs.show("Help", "The help file " + Utf8ToLatin1(file.string()) + " was not found.",
+        services_.msgs.show("Help",
+                            "The help file " + Utf8ToLatin1(file.string()) + " was not found.",
                             MsgIcon::Exclamation);
         return;
     }
     if (!services_.desktop.openDocument(file, session_.paths.installDir))
-        services_.msgs.show("Help",
-                            "The help file " + Utf8ToLatin1(file.string())
-                                + " could not be opened.  A viewer for PDF files is needed to read it.",
-                            MsgIcon::Exclamation);
+        services_.msgs.show(
+            "Help",
+            "The help file " + Utf8ToLatin1(file.string())
+                + " could not be opened.  A viewer for PDF files is needed to read it.",
+            MsgIcon::Exclamation);
 }
 
 void MainWindow::aboutCommand()

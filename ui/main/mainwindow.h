@@ -73,8 +73,8 @@ private:
 
     void buildMenus();
     void buildToolBar();
-    QAction* menuAction(QMenu* menu, const char* name, const QString& caption, std::function<void()> command,
-                        bool checkable = false);
+    QAction* menuAction(QMenu* menu, const char* name, const QString& caption,
+                        std::function<void()> command, bool checkable = false);
     QAction* toolAction(const char* key, const QIcon& icon, const QString& tip);
     // Runs a command inside the command boundary, then redraws.
     void run(std::string_view name, const std::function<void()>& command);
@@ -114,7 +114,7 @@ private:
     QLabel* note_ = nullptr;
     QToolBar* toolBar_ = nullptr;
     std::map<std::string, QAction*, std::less<>> actions_;  // by object name
-    std::map<std::string, QAction*, std::less<>> keys_;     // tool bar, by key
+    std::map<std::string, QAction*, std::less<>> keys_;  // tool bar, by key
 };
 
 }  // namespace rw::ui

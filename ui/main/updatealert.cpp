@@ -11,7 +11,8 @@
 
 namespace rw::ui {
 
-UpdateAlertWindow::UpdateAlertWindow(const RateAlert& alert, Desktop& desktop, QWidget* parent) : QDialog(parent)
+UpdateAlertWindow::UpdateAlertWindow(const RateAlert& alert, Desktop& desktop, QWidget* parent)
+    : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmGetUpdate"));
     setWindowTitle(fromCore(kUpdateAlertTitle));
@@ -31,7 +32,8 @@ UpdateAlertWindow::UpdateAlertWindow(const RateAlert& alert, Desktop& desktop, Q
     update->setObjectName(QStringLiteral("OKButton"));
     update->setAutoDefault(false);
     const std::string page = alert.updatePage;
-    connect(update, &QPushButton::clicked, this, [&desktop, page] { desktop.openUrl(WebAddress(page)); });
+    connect(update, &QPushButton::clicked, this,
+            [&desktop, page] { desktop.openUrl(WebAddress(page)); });
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* buttons = new QHBoxLayout;

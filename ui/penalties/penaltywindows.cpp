@@ -46,7 +46,9 @@ void enable(bool on, std::initializer_list<QWidget*> widgets)
 
 // ---- Failure To File ----------------------------------------------------------------
 
-FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent) : GuardedDialog(parent), logic_(logic)
+FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent)
+    : GuardedDialog(parent)
+    , logic_(logic)
 {
     setObjectName(QStringLiteral("dlgInpFToF"));
     setWindowTitle(QStringLiteral("Failure To File Penalty Inputs"));
@@ -107,7 +109,8 @@ FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent) : GuardedDia
     guard([this] { form_ = logic_.open(); });
     showForm();
     finishSetup();
-    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())->setFocus(Qt::OtherFocusReason);
+    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())
+        ->setFocus(Qt::OtherFocusReason);
 }
 
 void FtoFileWindow::readForm()
@@ -127,7 +130,9 @@ void FtoFileWindow::showForm()
 
 // ---- Failure To Pay -------------------------------------------------------------------
 
-FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent) : GuardedDialog(parent), logic_(logic)
+FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent)
+    : GuardedDialog(parent)
+    , logic_(logic)
 {
     setObjectName(QStringLiteral("dlgInpFToP"));
     setWindowTitle(QStringLiteral("Failure To Pay Inputs"));
@@ -138,7 +143,8 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent) : GuardedDialog
     assess_->setObjectName(QStringLiteral("txtAssess"));
     amount_ = new MoneyField(this);
     amount_->setObjectName(QStringLiteral("txtAmtOnRet"));
-    increased_ = new YesNoChoice(QStringLiteral("Calculate \u00A76651(d)(1) Increased Failure To Pay Rate"), this);
+    increased_ = new YesNoChoice(
+        QStringLiteral("Calculate \u00A76651(d)(1) Increased Failure To Pay Rate"), this);
     increased_->setObjectName(QStringLiteral("rad6651d1"));
     start_ = new DateField(this);
     start_->setObjectName(QStringLiteral("txt6651d1Start"));
@@ -212,7 +218,8 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent) : GuardedDialog
     guard([this] { form_ = logic_.open(); });
     showForm();
     finishSetup();
-    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())->setFocus(Qt::OtherFocusReason);
+    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())
+        ->setFocus(Qt::OtherFocusReason);
 }
 
 void FtoPayWindow::readForm()
@@ -241,7 +248,9 @@ void FtoPayWindow::showForm()
 
 // ---- Accuracy Related -------------------------------------------------------------------
 
-AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent) : GuardedDialog(parent), logic_(logic)
+AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent)
+    : GuardedDialog(parent)
+    , logic_(logic)
 {
     setObjectName(QStringLiteral("dlgInpAcc"));
     setWindowTitle(QStringLiteral("Accuracy Related Penalty"));
@@ -342,7 +351,8 @@ AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent) : GuardedDialog
     guard([this] { form_ = logic_.open(); });
     showForm();
     finishSetup();
-    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())->setFocus(Qt::OtherFocusReason);
+    (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())
+        ->setFocus(Qt::OtherFocusReason);
 }
 
 void AccRelWindow::hintOnFocus(QWidget* w, AccRelField field)
@@ -370,9 +380,15 @@ void AccRelWindow::showForm()
     ShowText(underpayment_, form_.underpayment);
     enable(form_.underpaymentEnabled, {underpayment_, underpaymentLabel_});
     switch (form_.rateChoice) {
-    case AccRelRateChoice::Normal: normal_->setChecked(true); break;
-    case AccRelRateChoice::EconomicSubstance: economic_->setChecked(true); break;
-    case AccRelRateChoice::Other: other_->setChecked(true); break;
+    case AccRelRateChoice::Normal:
+        normal_->setChecked(true);
+        break;
+    case AccRelRateChoice::EconomicSubstance:
+        economic_->setChecked(true);
+        break;
+    case AccRelRateChoice::Other:
+        other_->setChecked(true);
+        break;
     }
     ShowText(rate_, form_.rate);
     enable(form_.rateEnabled, {rate_, rateLabel_});

@@ -17,7 +17,9 @@ namespace {
 // Holds the run's printer as a child of the main window.
 class RunPrinterHolder : public QObject {
 public:
-    explicit RunPrinterHolder(QObject* parent) : QObject(parent), printer(QPrinter::HighResolution)
+    explicit RunPrinterHolder(QObject* parent)
+        : QObject(parent)
+        , printer(QPrinter::HighResolution)
     {
         setObjectName(QStringLiteral("rwRunPrinter"));
         QtPrinter::SetReportPageLayout(printer);
@@ -38,8 +40,9 @@ bool defaultPrinterSetup(QPrinter& printer, QWidget* parent)
 
 QString defaultPdfFile(QWidget* parent)
 {
-    QString name = QFileDialog::getSaveFileName(parent, QStringLiteral("Print Reports to a PDF File"), QString(),
-                                                QStringLiteral("PDF files (*.pdf)"));
+    QString name
+        = QFileDialog::getSaveFileName(parent, QStringLiteral("Print Reports to a PDF File"),
+                                       QString(), QStringLiteral("PDF files (*.pdf)"));
     if (!name.isEmpty() && QFileInfo(name).suffix().isEmpty())
         name += QStringLiteral(".pdf");
     return name;
@@ -51,7 +54,7 @@ QPrinter& RunPrinter(QWidget* mainWindow, std::unique_ptr<QPrinter>& fallback)
 {
     if (mainWindow) {
         if (auto* holder = mainWindow->findChild<RunPrinterHolder*>(QStringLiteral("rwRunPrinter"),
-                                                                   Qt::FindDirectChildrenOnly))
+                                                                    Qt::FindDirectChildrenOnly))
             return holder->printer;
         return (new RunPrinterHolder(mainWindow))->printer;
     }
@@ -61,7 +64,9 @@ QPrinter& RunPrinter(QWidget* mainWindow, std::unique_ptr<QPrinter>& fallback)
 }
 
 PrintTarget::PrintTarget(QPrinter& printer, const ReportHooks& hooks, QWidget* parent)
-    : printer_(printer), hooks_(hooks), parent_(parent)
+    : printer_(printer)
+    , hooks_(hooks)
+    , parent_(parent)
 {
 }
 
@@ -71,7 +76,8 @@ bool PrintTarget::printerAvailable() const
     // set-up offers one.
     if (printer_.outputFormat() == QPrinter::PdfFormat)
         return !printer_.outputFileName().isEmpty();
-    return !printer_.printerName().isEmpty() && printer_.isValid() && !QPrinterInfo::availablePrinters().isEmpty();
+    return !printer_.printerName().isEmpty() && printer_.isValid()
+           && !QPrinterInfo::availablePrinters().isEmpty();
 }
 
 QString PrintTarget::describe() const
@@ -88,8 +94,8 @@ QString PrintTarget::describe() const
 
 bool PrintTarget::setup()
 {
-    const bool confirmed =
-        hooks_.printerSetup ? hooks_.printerSetup(printer_, parent_) : defaultPrinterSetup(printer_, parent_);
+    const bool confirmed = hooks_.printerSetup ? hooks_.printerSetup(printer_, parent_)
+                                               : defaultPrinterSetup(printer_, parent_);
     if (confirmed && printerAvailable())
         pdfFile_.clear();
     return confirmed;
@@ -97,7 +103,8 @@ bool PrintTarget::setup()
 
 bool PrintTarget::choosePdfFile()
 {
-    const QString name = hooks_.choosePdfFile ? hooks_.choosePdfFile(parent_) : defaultPdfFile(parent_);
+    const QString name
+        = hooks_.choosePdfFile ? hooks_.choosePdfFile(parent_) : defaultPdfFile(parent_);
     if (name.isEmpty())
         return false;
     pdfFile_ = name;

@@ -37,7 +37,6 @@ public:
     // The printer back end of the job (after resolve()).
     std::unique_ptr<rw::Printer> makePrinter();
 
-
 private:
     bool printerAvailable() const;
 

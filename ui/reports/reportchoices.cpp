@@ -12,8 +12,11 @@
 
 namespace rw::ui {
 
-ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget* target, QWidget* parent)
-    : GuardedDialog(parent), logic_(logic), target_(target)
+ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget* target,
+                                         QWidget* parent)
+    : GuardedDialog(parent)
+    , logic_(logic)
+    , target_(target)
 {
     setObjectName(QStringLiteral("dlgRptChoices"));
     setWindowTitle(fromCore(ReportChoiceDialog::kCaption));
@@ -31,14 +34,17 @@ ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget*
         item->setCheckState(form_.checked[i] ? Qt::Checked : Qt::Unchecked);
     }
     list_->setCurrentRow(0);
-    const int rowHeight = list_->sizeHintForRow(0) > 0 ? list_->sizeHintForRow(0) : list_->fontMetrics().height() + 4;
-    list_->setFixedHeight(rowHeight * static_cast<int>(entries.size()) + 2 * list_->frameWidth() + 4);
+    const int rowHeight = list_->sizeHintForRow(0) > 0 ? list_->sizeHintForRow(0)
+                                                       : list_->fontMetrics().height() + 4;
+    list_->setFixedHeight(rowHeight * static_cast<int>(entries.size()) + 2 * list_->frameWidth()
+                          + 4);
     list_->setMinimumWidth(list_->sizeHintForColumn(0) + 48);
 
     auto* buttons = new QDialogButtonBox(this);
     QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    QPushButton* cancel
+        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
     cancel->setObjectName(QStringLiteral("btnCancel"));
 
     auto* top = new QVBoxLayout(this);

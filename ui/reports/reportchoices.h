@@ -34,7 +34,11 @@ private:
 // made last time. "Setup" appears when asked for and a print target is given.
 class QtReportChooser : public ReportChooser {
 public:
-    QtReportChooser(PrintTarget* target, QWidget* parent) : target_(target), parent_(parent) {}
+    QtReportChooser(PrintTarget* target, QWidget* parent)
+        : target_(target)
+        , parent_(parent)
+    {
+    }
     void chooseReports(ReportChoice& choice, bool withSetup) override;
 
 private:

@@ -1,10 +1,10 @@
 #include "ui/reports/reportwindows.h"
 
 #include "base/numtext.h"
+#include "qtprint/qtprinter.h"
 #include "reports/standardsources.h"
 #include "ui/common/fields.h"
 #include "ui/common/texts.h"
-#include "qtprint/qtprinter.h"
 #include "ui/reports/printtarget.h"
 #include "ui/reports/reportchoices.h"
 
@@ -48,7 +48,8 @@ QRect availableArea(const QWidget* w)
 void reportFaultByMessage(Messages& msgs, const Fault& f)
 {
     msgs.show("Error!",
-              "Error " + std::to_string(f.number()) + " in " + f.procedure() + ": " + ErrorDescription(f.number()),
+              "Error " + std::to_string(f.number()) + " in " + f.procedure() + ": "
+                  + ErrorDescription(f.number()),
               MsgIcon::Critical);
 }
 
@@ -80,7 +81,9 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
     // every heading in its column.
     int unit = fm.horizontalAdvance(QStringLiteral("00/00/0000")) + pad;
     for (int c = 0; c < columns; ++c) {
-        const int units = c < static_cast<int>(grid.widthUnits.size()) ? std::max(1, grid.widthUnits[static_cast<std::size_t>(c)]) : 1;
+        const int units = c < static_cast<int>(grid.widthUnits.size())
+                              ? std::max(1, grid.widthUnits[static_cast<std::size_t>(c)])
+                              : 1;
         int need = 0;
         for (std::size_t r = 0; r < grid.rows(); ++r) {
             const auto& row = grid.cells[r];
@@ -103,7 +106,9 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
             headings << DisplayText(h);
     table->setHorizontalHeaderLabels(headings);
     for (int c = 0; c < columns; ++c) {
-        const int units = c < static_cast<int>(grid.widthUnits.size()) ? std::max(1, grid.widthUnits[static_cast<std::size_t>(c)]) : 1;
+        const int units = c < static_cast<int>(grid.widthUnits.size())
+                              ? std::max(1, grid.widthUnits[static_cast<std::size_t>(c)])
+                              : 1;
         table->setColumnWidth(c, unit * units);
         if (QTableWidgetItem* h = table->horizontalHeaderItem(c))
             h->setTextAlignment(Qt::AlignCenter | Qt::Alignment(Qt::TextWordWrap));
@@ -135,8 +140,11 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
 
 // ---- The windows -------------------------------------------------------------------------
 
-ReportWindowBase::ReportWindowBase(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report)
-    : GuardedDialog(ctx.parent), ctx_(ctx), hooks_(hooks)
+ReportWindowBase::ReportWindowBase(const CommandContext& ctx, const ReportHooks& hooks,
+                                   const ReportWindow& report)
+    : GuardedDialog(ctx.parent)
+    , ctx_(ctx)
+    , hooks_(hooks)
 {
     setObjectName(fromCore(report.name));
     setWindowTitle(fromCore(report.caption));
@@ -183,12 +191,14 @@ void ReportWindowBase::printClicked()
     }
 }
 
-TextReportWindow::TextReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report)
+TextReportWindow::TextReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                                   const ReportWindow& report)
     : ReportWindowBase(ctx, hooks, report)
 {
     text_ = new QPlainTextEdit(this);
-    text_->setObjectName(report.kind == ReportWindowKind::AccuracyRelated ? QStringLiteral("txtAccRelPen")
-                                                                         : QStringLiteral("txtSumm"));
+    text_->setObjectName(report.kind == ReportWindowKind::AccuracyRelated
+                             ? QStringLiteral("txtAccRelPen")
+                             : QStringLiteral("txtSumm"));
     text_->setReadOnly(true);
     text_->setFont(QtPrinter::ReportFont(QStringLiteral("Courier New"), kTextPoints));
     // The accuracy-related explanation is one long line that the box wraps;
@@ -206,7 +216,8 @@ TextReportWindow::TextReportWindow(const CommandContext& ctx, const ReportHooks&
     const int columns = wraps ? 80 : longest + 2;
     const int cell = fm.horizontalAdvance(QLatin1Char('0'));
     const QRect area = availableArea(this);
-    const int w = std::min(cell * columns + 2 * text_->frameWidth() + 2 * static_cast<int>(text_->document()->documentMargin())
+    const int w = std::min(cell * columns + 2 * text_->frameWidth()
+                               + 2 * static_cast<int>(text_->document()->documentMargin())
                                + text_->verticalScrollBar()->sizeHint().width(),
                            area.width() - 80);
     const int shownLines = std::clamp(static_cast<int>(lines.size()) + (wraps ? 4 : 1), 8, 34);
@@ -222,13 +233,15 @@ TextReportWindow::TextReportWindow(const CommandContext& ctx, const ReportHooks&
     finishSetup();
 }
 
-GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report)
+GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                                   const ReportWindow& report)
     : ReportWindowBase(ctx, hooks, report)
 {
     const GridData& grid = *report.grid;
     table_ = MakeReportTable(grid, this, 3);
-    table_->setObjectName(report.kind == ReportWindowKind::DetailedInterest ? QStringLiteral("vsGrdIntDetail")
-                                                                           : QStringLiteral("vsGrdDispFailFilePay"));
+    table_->setObjectName(report.kind == ReportWindowKind::DetailedInterest
+                              ? QStringLiteral("vsGrdIntDetail")
+                              : QStringLiteral("vsGrdDispFailFilePay"));
     // The total row stands out.
     const int last = table_->rowCount() - 1;
     if (last >= 0) {
@@ -241,8 +254,10 @@ GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks&
     }
     const QRect area = availableArea(this);
     const int shownRows = std::clamp(table_->rowCount(), 6, 30);
-    const int h = std::min(table_->horizontalHeader()->height() + shownRows * table_->verticalHeader()->defaultSectionSize()
-                               + 2 * table_->frameWidth() + table_->horizontalScrollBar()->sizeHint().height(),
+    const int h = std::min(table_->horizontalHeader()->height()
+                               + shownRows * table_->verticalHeader()->defaultSectionSize()
+                               + 2 * table_->frameWidth()
+                               + table_->horizontalScrollBar()->sizeHint().height(),
                            area.height() - 160);
     table_->setMinimumHeight(h);
     table_->setMinimumWidth(std::min(table_->minimumWidth(), area.width() - 60));
@@ -259,7 +274,8 @@ GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks&
     finishSetup();
 }
 
-InputsReportWindow::InputsReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report)
+InputsReportWindow::InputsReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                                       const ReportWindow& report)
     : ReportWindowBase(ctx, hooks, report)
 {
     const InputsWindowData& in = *report.inputs;
@@ -277,9 +293,11 @@ InputsReportWindow::InputsReportWindow(const CommandContext& ctx, const ReportHo
         longest = std::max(longest, static_cast<int>(l.size()));
     const QRect area = availableArea(this);
     text->setMinimumSize(
-        std::min(fm.horizontalAdvance(QLatin1Char('0')) * (longest + 3) + text->verticalScrollBar()->sizeHint().width() + 12,
+        std::min(fm.horizontalAdvance(QLatin1Char('0')) * (longest + 3)
+                     + text->verticalScrollBar()->sizeHint().width() + 12,
                  area.width() - 80),
-        std::min(fm.lineSpacing() * std::clamp(static_cast<int>(lines.size()) + 1, 10, 34) + 12, area.height() - 160));
+        std::min(fm.lineSpacing() * std::clamp(static_cast<int>(lines.size()) + 1, 10, 34) + 12,
+                 area.height() - 160));
 
     auto* deposits = new QPushButton(QStringLiteral("Payroll Liabilities"), this);
     deposits->setObjectName(QStringLiteral("btnDep"));
@@ -312,7 +330,8 @@ void InputsReportWindow::showGrid(InputGridKind kind)
 {
     // The lists as they stand now: a later rearrangement of the payments shows.
     try {
-        const GridData grid = WithFaultName("FillPmtGrd", [&] { return InputsGrid(ctx_.kase, kind); });
+        const GridData grid
+            = WithFaultName("FillPmtGrd", [&] { return InputsGrid(ctx_.kase, kind); });
         InputGridDialog dlg(grid, this);
         dlg.run();
     } catch (const Fault& f) {
@@ -323,7 +342,8 @@ void InputsReportWindow::showGrid(InputGridKind kind)
     }
 }
 
-InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent) : GuardedDialog(parent)
+InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent)
+    : GuardedDialog(parent)
 {
     setObjectName(QStringLiteral("dlgIPGrid"));
     setWindowTitle(fromCore(grid.caption));
@@ -331,10 +351,11 @@ InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent) : Guarde
     QTableWidget* table = MakeReportTable(grid, this, 2);
     table->setObjectName(QStringLiteral("vsGrdDispIP"));
     const QRect area = availableArea(this);
-    table->setMinimumHeight(std::min(table->horizontalHeader()->height()
-                                         + std::clamp(table->rowCount(), 4, 20) * table->verticalHeader()->defaultSectionSize()
-                                         + 2 * table->frameWidth() + table->horizontalScrollBar()->sizeHint().height(),
-                                     area.height() - 160));
+    table->setMinimumHeight(std::min(
+        table->horizontalHeader()->height()
+            + std::clamp(table->rowCount(), 4, 20) * table->verticalHeader()->defaultSectionSize()
+            + 2 * table->frameWidth() + table->horizontalScrollBar()->sizeHint().height(),
+        area.height() - 160));
     auto* close = new QPushButton(QStringLiteral("Close"), this);
     close->setObjectName(QStringLiteral("btnClose"));
     close->setAutoDefault(false);
@@ -350,14 +371,21 @@ InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent) : Guarde
 
 // ---- Opening and printing -----------------------------------------------------------------
 
-QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report, int cascade)
+QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                          const ReportWindow& report, int cascade)
 {
     ReportWindowBase* w = nullptr;
     switch (report.kind) {
     case ReportWindowKind::DetailedInterest:
-    case ReportWindowKind::FailFilePay: w = new GridReportWindow(ctx, hooks, report); break;
-    case ReportWindowKind::Inputs: w = new InputsReportWindow(ctx, hooks, report); break;
-    default: w = new TextReportWindow(ctx, hooks, report); break;
+    case ReportWindowKind::FailFilePay:
+        w = new GridReportWindow(ctx, hooks, report);
+        break;
+    case ReportWindowKind::Inputs:
+        w = new InputsReportWindow(ctx, hooks, report);
+        break;
+    default:
+        w = new TextReportWindow(ctx, hooks, report);
+        break;
     }
     if (report.modal) {
         // Centred; blocks the main window until closed.
@@ -393,7 +421,8 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
                          ctx.setNote(note);
                  },
                  repaint};
-    PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job, StandardReportSources(ctx.rates, ctx.ftfMinimums));
+    PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job,
+                 StandardReportSources(ctx.rates, ctx.ftfMinimums));
 }
 
 }  // namespace rw::ui

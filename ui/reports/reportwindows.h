@@ -27,7 +27,8 @@ QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int heading
 class ReportWindowBase : public GuardedDialog {
     Q_OBJECT
 public:
-    ReportWindowBase(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report);
+    ReportWindowBase(const CommandContext& ctx, const ReportHooks& hooks,
+                     const ReportWindow& report);
 
 protected:
     // Print and Close (Print only when the report has one).
@@ -42,7 +43,8 @@ protected:
 class TextReportWindow : public ReportWindowBase {
     Q_OBJECT
 public:
-    TextReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report);
+    TextReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                     const ReportWindow& report);
 
 private:
     QPlainTextEdit* text_;
@@ -52,7 +54,8 @@ private:
 class GridReportWindow : public ReportWindowBase {
     Q_OBJECT
 public:
-    GridReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report);
+    GridReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                     const ReportWindow& report);
     QTableWidget* table() const { return table_; }
 
 private:
@@ -63,7 +66,8 @@ private:
 class InputsReportWindow : public ReportWindowBase {
     Q_OBJECT
 public:
-    InputsReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& report);
+    InputsReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                       const ReportWindow& report);
 
 private:
     void showGrid(InputGridKind kind);
@@ -79,8 +83,8 @@ public:
 // Opens the window of one report. A window beside the main window deletes
 // itself when closed and is returned; a modal one is run and deleted here
 // (null is returned).
-QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks, const ReportWindow& data,
-                          int cascade);
+QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
+                          const ReportWindow& data, int cascade);
 
 // Runs the print command (the reports chosen in "Report Choices", one copy).
 void PrintCommand(CommandContext& ctx, const ReportHooks& hooks);
