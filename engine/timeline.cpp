@@ -59,9 +59,14 @@ bool HasDueDatePoint(const InitInputs& init)
     return due.isGiven() && init.tlStart.dtDate < due && due < init.tlStop.dtDate;
 }
 
+bool HasInterestDate(const ChargeRec& ch)
+{
+    return ch.dtIntStart.isGiven() && ch.dtIntStart != Date();
+}
+
 Date ChargeInterestDate(const ChargeRec& ch)
 {
-    return ch.dtIntStart.isGiven() && ch.dtIntStart != Date() ? ch.dtIntStart : ch.dtLiab;
+    return HasInterestDate(ch) ? ch.dtIntStart : ch.dtLiab;
 }
 
 std::int16_t CountUSPts(const InitInputs& init, std::int16_t n)

@@ -49,9 +49,11 @@ public:
 // and the stop date, so that interest runs from the day after it is due.
 bool HasDueDatePoint(const InitInputs& init);
 
+// Whether a charge has a day of its own for interest to start on: not 0 and
+// not "no date", which older files and JSON cases can hold.
+bool HasInterestDate(const ChargeRec& ch);
 // The day interest starts on a charge: its own interest date, or its date of
-// liability when it has none (0 or no date, as older files and JSON cases
-// can hold).
+// liability when it has none.
 Date ChargeInterestDate(const ChargeRec& ch);
 
 // Points the builder creates itself: start, stop, payments, charges, one per

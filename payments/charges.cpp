@@ -2,6 +2,7 @@
 
 #include "base/fault.h"
 #include "casedata/datechecks.h"
+#include "engine/timeline.h"
 #include "payments/payments.h"
 
 #include <algorithm>
@@ -99,7 +100,7 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
     const auto interestDate = ParseUserDate(form.interestDate);
     if (interestDate && !interestDate->isNoDate()) {
         rec.dtIntStart = *interestDate;
-    } else if (!rec.dtIntStart.isGiven() || rec.dtIntStart == Date()) {
+    } else if (!HasInterestDate(rec)) {
         // No day for interest on a charge that has none yet: interest runs
         // from the date of liability rather than from day 0, which lies before
         // every calculation.
