@@ -125,9 +125,11 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
 void PrintMaster(std::int16_t copies, const Case& c, ReportChoice& choice, ReportChooser& chooser,
                  PrintJob& job, const ReportSources& sources)
 {
-    chooser.chooseReports(choice, true);
+    const bool chosen = chooser.chooseReports(choice, true);
     if (job.repaint)
         job.repaint();
+    if (!chosen)
+        return;
     PrintReports(choice.mask, copies, c, job, sources);
 }
 
@@ -197,7 +199,8 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
 std::vector<ReportWindow> ReportDisplayCommand(const Case& c, ReportChoice& choice,
                                                ReportChooser& chooser, const ReportSources& sources)
 {
-    chooser.chooseReports(choice, false);
+    if (!chooser.chooseReports(choice, false))
+        return {};
     return ReportWindows(choice.mask, c, sources);
 }
 

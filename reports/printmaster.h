@@ -63,7 +63,7 @@ public:
     // "Setup": the printer set-up dialog titled "Print Reports"; true when confirmed.
     bool setup(Printer& printer) const { return printer.setup(); }
     // OK: stores the sum of the checked values. Cancel stores nothing, and the
-    // command goes on with the choice made last time.
+    // command that asked ends there.
     void accept(const ReportChoiceForm& form);
 
     static constexpr std::string_view kCaption = "Report Choices";
@@ -75,11 +75,12 @@ private:
 
 // The seam through which the commands show the dialog: the desktop opens the
 // modal check list (OK stores into choice, Cancel leaves it), tests and the
-// command-line tool set the choice directly.
+// command-line tool set the choice directly. False when the user cancelled:
+// nothing is shown or printed then.
 class ReportChooser {
 public:
     virtual ~ReportChooser() = default;
-    virtual void chooseReports(ReportChoice& choice, bool withSetup) = 0;
+    virtual bool chooseReports(ReportChoice& choice, bool withSetup) = 0;
 };
 
 // ---- Where the reports' figures come from ------------------------------------

@@ -56,10 +56,11 @@ struct Paper {
 struct ScriptedChooser : ReportChooser {
     std::optional<std::int32_t> next;
     std::vector<bool> setupShown;
-    void chooseReports(ReportChoice& choice, bool withSetup) override
+    bool chooseReports(ReportChoice& choice, bool withSetup) override
     {
         setupShown.push_back(withSetup);
         choice.mask = next.value_or(choice.mask);
+        return next.has_value();
     }
 };
 
@@ -365,7 +366,7 @@ TEST(PrintMaster, ComputesOnceSkipsWhatDoesNotApplyAndNumbersThePagesOnThroughTh
     }
 }
 
-TEST(PrintMaster, CancelPrintsTheEarlierChoiceAndFailureToPayAlonePrintsItsBlock)
+TEST(PrintMaster, CancelPrintsNothingAndFailureToPayAlonePrintsItsBlock)
 {
     CaseComputation comp = Computation("everypenalty");
     comp.kase.init.bFtoFile = comp.kase.init.b6651d1 = kNo;
@@ -373,8 +374,13 @@ TEST(PrintMaster, CancelPrintsTheEarlierChoiceAndFailureToPayAlonePrintsItsBlock
     ScriptedChooser chooser;  // Cancel
     Paper j;
     PrintMaster(1, comp.kase, choice, chooser, j.job, j.sources(comp));
-    EXPECT_EQ(chooser.setupShown, std::vector<bool>{true});
-    EXPECT_EQ(j.repaints, 2);  // after the dialog and after the copy
+    EXPECT_TRUE(j.printer.pages().empty());
+    EXPECT_EQ(j.repaints, 1);  // after the dialog
+
+    chooser.next = kRptFailFilePay;
+    PrintMaster(1, comp.kase, choice, chooser, j.job, j.sources(comp));
+    EXPECT_EQ(chooser.setupShown, (std::vector<bool>{true, true}));
+    EXPECT_EQ(j.repaints, 3);  // after the dialog and after the copy
     ASSERT_EQ(j.printer.pages().size(), 1u);
     const Lines& page = j.printer.pages()[0];
     EXPECT_EQ(std::count(page.begin(), page.end(), "FAILURE TO FILE:"), 0);

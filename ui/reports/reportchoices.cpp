@@ -107,11 +107,11 @@ void ReportChoicesDialog::showTarget()
         printTo_->setText(target_->describe());
 }
 
-void QtReportChooser::chooseReports(ReportChoice& choice, bool withSetup)
+bool QtReportChooser::chooseReports(ReportChoice& choice, bool withSetup)
 {
     ReportChoiceDialog logic(choice, withSetup);
     ReportChoicesDialog dlg(logic, withSetup ? target_ : nullptr, parent_);
-    dlg.run();
+    return dlg.run();
 }
 
 }  // namespace rw::ui

@@ -39,7 +39,7 @@ public:
         , parent_(parent)
     {
     }
-    void chooseReports(ReportChoice& choice, bool withSetup) override;
+    bool chooseReports(ReportChoice& choice, bool withSetup) override;
 
 private:
     PrintTarget* target_;

@@ -406,14 +406,14 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
     QPrinter& printer = RunPrinter(ctx.parent, ownPrinter);
     PrintTarget target(printer, hooks, ctx.parent);
     QtReportChooser chooser(&target, ctx.parent);
-    chooser.chooseReports(ctx.reportChoice, true);
+    const bool chosen = chooser.chooseReports(ctx.reportChoice, true);
     auto repaint = [&ctx] {
         if (ctx.parent)
             ctx.parent->repaint();
     };
     repaint();
-    if (ctx.reportChoice.mask == 0 || !target.resolve())
-        return;  // nothing chosen, or nowhere to print
+    if (!chosen || ctx.reportChoice.mask == 0 || !target.resolve())
+        return;  // cancelled, nothing chosen, or nowhere to print
     std::unique_ptr<rw::Printer> backEnd = target.makePrinter();
     PrintJob job{*backEnd, ctx.printState, ctx.msgs,
                  [&ctx](std::string_view note) {
