@@ -11,6 +11,9 @@ namespace rw {
 
 enum class MsgIcon { None, Information, Exclamation, Critical, Question };
 
+// The answer to "Save changes to ...?".
+enum class SaveAnswer { Save, DontSave, Cancel };
+
 class Messages {
 public:
     virtual ~Messages() = default;
@@ -18,6 +21,12 @@ public:
     virtual void show(std::string_view title, std::string_view text, MsgIcon icon) = 0;
     // A box with Yes and No buttons; true for Yes.
     virtual bool ask(std::string_view title, std::string_view text, MsgIcon icon) = 0;
+    // A box with Save, Don't Save and Cancel buttons (Save the default,
+    // Escape for Cancel). A speaker that cannot offer Cancel asks Yes/No.
+    virtual SaveAnswer askSave(std::string_view title, std::string_view text)
+    {
+        return ask(title, text, MsgIcon::Question) ? SaveAnswer::Save : SaveAnswer::DontSave;
+    }
     // The system beep.
     virtual void beep() { }
 };

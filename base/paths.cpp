@@ -23,6 +23,15 @@ Paths Paths::FromEnvironment()
     } else {
         p.userDataRoot = p.installDir;
     }
+    fs::path configRoot;
+    if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg)
+        configRoot = xdg;
+    else if (const char* home = std::getenv("HOME"); home && *home)
+        configRoot = fs::path(home) / ".config";
+    else
+        configRoot = p.userDataRoot;
+    p.configDir = configRoot / kMakerFolder / kAppFolder;
+    p.appDataDir = p.userDataRoot / kMakerFolder / kAppFolder;
     return p;
 }
 

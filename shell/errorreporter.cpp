@@ -2,6 +2,11 @@
 
 #include "shell/filecommands.h"
 
+#include "base/numtext.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <new>
 
@@ -16,10 +21,23 @@ constexpr std::string_view kRepairAdvice
       "program "
       "files that are damaged or in conflict with other programs.";
 
-void AppendLogLine(const Session& s, const std::string& line)
+// The error log keeps every report of the run and of runs before. A log
+// that cannot be written is told; the report goes on.
+void AppendLogLine(ShellContext& ctx, const std::string& line)
 {
-    std::ofstream log(s.paths.errorLog(), std::ios::app | std::ios::binary);
-    log << line << "\n";
+    const std::filesystem::path file = ctx.session.paths.errorLog();
+    std::error_code ec;
+    std::filesystem::create_directories(file.parent_path(), ec);
+    errno = 0;
+    std::ofstream log(file, std::ios::app | std::ios::binary);
+    if (log)
+        log << line << "\n" << std::flush;
+    if (!log)
+        ctx.msgs.show("Error Log",
+                      "The error log could not be written.\n\nFile: " + Utf8ToLatin1(file.string())
+                          + "\nReason: "
+                          + (errno != 0 ? std::strerror(errno) : "the file could not be opened"),
+                      MsgIcon::Exclamation);
 }
 
 }  // namespace
@@ -55,9 +73,10 @@ void ReportError(ShellContext& ctx, const Fault& fault)
 void ReportError(ShellContext& ctx, int number, std::string_view procedure, std::string_view detail)
 {
     Session& s = ctx.session;
-    // Nothing may stop the report: a copy or a save that fails is passed over.
+    // Nothing may stop the report: a copy or a save that fails is told and
+    // passed over.
     try {
-        WriteRecoveryCopy(s);
+        WriteRecoveryCopy(s, ctx.msgs);
     } catch (const std::exception&) {
     }
     const std::string text = ErrorReportText(number, procedure, detail);
@@ -70,7 +89,7 @@ void ReportError(ShellContext& ctx, int number, std::string_view procedure, std:
         }
     }
     try {
-        AppendLogLine(s, FormatMMDDYYYYDashed(ctx.clock.today()) + " -> " + text);
+        AppendLogLine(ctx, FormatMMDDYYYYDashed(ctx.clock.today()) + " -> " + text);
     } catch (const std::exception&) {
     }
     if (const std::string hint = PossibleSolutionText(number); !hint.empty())

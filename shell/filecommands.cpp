@@ -4,14 +4,55 @@
 #include "rates/ratetable.h"
 #include "shell/settings.h"
 
+#include <algorithm>
+
 namespace rw {
 
 namespace {
 
-void RememberDataFolder(Session& s, const std::string& fileName)
+constexpr std::string_view kRecentSection = "Recent Files";
+
+// Writes one setting. A settings file that cannot be written is told once a
+// run; the command goes on, as the setting only helps the next run.
+void WriteSetting(ShellContext& ctx, std::string_view section, std::string_view key,
+                  std::string_view value)
 {
-    s.gsDataPath = FolderOf(fileName);
-    SettingsFile(s.paths.iniFile()).write("Data Files", "Data File Path", s.gsDataPath);
+    Session& s = ctx.session;
+    const std::filesystem::path file = s.paths.iniFile();
+    if (s.settingsFailureTold) {
+        try {
+            SettingsFile(file).write(section, key, value);
+        } catch (const Fault&) {
+        }
+        return;
+    }
+    if (!WriteOrTell(ctx.msgs, "Settings", "The program's settings", file,
+                     [&] { SettingsFile(file).write(section, key, value); }))
+        s.settingsFailureTold = true;
+}
+
+void SaveRecentFiles(ShellContext& ctx)
+{
+    const std::vector<std::string>& recent = ctx.session.recentFiles;
+    for (std::size_t i = 0; i < kRecentFiles; ++i)
+        WriteSetting(ctx, kRecentSection, "File" + std::to_string(i + 1),
+                     i < recent.size() ? recent[i] : std::string());
+}
+
+void RememberRecent(ShellContext& ctx, const std::string& name)
+{
+    std::vector<std::string>& recent = ctx.session.recentFiles;
+    std::erase(recent, name);
+    recent.insert(recent.begin(), name);
+    if (recent.size() > kRecentFiles)
+        recent.resize(kRecentFiles);
+    SaveRecentFiles(ctx);
+}
+
+void RememberDataFolder(ShellContext& ctx, const std::string& fileName)
+{
+    ctx.session.gsDataPath = FolderOf(fileName);
+    WriteSetting(ctx, "Data Files", "Data File Path", ctx.session.gsDataPath);
 }
 
 bool EndsWithTBL(std::string_view name)
@@ -24,13 +65,18 @@ bool EndsWithTBL(std::string_view name)
     return up(end[0]) == 'T' && up(end[1]) == 'B' && up(end[2]) == 'L';
 }
 
-// WriteCase to the case's own file; a write to the recovery copy's path
-// leaves the saved state as it is.
-void WriteToFile(Session& s, const std::string& path)
+// Writes the case to path; told when the file cannot be written. A write to
+// the recovery copy's path leaves the saved state as it is.
+bool WriteToFile(ShellContext& ctx, const std::string& path)
 {
-    WriteCase(path, s.kase);
-    if (!IsRecoveryCopy(s, path))
-        s.gbSaved = kYes;
+    Session& s = ctx.session;
+    if (!WriteOrTell(ctx.msgs, "Save", "The case", path, [&] { WriteCase(path, s.kase); }))
+        return false;
+    if (!IsRecoveryCopy(s, path)) {
+        MarkSaved(s);
+        RememberRecent(ctx, path);
+    }
+    return true;
 }
 
 }  // namespace
@@ -38,47 +84,87 @@ void WriteToFile(Session& s, const std::string& path)
 std::string_view RateTableNotACaseText()
 {
     return "A rate table file is not a case and was not opened. The rate table of a case follows "
-           "the "
-           "taxing authority chosen under Rate Table in the Initial Inputs window (Inputs - "
+           "the taxing authority chosen under Rate Table in the Initial Inputs window (Inputs - "
            "Initial Inputs).";
+}
+
+std::string SaveChangesText(const Session& s)
+{
+    return "Save changes to " + DisplayName(s) + "?";
+}
+
+bool ConfirmDiscard(ShellContext& ctx)
+{
+    Session& s = ctx.session;
+    if (s.gbSaved == kYes)
+        return true;
+    switch (ctx.msgs.askSave("Ratewright", SaveChangesText(s))) {
+    case SaveAnswer::Save:
+        return FileSave(ctx);
+    case SaveAnswer::DontSave:
+        return true;
+    case SaveAnswer::Cancel:
+        break;
+    }
+    return false;
 }
 
 void FileNew(ShellContext& ctx)
 {
+    if (!ConfirmDiscard(ctx))
+        return;
     Session& s = ctx.session;
+    Session previous = s;
     ClearInputs(s.kase);
     s.menus.saveAsEnabled = true;
     EnableSave(s, false);
-    EnableInputs(s);
     EnableOutputs(s, false);
     s.menus.initialInputsChecked = false;
-    s.menus.ftPayChecked = false;
-    s.menus.ftFileChecked = false;
-    s.menus.accuracyChecked = false;
-    s.menus.payrollChecked = false;
     s.kase.init.sTaxAuth = "US  ";
     OpenRates("US  ", s.paths, ctx.msgs, s.gRates);
-    SetOptionChecks(s);
-    s.gbSaved = kYes;
-    ctx.dialogs.showInitialInputs(s);
-    s.menus.note = std::string(kNextStepNote);
+    MarkSaved(s);
     s.gsFileName = std::string(kUntitled);
+    EnableInputs(s);
+    SetPenaltyChecks(s);
+    SetOptionChecks(s);
     RefreshTitle(s);
+    if (!ctx.dialogs.showInitialInputs(s)) {
+        // Cancelled: the new case was never begun.
+        s = std::move(previous);
+        return;
+    }
+    s.menus.note = std::string(kNextStepNote);
     EnableSave(s, false);
     s.menus.saveAsEnabled = true;
 }
 
 void FileOpen(ShellContext& ctx)
 {
-    Session& s = ctx.session;
-    const std::optional<std::string> chosen = ctx.files.openCase(s.gsDataPath);
+    if (!ConfirmDiscard(ctx))
+        return;
+    const std::optional<std::string> chosen = ctx.files.openCase(ctx.session.gsDataPath);
     if (!chosen)
         return;
-    const std::string& name = *chosen;
-    RememberDataFolder(s, name);
+    RememberDataFolder(ctx, *chosen);
+    OpenCaseFile(ctx, *chosen);
+}
+
+void FileOpenRecent(ShellContext& ctx, const std::string& path)
+{
+    if (!ConfirmDiscard(ctx))
+        return;
+    if (!OpenCaseFile(ctx, path)) {
+        std::erase(ctx.session.recentFiles, path);
+        SaveRecentFiles(ctx);
+    }
+}
+
+bool OpenCaseFile(ShellContext& ctx, const std::string& name)
+{
+    Session& s = ctx.session;
     if (EndsWithTBL(name)) {
         ctx.msgs.show("Open", RateTableNotACaseText(), MsgIcon::Information);
-        return;
+        return false;
     }
 
     Case read = s.kase;
@@ -90,35 +176,32 @@ void FileOpen(ShellContext& ctx)
     case CaseReadResult::Status::BadMarker:
         // Told; the case in memory, its file name and the menus stay, so
         // nothing the user has not saved is lost to a damaged file.
-        return;
+        return false;
     }
     s.kase = std::move(read);
     s.gsFileName = name;
+    MarkSaved(s);
+    RememberRecent(ctx, name);
     s.menus.initialInputsChecked = true;
-    EnableInputs(s);
     OpenRates(s.kase.init.sTaxAuth.view(), s.paths, ctx.msgs, s.gRates);
-    SetPenaltyChecks(s);
-    SetOptionChecks(s);
-    WriteRecoveryCopy(s);
-
-    s.gbSaved = kYes;
+    NoteCaseChanges(s, ctx.msgs);
     EnableOutputs(s, true);
-    RefreshTitle(s);
     ctx.dialogs.showInitialInputs(s);
     s.menus.note = std::string(kNextStepNote);
     EnableSave(s, true);
+    return true;
 }
 
-void FileSave(ShellContext& ctx)
+bool FileSave(ShellContext& ctx)
 {
     Session& s = ctx.session;
     if (!s.menus.saveEnabled) {
         // The case has no file of the user's choosing yet.
-        FileSaveAs(ctx);
-        return;
+        return FileSaveAs(ctx);
     }
-    WriteToFile(s, s.gsFileName);
+    const bool saved = WriteToFile(ctx, s.gsFileName);
     RefreshTitle(s);
+    return saved;
 }
 
 bool FileSaveAs(ShellContext& ctx)
@@ -127,52 +210,45 @@ bool FileSaveAs(ShellContext& ctx)
     const std::optional<std::string> chosen = ctx.files.saveCase(s.gsDataPath);
     if (!chosen)
         return false;
+    if (!WriteToFile(ctx, *chosen))
+        return false;
     s.gsFileName = *chosen;
-    RememberDataFolder(s, s.gsFileName);
-    WriteToFile(s, s.gsFileName);
+    RememberDataFolder(ctx, s.gsFileName);
     RefreshTitle(s);
     EnableSave(s, true);
     return true;
 }
 
-void ExitPrompt(ShellContext& ctx)
+bool ExitPrompt(ShellContext& ctx)
 {
-    Session& s = ctx.session;
-    if (s.gbSaved == kYes)
-        return;
-    if (ctx.msgs.ask("Warning",
-                     "File " + s.gsFileName
-                         + " has not been saved.  Do you want to save your data before exiting?",
-                     MsgIcon::Exclamation))
-        FileSaveAs(ctx);
+    return ConfirmDiscard(ctx);
 }
 
 void ExitProgram(ShellContext& ctx, bool saveFirst)
 {
     Session& s = ctx.session;
-    SettingsFile settings(s.paths.iniFile());
-    settings.write("Options", "ToolBar", s.menus.showToolBarChecked ? "True" : "False");
-    settings.write("Options", "ToolTips", s.menus.showToolTipsChecked ? "True" : "False");
+    WriteSetting(ctx, "Options", "ToolBar", s.menus.showToolBarChecked ? "True" : "False");
+    WriteSetting(ctx, "Options", "ToolTips", s.menus.showToolTipsChecked ? "True" : "False");
     ctx.program.hideMainWindow();
     if (saveFirst)
         FileSaveAs(ctx);
     ctx.program.endProgram();
 }
 
-void CloseMainWindow(ShellContext& ctx)
+bool CloseMainWindow(ShellContext& ctx)
 {
-    ExitPrompt(ctx);
+    if (!ExitPrompt(ctx))
+        return false;
     ExitProgram(ctx, false);
+    return true;
 }
 
 void InitialInputsAccepted(ShellContext& ctx)
 {
     Session& s = ctx.session;
-    s.gbSaved = kNo;
     s.menus.initialInputsChecked = true;
     EnableOutputs(s, true);
-    WriteRecoveryCopy(s);
-    RefreshTitle(s);
+    NoteCaseChanges(s, ctx.msgs);
 }
 
 void InitialInputsSaveAndExit(ShellContext& ctx)
@@ -180,6 +256,17 @@ void InitialInputsSaveAndExit(ShellContext& ctx)
     InitialInputsAccepted(ctx);
     FileSaveAs(ctx);
     ctx.program.endProgram();
+}
+
+void LoadRecentFiles(Session& s)
+{
+    const SettingsFile settings(s.paths.iniFile());
+    s.recentFiles.clear();
+    for (std::size_t i = 0; i < kRecentFiles; ++i) {
+        std::string name = settings.read(kRecentSection, "File" + std::to_string(i + 1), "");
+        if (!name.empty() && std::ranges::find(s.recentFiles, name) == s.recentFiles.end())
+            s.recentFiles.push_back(std::move(name));
+    }
 }
 
 }  // namespace rw

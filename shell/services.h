@@ -25,11 +25,12 @@ public:
 
 // The dialogs the file commands open modally. The window layer runs the
 // Initial Inputs dialog and, when the user accepts it, calls
-// InitialInputsAccepted (filecommands.h).
+// InitialInputsAccepted (filecommands.h); true then, false when the dialog
+// was cancelled.
 class ModalDialogs {
 public:
     virtual ~ModalDialogs() = default;
-    virtual void showInitialInputs(Session& session) = 0;
+    virtual bool showInitialInputs(Session& session) = 0;
 };
 
 // Ends the program. The desktop program quits at once; tests record the end.

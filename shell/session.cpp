@@ -1,8 +1,11 @@
 #include "shell/session.h"
 
+#include "base/fault.h"
+#include "base/numtext.h"
 #include "casedata/casefile.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace rw {
 
@@ -47,18 +50,93 @@ void EnableSave(Session& s, bool on)
     s.menus.saveButtonVisible = on;
 }
 
+std::string DisplayName(const Session& s)
+{
+    return std::filesystem::path(s.gsFileName).filename().string();
+}
+
 std::string RefreshTitle(Session& s)
 {
     if (s.gsFileName.empty())
         s.gsFileName = "Untitled.INT";
-    s.title = s.release.description + " Ratewright" + " - " + s.gsFileName
+    s.title = s.release.description + " Ratewright" + " - " + DisplayName(s)
               + (s.gbSaved != kYes ? "*" : "");
     return s.title;
 }
 
-void WriteRecoveryCopy(const Session& s)
+void MarkSaved(Session& s)
 {
-    WriteCase(s.paths.recoveryCopy().string(), s.kase);
+    s.savedCase = s.kase;
+    s.gbSaved = kYes;
+}
+
+void NoteCaseChanges(Session& s, Messages& msgs)
+{
+    if (s.kase != s.copiedCase)
+        WriteRecoveryCopy(s, msgs);
+    s.gbSaved = s.kase == s.savedCase ? kYes : kNo;
+    EnableInputs(s);
+    SetPenaltyChecks(s);
+    SetOptionChecks(s);
+    RefreshTitle(s);
+}
+
+namespace {
+
+// Runs write into file's folder (created when missing); the reason when the
+// file could not be written.
+std::optional<std::string> TryWrite(const std::filesystem::path& file,
+                                    const std::function<void()>& write)
+{
+    try {
+        std::error_code ec;
+        std::filesystem::create_directories(file.parent_path(), ec);
+        write();
+        return std::nullopt;
+    } catch (const Fault& f) {
+        if (f.number() != kErrPathAccess && f.number() != kErrDeviceIO
+            && f.number() != kErrPermission)
+            throw;
+        return f.detail();
+    }
+}
+
+void TellNotWritten(Messages& msgs, std::string_view title, std::string_view what,
+                    const std::filesystem::path& file, const std::string& reason)
+{
+    msgs.show(title,
+              std::string(what) + " could not be written.\n\nFile: " + Utf8ToLatin1(file.string())
+                  + "\nReason: " + Utf8ToLatin1(reason),
+              MsgIcon::Exclamation);
+}
+
+}  // namespace
+
+bool WriteOrTell(Messages& msgs, std::string_view title, std::string_view what,
+                 const std::filesystem::path& file, const std::function<void()>& write)
+{
+    const std::optional<std::string> failure = TryWrite(file, write);
+    if (failure)
+        TellNotWritten(msgs, title, what, file, *failure);
+    return !failure;
+}
+
+bool WriteRecoveryCopy(Session& s, Messages& msgs)
+{
+    const std::filesystem::path copy = s.paths.recoveryCopy();
+    const std::optional<std::string> failure
+        = TryWrite(copy, [&] { WriteCase(copy.string(), s.kase); });
+    if (!failure) {
+        s.copiedCase = s.kase;
+        return true;
+    }
+    if (!s.recoveryCopyFailureTold)
+        TellNotWritten(msgs, "Recovery Copy",
+                       "The recovery copy of the case, kept in case the program stops "
+                       "unexpectedly,",
+                       copy, *failure);
+    s.recoveryCopyFailureTold = true;
+    return false;
 }
 
 bool IsRecoveryCopy(const Session& s, const std::string& path)

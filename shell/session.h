@@ -5,6 +5,7 @@
 // MenuState after every command; the routines below keep it in step with the
 // case.
 
+#include "base/messages.h"
 #include "base/paths.h"
 #include "casedata/caserecord.h"
 #include "rates/ratetable.h"
@@ -12,7 +13,10 @@
 #include "reports/printmanager.h"
 #include "reports/printmaster.h"
 
+#include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace rw {
 
@@ -52,10 +56,23 @@ inline constexpr std::string_view kUntitled = "UNTITLED.INT";
 inline constexpr std::string_view kNextStepNote
     = "Next Step: Click on the Inputs menu to enter other information";
 
+// The files the File menu lists for reopening, newest first.
+inline constexpr std::size_t kRecentFiles = 8;
+
 struct Session {
     Case kase;
     std::string gsFileName;
     Flag gbSaved = kYes;  // -1: nothing unsaved
+    // The case as its file holds it (as last opened or saved; a new case as
+    // it was created): the case is unsaved while it differs from this.
+    Case savedCase;
+    // The case as the recovery copy holds it.
+    Case copiedCase;
+    // A recovery copy that could not be written is told once a run.
+    bool recoveryCopyFailureTold = false;
+    // So is a settings file that cannot be written.
+    bool settingsFailureTold = false;
+    std::vector<std::string> recentFiles;  // newest first, at most kRecentFiles
     RateTable gRates;
     std::string gsDataPath;
     Paths paths;
@@ -83,14 +100,34 @@ void EnableOutputs(Session& s, bool on);
 // File - Save and the "Save" button.
 void EnableSave(Session& s, bool on);
 
-// The window title: the release's description, " Ratewright - ", the file
-// name, and "*" while the case holds unsaved changes. An empty file name
-// becomes "Untitled.INT" first. Stores and returns the title.
+// The window title: the release's description, " Ratewright - ", the file's
+// name (without its folder), and "*" while the case holds unsaved changes.
+// An empty file name becomes "Untitled.INT" first. Stores and returns the
+// title.
 std::string RefreshTitle(Session& s);
 
-// Writes the case to the recovery copy (DEBUG.INT in the installation
-// folder). The saved state does not change. A failed write is a fault.
-void WriteRecoveryCopy(const Session& s);
+// The name of the case's file as the user knows it: without its folder.
+std::string DisplayName(const Session& s);
+
+// The case now is what its file holds: nothing unsaved.
+void MarkSaved(Session& s);
+
+// After every command: the case compared with its file ("*" in the title
+// while they differ) and with the recovery copy (written again when the case
+// changed), and every menu mark drawn again from the case.
+void NoteCaseChanges(Session& s, Messages& msgs);
+
+// Writes the case to the recovery copy (DEBUG.INT in the program's per-user
+// data folder). The saved state does not change. A copy that cannot be
+// written is told once a run, naming the file and the reason; it never stops
+// the user's own work. True when written.
+bool WriteRecoveryCopy(Session& s, Messages& msgs);
+
+// Runs write, which writes `file`. A failure to write (a folder the user
+// cannot write, a full disk) is told under title, saying what could not be
+// written, the file and why; false then. Any other fault passes on.
+bool WriteOrTell(Messages& msgs, std::string_view title, std::string_view what,
+                 const std::filesystem::path& file, const std::function<void()>& write);
 
 // True when path names the recovery copy.
 bool IsRecoveryCopy(const Session& s, const std::string& path);

@@ -170,6 +170,9 @@ void SettingsFile::write(std::string_view section, std::string_view key, std::st
         out.insert(out.end(), l.ending.begin(), l.ending.end());
     }
     try {
+        // The per-user folder of the settings may not exist yet.
+        std::error_code ec;
+        std::filesystem::create_directories(file_.parent_path(), ec);
         WriteFileAtomically(file_.string(), out, "WriteSettings");
     } catch (const Fault& f) {
         ThrowFault(kErrPathAccess, "WriteSettings", f.detail());

@@ -33,8 +33,8 @@ public:
     // key is missing. Cut to kProfileBuffer - 1 characters, the default too.
     std::string read(std::string_view section, std::string_view key, std::string_view def) const;
 
-    // Sets key to value in section. A file that cannot be written is a fault
-    // (75, "WriteSettings").
+    // Sets key to value in section, creating the file's folder when missing.
+    // A file that cannot be written is a fault (75, "WriteSettings").
     void write(std::string_view section, std::string_view key, std::string_view value);
 
 private:

@@ -2,6 +2,7 @@
 
 #include "base/fault.h"
 #include "rates/ratetable.h"
+#include "shell/filecommands.h"
 #include "shell/settings.h"
 
 namespace rw {
@@ -70,11 +71,25 @@ void UseRelease(Session& s, Messages& msgs)
     s.paths.ratesDir = use.folder;
 }
 
+void SeedSettings(const Paths& paths)
+{
+    std::error_code ec;
+    if (fs::exists(paths.iniFile(), ec) || !fs::is_regular_file(paths.legacyIniFile(), ec))
+        return;
+    fs::create_directories(paths.configDir, ec);
+    fs::copy_file(paths.legacyIniFile(), paths.iniFile(), ec);
+}
+
 void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view platformVersion)
 {
     s.gbSaved = kYes;
     s.paths = paths;
-    const SettingsFile settings(paths.iniFile());
+    SeedSettings(paths);
+    // When the earlier settings could not be copied, they are still this
+    // run's starting values.
+    std::error_code ec;
+    const SettingsFile settings(fs::exists(paths.iniFile(), ec) ? paths.iniFile()
+                                                                : paths.legacyIniFile());
 
     const fs::path defaultFolder = DefaultDataFolder(platformVersion, paths);
     if (!DataInInstallFolder(platformVersion))
@@ -89,7 +104,10 @@ void Startup(Session& s, const Paths& paths, Messages& msgs, std::string_view pl
     s.gsFileName.clear();
     RefreshTitle(s);  // names the empty file "Untitled.INT"
     ClearInputs(s.kase);
+    s.savedCase = s.kase;
+    s.copiedCase = s.kase;
     s.gsFileName = std::string(kUntitled);
+    LoadRecentFiles(s);
 
     s.menus = MenuState{};
     EnableSave(s, false);

@@ -50,6 +50,10 @@ void CopySampleCases(const Paths& paths, const std::filesystem::path& folder);
 // session's release and the folder its tables are read from.
 void UseRelease(Session& s, Messages& msgs);
 
+// The user's settings file, when missing, starts as a copy of the one an
+// earlier version kept in the installation folder (if any).
+void SeedSettings(const Paths& paths);
+
 // The start-up steps in order: saved state, settings file, default data
 // folder (and the samples, for the per-user folder), "Data File Path" from
 // the settings, the release of the rates (UseRelease), the federal table, the title, an empty

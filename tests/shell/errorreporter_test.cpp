@@ -42,7 +42,7 @@ TEST_P(Reports, AskLogHintAndEnd)
         EXPECT_EQ(std::tie(msgs.shown[1].title, msgs.shown[1].icon, msgs.shown[1].text),
                   std::tuple("Possible Solution:", rw::MsgIcon::Information, row.hint));
     }
-    EXPECT_EQ(rwtest::ReadText(install / "qraterr.log"), "03-31-2018 -> " + row.text + "\n");
+    EXPECT_EQ(rwtest::ReadText(paths.errorLog()), "03-31-2018 -> " + row.text + "\n");
     EXPECT_EQ(program.ends, 1);
     EXPECT_TRUE(files.saveFolders.empty());  // No: nothing saved
 }
@@ -86,9 +86,8 @@ TEST_F(Reports, TheRecoveryCopyComesBeforeTheQuestionAndYesSaves)
     rw::ShellContext c{session, checking, files, dialogs, program, clock};
     session.kase.init.sName = "Unsaved work";
     bool copied = false;
-    checking.onAsk = [&] {
-        copied = rwtest::ReadBytes(install / "DEBUG.INT") == rw::EncodeCase(session.kase);
-    };
+    checking.onAsk
+        = [&] { copied = rwtest::ReadBytes(paths.recoveryCopy()) == rw::EncodeCase(session.kase); };
     files.saves.push_back((cases / "RESCUED.INT").string());
     rw::ReportError(c, 13, "GetInterest");
     EXPECT_TRUE(copied);
@@ -98,7 +97,7 @@ TEST_F(Reports, TheRecoveryCopyComesBeforeTheQuestionAndYesSaves)
     clock.day = rw::Date::fromCivil(2018, 11, 20);
     files.saves.push_back((cases / "no-such-folder" / "X.INT").string());
     rw::ReportError(c, 9, "BuildTimeLine");
-    const std::string log = rwtest::ReadText(install / "qraterr.log");
+    const std::string log = rwtest::ReadText(paths.errorLog());
     EXPECT_TRUE(log.starts_with(
         "03-31-2018 -> Error 13, Type mismatch, encountered.  Location of error: GetInterest"));
     EXPECT_NE(log.find("\n11-20-2018 -> Error 9, Subscript out of range, encountered.  Location of "
@@ -122,7 +121,7 @@ TEST_F(Reports, TheCommandBoundaryReportsFaultsAndShowsARefusal)
                  msgs.shown[0].text),
         std::tuple("Rate Not Available", rw::MsgIcon::Exclamation, false, "No rate for 1/1/1950."));
     EXPECT_EQ(program.ends, 0);
-    EXPECT_FALSE(fs::exists(install / "qraterr.log"));
+    EXPECT_FALSE(fs::exists(paths.errorLog()));
     // Any other exception is a fault named after the command.
     for (const auto& [body, text] : std::vector<std::pair<std::function<void()>, std::string>>{
              {[] { throw std::runtime_error("boom"); },

@@ -8,7 +8,10 @@
 #include "casedata/casefile.h"
 #include "shell/errorreporter.h"
 #include "shell/settings.h"
+#include "shell/startup.h"
 #include "shellfixture.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -55,7 +58,7 @@ TEST_F(FileCommands, OpenReadsTheCaseAndSetsMenusTitleFolderAndTable)
     rw::FileOpen(ctx);
     EXPECT_EQ(files.openFolders, std::vector<std::string>{"/start/here"});
     EXPECT_EQ(std::tie(session.gsFileName, session.gbSaved, session.title),
-              std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - " + path));
+              std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - SAMPLE.INT"));
     EXPECT_EQ(session.gsDataPath, cases.path().string());
     EXPECT_EQ(Setting("Data Files", "Data File Path"), cases.path().string());
     EXPECT_EQ(session.menus, (rw::MenuState{.initialInputsChecked = true,
@@ -75,8 +78,9 @@ TEST_F(FileCommands, OpenReadsTheCaseAndSetsMenusTitleFolderAndTable)
                                             .note = std::string(rw::kNextStepNote)}));
     EXPECT_EQ(dialogs.initialInputsShown, 1);
     EXPECT_EQ(session.gRates.at(0).fUPRate, 0.02f);  // the case's own authority
-    EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"),
-              rwtest::ReadBytes(path));  // the recovery copy
+    EXPECT_EQ(rwtest::ReadBytes(paths.recoveryCopy()), rwtest::ReadBytes(path));
+    EXPECT_EQ(session.recentFiles, std::vector<std::string>{path});
+    EXPECT_EQ(Setting("Recent Files", "File1"), path);
     EXPECT_TRUE(msgs.shown.empty());
 }
 
@@ -114,10 +118,22 @@ TEST_F(FileCommands, ACancelledOrRefusedOpenLeavesTheSessionAsItWas)
     EXPECT_EQ(program.ends, 0);
 }
 
-TEST_F(FileCommands, NewClearsTheCaseAndTheMenusAndAcceptingMarksItUnsaved)
+TEST_F(FileCommands, NewClearsTheCaseAndTheMenusAndACancelledNewKeepsThePreviousCase)
 {
     files.opens.push_back(WriteSampleCase("SAMPLE.INT"));
     rw::FileOpen(ctx);
+    session.kase.init.sName = "Unsaved";
+    rw::NoteCaseChanges(session, msgs);
+    const auto opened = Snap();
+
+    dialogs.accept = false;  // Don't Save, then Cancel in Initial Inputs
+    msgs.answerSaveNext(rw::SaveAnswer::DontSave);
+    rw::FileNew(ctx);
+    EXPECT_EQ(Snap(), opened);
+    EXPECT_EQ(session.gRates.at(0).fUPRate, 0.02f);
+
+    dialogs.accept = true;
+    msgs.answerSaveNext(rw::SaveAnswer::DontSave);
     rw::FileNew(ctx);
     rw::Case expected;
     rw::ClearInputs(expected);
@@ -126,21 +142,47 @@ TEST_F(FileCommands, NewClearsTheCaseAndTheMenusAndAcceptingMarksItUnsaved)
     EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - UNTITLED.INT");
     EXPECT_EQ(session.gRates.at(0).fUPRate, 0.01f);
     EXPECT_EQ(session.menus, rw::MenuState{.note = std::string(rw::kNextStepNote)});
-    EXPECT_EQ(dialogs.initialInputsShown, 2);
+    EXPECT_EQ(dialogs.initialInputsShown, 3);
 
+    session.kase.init.sName = "New client";
     rw::InitialInputsAccepted(ctx);
     EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - UNTITLED.INT*");
     EXPECT_TRUE(session.menus.initialInputsChecked && session.menus.printEnabled
                 && !session.menus.saveEnabled);
-    EXPECT_EQ(rwtest::ReadBytes(install / "DEBUG.INT"), rw::EncodeCase(session.kase));
+    EXPECT_EQ(rwtest::ReadBytes(paths.recoveryCopy()), rw::EncodeCase(session.kase));
+}
+
+TEST_F(FileCommands, TheCaseIsUnsavedExactlyWhileItDiffersFromItsFile)
+{
+    files.opens.push_back(WriteSampleCase("SAMPLE.INT"));
+    rw::FileOpen(ctx);
+    rw::InitialInputsAccepted(ctx);  // OK with nothing changed
+    EXPECT_EQ(session.gbSaved, -1);
+
+    // A payment added outside Initial Inputs: "*", its mark, a fresh copy.
+    session.kase.pmts.emplace_back();
+    session.kase.init.nPmts = 4;
+    session.kase.init.bAccRel = 0;
+    rw::NoteCaseChanges(session, msgs);
+    EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - SAMPLE.INT*");
+    EXPECT_FALSE(session.menus.accuracyChecked);
+    EXPECT_EQ(rwtest::ReadBytes(paths.recoveryCopy()), rw::EncodeCase(session.kase));
+
+    ASSERT_TRUE(rw::FileSave(ctx));
+    EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - SAMPLE.INT");
+    session.kase.init.bAccRel = 1;
+    rw::NoteCaseChanges(session, msgs);
+    session.kase.init.bAccRel = 0;  // changed back: nothing to save
+    rw::NoteCaseChanges(session, msgs);
+    EXPECT_EQ(session.gbSaved, -1);
 }
 
 TEST_F(FileCommands, SaveAsWritesTheChosenFileAndRemembersItsFolderAndSaveThenUsesIt)
 {
-    session.gbSaved = 0;
-    rw::RefreshTitle(session);
+    session.kase.init.sName = "Client";
+    rw::NoteCaseChanges(session, msgs);
     const auto before = Snap();
-    rw::FileSave(ctx);  // no file of the user's choosing: Save As, cancelled
+    EXPECT_FALSE(rw::FileSave(ctx));  // no file of the user's choosing: Save As, cancelled
     EXPECT_EQ(Snap(), before);
     EXPECT_FALSE(fs::exists(paths.iniFile()));
 
@@ -151,74 +193,191 @@ TEST_F(FileCommands, SaveAsWritesTheChosenFileAndRemembersItsFolderAndSaveThenUs
     EXPECT_EQ(files.saveFolders, (std::vector<std::string>{"", "/from"}));
     EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(session.kase));
     EXPECT_EQ(std::tie(session.gsFileName, session.gbSaved, session.title),
-              std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - " + path));
+              std::tuple(path, rw::Flag(-1), "2018, 1st Quarter Ratewright - NEW.INT"));
     EXPECT_TRUE(session.menus.saveEnabled && session.menus.saveButtonVisible);
     EXPECT_EQ(session.gsDataPath, cases.path().string());
     EXPECT_EQ(Setting("Data Files", "Data File Path"), cases.path().string());
 
     session.kase.init.sName = "Changed";
-    session.gbSaved = 0;
-    rw::FileSave(ctx);
+    rw::NoteCaseChanges(session, msgs);
+    EXPECT_TRUE(rw::FileSave(ctx));
     EXPECT_EQ(files.saveFolders.size(), 2u);
     EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(session.kase));
     EXPECT_EQ(session.gbSaved, -1);
 
-    session.gbSaved = 0;  // saving to the recovery copy keeps the mark
-    files.saves.push_back((install / "DEBUG.INT").string());
+    session.kase.init.sName = "Changed again";  // saving to the recovery copy keeps the mark
+    rw::NoteCaseChanges(session, msgs);
+    files.saves.push_back(paths.recoveryCopy().string());
     rw::FileSaveAs(ctx);
     EXPECT_EQ(session.gbSaved, 0);
+    EXPECT_TRUE(msgs.shown.empty());
 }
 
-TEST_F(FileCommands, AFailedSaveIsReportedWithItsCauseAndThePreviousFileStays)
+TEST_F(FileCommands, AFileThatCannotBeWrittenIsToldAndTheCaseAndThePreviousFileStay)
 {
     files.opens.push_back(WriteSampleCase("SAMPLE.INT"));
     rw::FileOpen(ctx);
     const std::vector<char> previous = rwtest::ReadBytes(session.gsFileName);
     fs::create_directory(session.gsFileName + ".tmp~");  // nothing can be written beside the case
-    session.kase.init.sName = "Lost change";
-    session.gbSaved = 0;
-    msgs.answerNext(false);
-    EXPECT_FALSE(rw::RunCommand(ctx, "mnuFileSave_Click", [&] { rw::FileSave(ctx); }));
+    session.kase.init.sName = "Kept change";
+    rw::NoteCaseChanges(session, msgs);
+    const auto before = Snap();
+    EXPECT_TRUE(rw::RunCommand(ctx, "mnuFileSave_Click", [&] { rw::FileSave(ctx); }));
     EXPECT_EQ(rwtest::ReadBytes(session.gsFileName), previous);
-    const std::string said = msgs.shown.at(0).text;
-    EXPECT_TRUE(said.starts_with(
-        "Error 75, Path/File access error, encountered.  Location of error: WriteCase "
-        "(cannot create "))
+    EXPECT_EQ(Snap(), before);
+    ASSERT_EQ(msgs.shown.size(), 1u);
+    EXPECT_EQ(msgs.shown[0].title, "Save");
+    const std::string said = msgs.shown[0].text;
+    EXPECT_TRUE(said.starts_with("The case could not be written.\n\nFile: " + session.gsFileName
+                                 + "\nReason: cannot create "))
         << said;
-    EXPECT_TRUE(said.ends_with(
-        ": Is a directory).  Do you want to save your data before the program ABORTS?"))
-        << said;
-    EXPECT_EQ(program.ends, 1);
-    EXPECT_EQ(session.gbSaved, 0);
+    EXPECT_TRUE(said.ends_with(": Is a directory")) << said;
+    EXPECT_EQ(program.ends, 0);
+
+    // Save As elsewhere: a folder that is a file cannot hold a case.
+    msgs.clear();
+    rwtest::WriteBytes(cases / "plain", {'x'});
+    files.saves.push_back((cases / "plain" / "NEW.INT").string());
+    EXPECT_FALSE(rw::FileSaveAs(ctx));
+    EXPECT_EQ(Snap(), before);
+    EXPECT_EQ(msgs.shown.size(), 1u);
 }
 
-TEST_F(FileCommands, ClosingAsksOnlyWithUnsavedChangesThenStoresTheOptionsAndEnds)
+TEST_F(FileCommands, NothingIsWrittenToTheInstallationFolder)
+{
+    const auto listing = [&] {
+        std::vector<fs::path> names;
+        for (const auto& e : fs::recursive_directory_iterator(install.path()))
+            names.push_back(e.path());
+        std::ranges::sort(names);
+        return names;
+    };
+    rwtest::WriteBytes(install / "qratcalc.INI", {});
+    const auto installed = listing();
+    rw::Startup(session, paths, msgs);
+    session.kase.init.sName = "Client";
+    rw::InitialInputsAccepted(ctx);
+    files.saves.push_back((cases / "C.INT").string());
+    EXPECT_TRUE(rw::FileSaveAs(ctx));
+    rw::ReportError(ctx, rw::Fault(5, "Test"));  // the log and the recovery copy
+    rw::CloseMainWindow(ctx);
+    EXPECT_EQ(listing(), installed);
+    EXPECT_TRUE(fs::exists(paths.recoveryCopy()) && fs::exists(paths.errorLog())
+                && fs::exists(paths.iniFile()));
+}
+
+TEST_F(FileCommands, ARecoveryCopyThatCannotBeWrittenIsToldOnceAndSaveStillWorks)
+{
+    fs::create_directories(paths.userDataRoot);
+    rwtest::WriteBytes(paths.appDataDir, {'x'});  // the folder's place is taken by a file
+    for (const char* name : {"First", "Second"}) {
+        session.kase.init.sName = name;
+        rw::NoteCaseChanges(session, msgs);
+    }
+    ASSERT_EQ(msgs.shown.size(), 1u);
+    EXPECT_EQ(msgs.shown[0].title, "Recovery Copy");
+    EXPECT_TRUE(msgs.shown[0].text.starts_with(
+        "The recovery copy of the case, kept in case the program stops unexpectedly, could not "
+        "be written.\n\nFile: "
+        + paths.recoveryCopy().string()))
+        << msgs.shown[0].text;
+    files.saves.push_back((cases / "C.INT").string());
+    EXPECT_TRUE(rw::FileSaveAs(ctx));
+    EXPECT_EQ(session.gbSaved, -1);
+}
+
+// New, Open and closing the window, each answered Save, Don't Save or Cancel
+// at "Save changes to ...?" (Save with the Save As dialog answered or
+// cancelled). Whether the command went on, and whether the case reached its
+// file.
+struct PromptRow {
+    const char* name;
+    std::function<void(rw::ShellContext&)> command;
+    rw::SaveAnswer answer;
+    bool saveAsCancelled;
+    bool goesOn, saved;
+};
+
+class Prompts : public FileCommands, public testing::WithParamInterface<PromptRow> { };
+
+TEST_P(Prompts, AskBeforeTheCaseIsLost)
+{
+    const PromptRow& row = GetParam();
+    session.kase.init.sName = "Unsaved work";
+    rw::NoteCaseChanges(session, msgs);
+    const auto before = Snap();
+    msgs.answerSaveNext(row.answer);
+    files.saves.push_back(row.saveAsCancelled
+                              ? std::nullopt
+                              : std::optional<std::string>((cases / "KEPT.INT").string()));
+    files.opens.push_back(WriteSampleCase("OTHER.INT"));
+    row.command(ctx);
+    ASSERT_FALSE(msgs.shown.empty());
+    EXPECT_EQ(std::tie(msgs.shown[0].title, msgs.shown[0].text),
+              std::tuple("Ratewright", "Save changes to UNTITLED.INT?"));
+    const bool wentOn = dialogs.initialInputsShown + program.ends > 0;
+    EXPECT_EQ(wentOn, row.goesOn);
+    if (!row.goesOn) {
+        EXPECT_EQ(Snap(), before);
+    }
+    EXPECT_EQ(fs::exists(cases / "KEPT.INT"), row.saved);
+}
+
+const auto kNew = [](rw::ShellContext& c) { rw::FileNew(c); };
+const auto kOpen = [](rw::ShellContext& c) { rw::FileOpen(c); };
+const auto kClose = [](rw::ShellContext& c) { rw::CloseMainWindow(c); };
+using enum rw::SaveAnswer;
+
+INSTANTIATE_TEST_SUITE_P(
+    FileCommands, Prompts,
+    testing::Values(PromptRow{"NewSave", kNew, Save, false, true, true},
+                    PromptRow{"NewDontSave", kNew, DontSave, false, true, false},
+                    PromptRow{"NewCancel", kNew, Cancel, false, false, false},
+                    PromptRow{"NewSaveAsCancelled", kNew, Save, true, false, false},
+                    PromptRow{"OpenSave", kOpen, Save, false, true, true},
+                    PromptRow{"OpenDontSave", kOpen, DontSave, false, true, false},
+                    PromptRow{"OpenCancel", kOpen, Cancel, false, false, false},
+                    PromptRow{"OpenSaveAsCancelled", kOpen, Save, true, false, false},
+                    PromptRow{"CloseSave", kClose, Save, false, true, true},
+                    PromptRow{"CloseDontSave", kClose, DontSave, false, true, false},
+                    PromptRow{"CloseCancel", kClose, Cancel, false, false, false},
+                    PromptRow{"CloseSaveAsCancelled", kClose, Save, true, false, false}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FileCommands, ClosingWithNothingUnsavedAsksNothingAndStoresTheOptions)
 {
     session.gsFileName = (cases / "A.INT").string();
-    rw::CloseMainWindow(ctx);  // saved: no question
-    EXPECT_TRUE(msgs.shown.empty());
-    EXPECT_EQ(program.ends, 1);
-
-    session.gbSaved = 0;
     session.menus.showToolTipsChecked = false;
-    msgs.answerNext(false);
-    rw::CloseMainWindow(ctx);
-    ASSERT_EQ(msgs.shown.size(), 1u);
-    EXPECT_EQ(msgs.shown[0].title, "Warning");
-    EXPECT_TRUE(msgs.shown[0].question);
-    EXPECT_EQ(msgs.shown[0].text,
-              "File " + (cases / "A.INT").string()
-                  + " has not been saved.  Do you want to save your data before exiting?");
-    EXPECT_TRUE(files.saveFolders.empty());
+    EXPECT_TRUE(rw::CloseMainWindow(ctx));
+    EXPECT_TRUE(msgs.shown.empty());
     EXPECT_EQ(Setting("Options", "ToolBar") + Setting("Options", "ToolTips"), "TrueFalse");
-    EXPECT_EQ(program.hides, 2);
-    EXPECT_EQ(program.ends, 2);
+    EXPECT_EQ(std::tie(program.hides, program.ends), std::tuple(1, 1));
+}
 
-    msgs.answerNext(true);  // Yes: Save As before the end
-    files.saves.push_back((cases / "B.INT").string());
-    rw::CloseMainWindow(ctx);
-    EXPECT_TRUE(fs::exists(cases / "B.INT"));
-    EXPECT_EQ(program.ends, 3);
+TEST_F(FileCommands, RecentFilesKeepTheEightNewestAndForgetOneThatIsGone)
+{
+    std::vector<std::string> names;
+    for (int i = 1; i <= 9; ++i) {
+        names.push_back(WriteSampleCase("C" + std::to_string(i) + ".INT"));
+        files.opens.push_back(names.back());
+        rw::FileOpen(ctx);
+    }
+    files.opens.push_back(names[4]);  // opened again: first once more, not twice
+    rw::FileOpen(ctx);
+    EXPECT_EQ(session.recentFiles,
+              (std::vector<std::string>{names[4], names[8], names[7], names[6], names[5], names[3],
+                                        names[2], names[1]}));
+    rw::Session next;
+    next.paths = paths;
+    rw::LoadRecentFiles(next);
+    EXPECT_EQ(next.recentFiles, session.recentFiles);
+
+    fs::remove(names[8]);
+    rw::FileOpenRecent(ctx, names[8]);
+    EXPECT_EQ(session.recentFiles.size(), 7u);
+    EXPECT_EQ(session.gsFileName, names[4]);
+    rw::FileOpenRecent(ctx, names[3]);
+    EXPECT_EQ(session.gsFileName, names[3]);
 }
 
 TEST(MainWindow, MessagesOfTheToolBarPaymentsPayrollAndHelp)

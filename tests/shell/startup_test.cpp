@@ -64,7 +64,10 @@ TEST(Settings, WritingChangesOneLineAddsKeysAndSectionsAndKeepsTheRest)
     f.write("Options", "ToolTips", "False");
     EXPECT_EQ(rwtest::ReadText(f.path()), "[Options]\nToolBar=True\nToolTips=False\n");
 
-    rw::SettingsFile lost(dir / "no-such-folder" / "qratcalc.INI");
+    rw::SettingsFile(dir / "new-folder" / "qratcalc.INI").write("Options", "ToolBar", "True");
+    EXPECT_EQ(rwtest::ReadText(dir / "new-folder" / "qratcalc.INI"), "[Options]\nToolBar=True\n");
+    rwtest::WriteBytes(dir / "plain", {'x'});  // a file where the folder should be
+    rw::SettingsFile lost(dir / "plain" / "qratcalc.INI");
     EXPECT_TRUE(rwtest::FaultOf([&] {
                     lost.write("Options", "ToolBar", "True");
                 }).starts_with("75 WriteSettings:"));
@@ -115,6 +118,20 @@ TEST_F(StartupRun, LeavesAnEmptyUntitledCaseWithTheFederalTableAndTheSamples)
     rw::SettingsFile(paths.iniFile()).write("Data Files", "Data File Path", "/srv/cases/pat");
     rw::Startup(s, paths, msgs);
     EXPECT_EQ(s.gsDataPath, "/srv/cases/pat");
+}
+
+TEST_F(StartupRun, SettingsAnEarlierVersionLeftInTheInstallationFolderAreTheStartingValues)
+{
+    const std::string old = "[Data Files]\nData File Path=/old\n";
+    rwtest::WriteBytes(install / "qratcalc.INI", {old.begin(), old.end()});
+    rw::Session s;
+    rw::Startup(s, paths, msgs);
+    EXPECT_EQ(s.gsDataPath, "/old");
+    // Read once: later values are the user's own, and the old file stays as it was.
+    rw::SettingsFile(paths.iniFile()).write("Data Files", "Data File Path", "/mine");
+    rw::Startup(s, paths, msgs);
+    EXPECT_EQ(s.gsDataPath, "/mine");
+    EXPECT_EQ(rwtest::ReadText(install / "qratcalc.INI"), old);
 }
 
 TEST_F(StartupRun, AMissingFederalTableIsToldAndStartUpGoesOn)

@@ -17,6 +17,16 @@ bool RecordingMessages::ask(std::string_view title, std::string_view text, rw::M
     return a;
 }
 
+rw::SaveAnswer RecordingMessages::askSave(std::string_view title, std::string_view text)
+{
+    shown.push_back({std::string(title), std::string(text), rw::MsgIcon::Question, true});
+    if (saveAnswers.empty())
+        return rw::SaveAnswer::Cancel;
+    const rw::SaveAnswer a = saveAnswers.front();
+    saveAnswers.pop_front();
+    return a;
+}
+
 std::vector<std::string> RecordingMessages::texts() const
 {
     std::vector<std::string> out;

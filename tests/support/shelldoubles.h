@@ -48,13 +48,15 @@ private:
 // The modal dialogs the shell opens, answered by a script.
 class ScriptedDialogs : public rw::ModalDialogs {
 public:
-    void showInitialInputs(rw::Session& s) override
+    bool showInitialInputs(rw::Session& s) override
     {
         ++initialInputsShown;
         if (onInitialInputs)
             onInitialInputs(s);
+        return accept;
     }
     int initialInputsShown = 0;
+    bool accept = true;  // false: the user cancels the dialog
     std::function<void(rw::Session&)> onInitialInputs;
 };
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace rw::ui {
 
@@ -46,6 +47,23 @@ bool QtMessages::ask(std::string_view title, std::string_view text, MsgIcon icon
                     QMessageBox::Yes | QMessageBox::No, owner(parent_));
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
+}
+
+SaveAnswer QtMessages::askSave(std::string_view title, std::string_view text)
+{
+    QMessageBox box(QMessageBox::Warning, fromCore(title), fromCore(text),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, owner(parent_));
+    box.button(QMessageBox::Discard)->setText(QStringLiteral("Do&n't Save"));
+    box.setDefaultButton(QMessageBox::Save);
+    box.setEscapeButton(QMessageBox::Cancel);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return SaveAnswer::Save;
+    case QMessageBox::Discard:
+        return SaveAnswer::DontSave;
+    default:
+        return SaveAnswer::Cancel;
+    }
 }
 
 void QtMessages::beep()

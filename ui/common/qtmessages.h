@@ -17,6 +17,7 @@ public:
 
     void show(std::string_view title, std::string_view text, MsgIcon icon) override;
     bool ask(std::string_view title, std::string_view text, MsgIcon icon) override;
+    SaveAnswer askSave(std::string_view title, std::string_view text) override;
     void beep() override;
 
 private:

@@ -21,6 +21,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -108,11 +109,13 @@ ShellContext MainWindow::shellContext()
 // ---- Menus and tool bar ------------------------------------------------------
 
 QAction* MainWindow::menuAction(QMenu* menu, const char* name, const QString& caption,
-                                std::function<void()> command, bool checkable)
+                                std::function<void()> command, bool checkable,
+                                const QKeySequence& shortcut)
 {
     auto* action = menu->addAction(caption);
     action->setObjectName(QString::fromLatin1(name));
     action->setCheckable(checkable);
+    action->setShortcut(shortcut);
     // The check mark follows the case, not the click: the command's end
     // redraws it from the session.
     connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
@@ -139,34 +142,34 @@ void MainWindow::buildMenus()
     };
 
     QMenu* file = topMenu("mnuFile", QStringLiteral("&File"), true);
-    menuAction(file, "mnuFileNew", QStringLiteral("&New..."), [this] {
-        run("mnuFileNew_Click", [this] {
-            auto ctx = shellContext();
-            FileNew(ctx);
-        });
-    });
-    menuAction(file, "mnuFileOpen", QStringLiteral("&Open..."), [this] {
-        run("mnuFileOpen_Click", [this] {
-            auto ctx = shellContext();
-            FileOpen(ctx);
-        });
-    });
-    menuAction(file, "mnuFileSave", QStringLiteral("&Save"), [this] {
-        run("mnuFileSave_Click", [this] {
-            auto ctx = shellContext();
-            FileSave(ctx);
-        });
-    });
-    menuAction(file, "mnuFileSaveAs", QStringLiteral("Save &As..."), [this] {
-        run("mnuFileSaveAs_Click", [this] {
-            auto ctx = shellContext();
-            FileSaveAs(ctx);
-        });
-    });
+    const auto fileCommand = [this](const char* procedure, void (*command)(ShellContext&)) {
+        return [this, procedure, command] {
+            run(procedure, [this, command] {
+                auto ctx = shellContext();
+                command(ctx);
+            });
+        };
+    };
+    menuAction(file, "mnuFileNew", QStringLiteral("&New..."),
+               fileCommand("mnuFileNew_Click", &FileNew), false, QKeySequence::New);
+    menuAction(file, "mnuFileOpen", QStringLiteral("&Open..."),
+               fileCommand("mnuFileOpen_Click", &FileOpen), false, QKeySequence::Open);
+    recentMenu_ = file->addMenu(QStringLiteral("Open &Recent"));
+    recentMenu_->setObjectName(QStringLiteral("mnuFileRecent"));
+    menuAction(file, "mnuFileSave", QStringLiteral("&Save"),
+               fileCommand("mnuFileSave_Click", [](ShellContext& ctx) { FileSave(ctx); }), false,
+               QKeySequence::Save);
+    menuAction(file, "mnuFileSaveAs", QStringLiteral("Save &As..."),
+               fileCommand("mnuFileSaveAs_Click", [](ShellContext& ctx) { FileSaveAs(ctx); }),
+               false, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     file->addSeparator();
-    menuAction(file, "mnuFilePrint", QStringLiteral("&Print..."), [this] { printCommand(); });
+    menuAction(
+        file, "mnuFilePrint", QStringLiteral("&Print..."), [this] { printCommand(); }, false,
+        QKeySequence::Print);
     file->addSeparator();
-    menuAction(file, "mnuFileExit", QStringLiteral("E&xit"), [this] { close(); });
+    menuAction(
+        file, "mnuFileExit", QStringLiteral("E&xit"), [this] { close(); }, false,
+        QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* view = topMenu("mnuView", QStringLiteral("&View"), true);
     menuAction(view, "mnuViewReports", QStringLiteral("&Reports..."), [this] { reportsCommand(); });
@@ -183,7 +186,6 @@ void MainWindow::buildMenus()
             run("mnuPenFTPay_Click", [this] {
                 CommandContext ctx = commandContext();
                 RunFailureToPayCommand(ctx);
-                SetPenaltyChecks(session_);
             });
         },
         true);
@@ -193,7 +195,6 @@ void MainWindow::buildMenus()
             run("mnuPenFTFile_Click", [this] {
                 CommandContext ctx = commandContext();
                 RunFailureToFileCommand(ctx);
-                SetPenaltyChecks(session_);
             });
         },
         true);
@@ -213,7 +214,6 @@ void MainWindow::buildMenus()
             run("mnuInputsCharges_Click", [this] {
                 CommandContext ctx = commandContext();
                 RunOtherChargesCommand(ctx);
-                EnableInputs(session_);
             });
         },
         true);
@@ -234,8 +234,10 @@ void MainWindow::buildMenus()
         [this] { session_.menus.showToolTipsChecked = !session_.menus.showToolTipsChecked; }, true);
 
     QMenu* help = topMenu("mnuHelp", QStringLiteral("&Help"), false);
-    menuAction(help, "mnuHelpContents", QStringLiteral("&Contents..."),
-               [this] { run("mnuHelpContents_Click", [this] { helpContents(); }); });
+    menuAction(
+        help, "mnuHelpContents", QStringLiteral("&Contents..."),
+        [this] { run("mnuHelpContents_Click", [this] { helpContents(); }); }, false,
+        QKeySequence::HelpContents);
     menuAction(help, "mnuHelpOnHelp", QStringLiteral("&Help on Help..."),
                [this] { run("mnuHelpOnHelp_Click", [this] { HelpOnHelp(services_.msgs); }); });
     help->addSeparator();
@@ -359,8 +361,32 @@ void MainWindow::refresh()
     keys_.at("Print")->setVisible(m.printButtonVisible);
     keys_.at("View")->setVisible(m.viewButtonVisible);
     toolBar_->setVisible(m.showToolBarChecked);
+    refreshRecentFiles();
     note_->setText(fromCore(m.note));
     setWindowTitle(fromCore(session_.title));
+}
+
+void MainWindow::refreshRecentFiles()
+{
+    recentMenu_->clear();
+    const std::vector<std::string>& recent = session_.recentFiles;
+    recentMenu_->setEnabled(!recent.empty());
+    for (std::size_t i = 0; i < recent.size(); ++i) {
+        // "&1 name" with the folder shown as the entry's tip.
+        const std::string& path = recent[i];
+        const QString shown = QStringLiteral("&%1 %2").arg(i + 1).arg(
+            fromCore(std::filesystem::path(path).filename().string()));
+        QAction* a = recentMenu_->addAction(shown);
+        a->setObjectName(QStringLiteral("mnuRecent%1").arg(i + 1));
+        a->setToolTip(fromCore(path));
+        a->setStatusTip(fromCore(path));
+        connect(a, &QAction::triggered, this, [this, path] {
+            run("mnuFileRecent_Click", [this, path] {
+                auto ctx = shellContext();
+                FileOpenRecent(ctx, path);
+            });
+        });
+    }
 }
 
 // ---- Command boundary ----------------------------------------------------------
@@ -371,6 +397,11 @@ void MainWindow::run(std::string_view name, const std::function<void()>& command
         return;
     ShellContext ctx = shellContext();
     RunCommand(ctx, name, command);
+    if (programEnded())
+        return;
+    // Whatever the command changed in the case shows at once: "*" in the
+    // title, the menu marks, a fresh recovery copy.
+    RunCommand(ctx, name, [this] { NoteCaseChanges(session_, services_.msgs); });
     if (!programEnded())
         refresh();
 }
@@ -404,7 +435,7 @@ CommandContext MainWindow::commandContext()
             note_->repaint();
         },
         [this] { helpContents(); },
-        [this] { WriteRecoveryCopy(session_); },
+        [this] { WriteRecoveryCopy(session_, services_.msgs); },
         [this] { openExtendedDueDate(); },
     };
 }
@@ -415,19 +446,20 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->accept();
         return;
     }
-    // The closing question and the exit procedure end the program; closing
-    // cannot be cancelled from here.
+    // The closing question may keep the program open (Cancel); the exit
+    // procedure ends it.
     event->ignore();
     closing_ = true;
     run("Form_Unload", [this] {
         ShellContext ctx = shellContext();
         CloseMainWindow(ctx);
     });
+    closing_ = programEnded();
 }
 
 // ---- Dialogs of the shell --------------------------------------------------------
 
-void MainWindow::showInitialInputs(Session& session)
+bool MainWindow::showInitialInputs(Session& session)
 {
     InitialInputsWindow dlg(session.kase, session.gRates, session.paths, services_.msgs,
                             RateCurrencyServices{session.release, *this, endWatch_}, this);
@@ -436,14 +468,15 @@ void MainWindow::showInitialInputs(Session& session)
     switch (dlg.outcome()) {
     case InitialInputsWindow::Outcome::Stored:
         InitialInputsAccepted(ctx);
-        break;
+        return true;
     case InitialInputsWindow::Outcome::SaveAndExit:
         InitialInputsSaveAndExit(ctx);
-        break;
+        return true;
     case InitialInputsWindow::Outcome::Cancelled:
     case InitialInputsWindow::Outcome::ProgramEnded:
         break;
     }
+    return false;
 }
 
 void MainWindow::showModal(const RateAlert& alert)
@@ -461,7 +494,6 @@ void MainWindow::paymentsCommand()
         BeforePayments(session_, services_.msgs);
         CommandContext ctx = commandContext();
         RunPaymentsCommand(ctx);
-        EnableInputs(session_);
     });
 }
 
@@ -472,7 +504,6 @@ void MainWindow::payrollCommand()
             return;
         CommandContext ctx = commandContext();
         RunPayrollCommand(ctx);
-        SetPenaltyChecks(session_);
     });
 }
 
@@ -483,7 +514,6 @@ void MainWindow::accuracyRelatedCommand()
         // penalty is on.
         CommandContext ctx = commandContext();
         RunAccuracyRelatedCommand(ctx);
-        SetPenaltyChecks(session_);
     });
 }
 
@@ -491,10 +521,7 @@ void MainWindow::optionalRatesCommand()
 {
     run("mnuOptionsInterest_Click", [this] {
         OptRatesWindow dlg(session_.kase, services_.msgs, this);
-        if (!dlg.run())
-            return;
-        session_.menus.interestRatesChecked = dlg.interestRatesChecked();
-        WriteRecoveryCopy(session_);
+        dlg.run();
     });
 }
 
@@ -502,11 +529,7 @@ void MainWindow::suspendCommand()
 {
     run("mnuOptionsSuspend_Click", [this] {
         SuspendWindow dlg(session_.kase, services_.msgs, this);
-        if (!dlg.run())
-            return;
-        if (dlg.stored())
-            session_.menus.suspendChecked = true;
-        WriteRecoveryCopy(session_);
+        dlg.run();
     });
 }
 
@@ -520,8 +543,7 @@ void MainWindow::openExtendedDueDate()
     ExtDueDateWindow dlg(session_.kase, services_.msgs,
                          QApplication::activeModalWidget() ? QApplication::activeModalWidget()
                                                            : this);
-    if (dlg.run())
-        WriteRecoveryCopy(session_);
+    dlg.run();
 }
 
 void MainWindow::helpContents()

@@ -9,6 +9,7 @@
 #include "shell/services.h"
 #include "shell/session.h"
 
+#include <QKeySequence>
 #include <QMainWindow>
 
 #include <functional>
@@ -67,14 +68,17 @@ protected:
 
 private:
     // ModalDialogs
-    void showInitialInputs(Session& session) override;
+    bool showInitialInputs(Session& session) override;
     // RateAlertWindow
     void showModal(const RateAlert& alert) override;
 
     void buildMenus();
     void buildToolBar();
     QAction* menuAction(QMenu* menu, const char* name, const QString& caption,
-                        std::function<void()> command, bool checkable = false);
+                        std::function<void()> command, bool checkable = false,
+                        const QKeySequence& shortcut = {});
+    // File - Open Recent, drawn from the session's recent files.
+    void refreshRecentFiles();
     QAction* toolAction(const char* key, const QIcon& icon, const QString& tip);
     // Runs a command inside the command boundary, then redraws.
     void run(std::string_view name, const std::function<void()>& command);
@@ -112,6 +116,7 @@ private:
     bool closing_ = false;
 
     QLabel* note_ = nullptr;
+    QMenu* recentMenu_ = nullptr;
     QToolBar* toolBar_ = nullptr;
     std::map<std::string, QAction*, std::less<>> actions_;  // by object name
     std::map<std::string, QAction*, std::less<>> keys_;  // tool bar, by key
