@@ -12,6 +12,9 @@
 #include "ui/main/mainwindow.h"
 
 #include <QApplication>
+#include <QStandardPaths>
+
+#include <filesystem>
 
 int main(int argc, char** argv)
 {
@@ -22,7 +25,15 @@ int main(int argc, char** argv)
     // window was closed.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const rw::Paths paths = rw::Paths::FromEnvironment();
+    rw::Paths paths = rw::Paths::FromEnvironment();
+    // The user's own folders as the platform names them: the settings in the
+    // configuration folder, the recovery copy and the error log in the
+    // program's data folder.
+    const auto userFolder = [](QStandardPaths::StandardLocation where) {
+        return std::filesystem::path(QStandardPaths::writableLocation(where).toStdString());
+    };
+    paths.configDir = userFolder(QStandardPaths::AppConfigLocation);
+    paths.appDataDir = userFolder(QStandardPaths::AppDataLocation);
     rw::ui::QtDesktop desktop;
 
     // The About box first, with the release of the rates the program will

@@ -16,6 +16,8 @@
 #include <QStandardPaths>
 #include <QToolBar>
 
+#include <algorithm>
+
 #include <fstream>
 #include <limits>
 
@@ -43,6 +45,14 @@ struct Program {
     QAction* action(const char* name)
     {
         return window.findChild<QAction*>(QString::fromLatin1(name));
+    }
+    // Control and the key, in the main window made active again.
+    void key(Qt::Key k)
+    {
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window))
+            qFatal("the main window did not become active");
+        QTest::keyClick(&window, k, Qt::ControlModifier);
     }
     // Triggers the entry; the steps act on the dialogs it opens.
     void trigger(const char* name, ModalDriver& steps)
@@ -80,6 +90,19 @@ QStringList Normalised(const QString& text)
     return lines;
 }
 
+// Initial Inputs: a name and the dates of a 2016 case, then OK.
+ModalDriver::Action EnterCase(const char* name)
+{
+    return [name](QWidget* d) {
+        for (const auto& [field, text] : {std::pair{"txtName", name},
+                                          {"txtDueDate", "4/15/2016"},
+                                          {"txtStart", "4/15/2016"},
+                                          {"txtStop", "12/31/2016"}})
+            Put(d, field, text);
+        Click(d, "btnOK");
+    };
+}
+
 QString Expected(const char* file)
 {
     QFile f(QStringLiteral(RW_REPORTS_EXPECTED "/") + QString::fromLatin1(file));
@@ -98,6 +121,7 @@ private Q_SLOTS:
     {
         Program p;
         p.session.kase = MarkedCase();
+        rw::MarkSaved(p.session);
         rw::EnableOutputs(p.session, true);
         rw::Session expected;
         expected.kase = p.session.kase;
@@ -128,6 +152,7 @@ private Q_SLOTS:
             steps.when(title, Reject);
             if (mark == &M::accuracyChecked)  // the penalty is on: the day interest runs from
                 steps.when("Extended Due Date", Reject);
+            p.msgs.answerSaveNext(rw::SaveAnswer::DontSave);  // New
             p.trigger(entry, steps);
             QVERIFY2(!mark || p.action(entry)->isChecked() == expected.menus.*mark, entry);
         }
@@ -178,26 +203,140 @@ private Q_SLOTS:
     void fileCommandsGoThroughTheServices()
     {
         Program p;
-        p.trigger("mnuFileNew", "Initial Inputs", [](QWidget* d) {
-            Type(d, "txtName", "Lee Example");
-            Click(d, "btnOK");
-        });
+        p.trigger("mnuFileNew", "Initial Inputs", EnterCase("Lee Example"));
         QVERIFY(p.session.kase.init.sName.is("Lee Example")
                 && exists(p.session.paths.recoveryCopy()));
         const std::string saved = (p.folder.tmp / "SAVED.INT").string(),
                           opened = (p.folder.tmp / "OTHER.INT").string();
+        QVERIFY(p.window.windowTitle().endsWith(QStringLiteral(" - UNTITLED.INT*")));
         p.files.saves.push_back(saved);
         p.action("mnuFileSaveAs")->trigger();
         QVERIFY(std::filesystem::exists(saved)
-                && p.window.windowTitle().contains(QString::fromStdString(saved)));
+                && p.window.windowTitle().endsWith(QStringLiteral(" - SAVED.INT")));
         rw::WriteCase(opened, MarkedCase());
         p.files.opens.push_back(opened);
         p.trigger("mnuFileOpen", "Initial Inputs", Reject);
         QVERIFY(p.session.kase == MarkedCase());
-        p.session.gbSaved = rw::kNo;
-        p.msgs.answerNext(false);
-        OneBoxAfter(p.msgs, [&p] { p.window.close(); });
-        QVERIFY(p.msgs.shown.back().question && p.program.ends == 1 && p.window.programEnded());
+        // The recent files, newest first, reopen a case.
+        auto* recent = p.window.findChild<QMenu*>(QStringLiteral("mnuFileRecent"));
+        QCOMPARE(recent->actions().size(), 2);
+        QCOMPARE(recent->actions().at(1)->text(), QStringLiteral("&2 SAVED.INT"));
+        p.trigger("mnuRecent2", "Initial Inputs", Reject);
+        QVERIFY(p.session.kase.init.sName.is("Lee Example"));
+    }
+
+    // With unsaved changes, New, Open, Exit and the close box ask first:
+    // Cancel, or Save whose Save As is cancelled, leaves the case and the
+    // program as they were; Don't Save goes on.
+    void commandsThatWouldLoseTheCaseAskFirst()
+    {
+        Program p;
+        p.session.kase = MarkedCase();
+        rw::NoteCaseChanges(p.session, p.msgs);
+        p.window.refresh();
+        const auto closeBox = [&p] { p.window.close(); };
+        const std::pair<const char*, std::function<void()>> commands[]
+            = {{"close box", closeBox},
+               {"mnuFileExit", [&p] { p.action("mnuFileExit")->trigger(); }},
+               {"Ctrl+Q", [&p] { p.key(Qt::Key_Q); }},
+               {"mnuFileNew", [&p] { p.action("mnuFileNew")->trigger(); }},
+               {"tlbOpen", [&p] { p.action("tlbOpen")->trigger(); }}};
+        for (const auto& [name, command] : commands)
+            for (const rw::SaveAnswer answer : {rw::SaveAnswer::Cancel, rw::SaveAnswer::Save}) {
+                p.msgs.clear();
+                p.msgs.answerSaveNext(answer);  // Save: Save As is cancelled
+                command();
+                QVERIFY2(p.msgs.shown.size() == 1
+                             && p.msgs.shown[0].text == "Save changes to UNTITLED.INT?",
+                         name);
+                QVERIFY2(p.window.isVisible() && !p.window.programEnded(), name);
+                QVERIFY2(p.session.kase == MarkedCase() && p.session.gbSaved == rw::kNo, name);
+            }
+        p.msgs.answerSaveNext(rw::SaveAnswer::DontSave);
+        closeBox();
+        QVERIFY(p.program.ends == 1 && p.window.programEnded());
+    }
+
+    // Changes made outside Initial Inputs mark the case unsaved as well.
+    void everyAcceptedChangeMarksTheCaseUnsaved()
+    {
+        Program p;
+        rw::EnableOutputs(p.session, true);
+        p.window.refresh();
+        p.trigger("mnuOptionsSuspend", "Suspended Interest Inputs", [](QWidget* d) {
+            Type(d, "CSdtIntSuspend", "6/1/2016");
+            Type(d, "CSdtRestart", "7/1/2016");
+            Click(d, "btnOK");
+        });
+        QVERIFY(p.window.windowTitle().endsWith(QLatin1Char('*'))
+                && p.action("mnuOptionsSuspend")->isChecked());
+        QVERIFY(rw::ReadCaseFile(p.session.paths.recoveryCopy().string()).kase == p.session.kase);
+        p.session.gsFileName = (p.folder.tmp / "S.INT").string();
+        rw::EnableSave(p.session, true);
+        p.window.refresh();
+        p.key(Qt::Key_S);
+        QVERIFY(!p.window.windowTitle().endsWith(QLatin1Char('*')));
+        p.trigger("mnuOptionsInterest", "Optional Rates", [](QWidget* d) {
+            Click(d, "radTaxMotYes");
+            Click(d, "btnOK");
+        });
+        QVERIFY(p.window.windowTitle().endsWith(QLatin1Char('*'))
+                && p.action("mnuOptionsInterest")->isChecked());
+    }
+
+    // A system-wide installation: the program starts, keeps its recovery
+    // copy and saves without writing beside itself.
+    void theInstallationFolderIsOnlyRead()
+    {
+        InstallFolder folder;
+        const auto listing = [&folder] {
+            std::vector<std::filesystem::path> names;
+            for (const auto& e : std::filesystem::directory_iterator(folder.tmp / "install"))
+                names.push_back(e.path());
+            std::ranges::sort(names);
+            return names;
+        };
+        const auto installed = listing();
+        std::filesystem::permissions(folder.tmp / "install", std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::remove);
+        Program p;
+        p.trigger("mnuFileNew", "Initial Inputs", EnterCase("Lee Example"));
+        p.files.saves.push_back((folder.tmp / "LEE.INT").string());
+        p.action("mnuFileSaveAs")->trigger();
+        std::filesystem::permissions(folder.tmp / "install", std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add);
+        QVERIFY(p.msgs.shown.empty() && !p.program.ends);
+        QVERIFY(std::filesystem::exists(folder.tmp / "LEE.INT")
+                && std::filesystem::exists(p.session.paths.recoveryCopy()));
+        QVERIFY(listing() == installed);
+    }
+
+    // Cancel in Report Choices opens nothing.
+    void reportChoicesCancelled()
+    {
+        Program p;
+        p.session.kase = FederalCase(D(2018, 1, 1), D(2018, 12, 31), "100");
+        rw::EnableOutputs(p.session, true);
+        p.window.refresh();
+        p.session.reportChoice.mask = rw::kRptSummary;
+        p.trigger("mnuViewReports", "Report Choices", Reject);
+        QVERIFY(!OpenWindow("frmSummary") && p.msgs.shown.empty());
+    }
+
+    // The standard shortcuts stand in the menus.
+    void standardShortcuts()
+    {
+        Program p;
+        const std::pair<const char*, QKeySequence> keys[]
+            = {{"mnuFileNew", QKeySequence(QKeySequence::New)},
+               {"mnuFileOpen", QKeySequence(QKeySequence::Open)},
+               {"mnuFileSave", QKeySequence(QKeySequence::Save)},
+               {"mnuFileSaveAs", QKeySequence(QStringLiteral("Ctrl+Shift+S"))},
+               {"mnuFilePrint", QKeySequence(QKeySequence::Print)},
+               {"mnuFileExit", QKeySequence(QStringLiteral("Ctrl+Q"))},
+               {"mnuHelpContents", QKeySequence(QStringLiteral("F1"))}};
+        for (const auto& [entry, key] : keys)
+            QVERIFY2(p.action(entry)->shortcut() == key, entry);
     }
 
     // Help, the About box and "Update Alert" (over Initial Inputs, for a stop
