@@ -161,6 +161,18 @@ void FileOpenRecent(ShellContext& ctx, const std::string& path)
 
 bool OpenCaseFile(ShellContext& ctx, const std::string& name)
 {
+    return OpenCase(ctx, name, false);
+}
+
+void OpenSampleCase(ShellContext& ctx, std::string_view sample)
+{
+    if (!ConfirmDiscard(ctx))
+        return;
+    OpenCase(ctx, (ctx.session.paths.installDir / sample).string(), true);
+}
+
+bool OpenCase(ShellContext& ctx, const std::string& name, bool asCopy)
+{
     Session& s = ctx.session;
     if (EndsWithTBL(name)) {
         ctx.msgs.show("Open", RateTableNotACaseText(), MsgIcon::Information);
@@ -179,16 +191,22 @@ bool OpenCaseFile(ShellContext& ctx, const std::string& name)
         return false;
     }
     s.kase = std::move(read);
-    s.gsFileName = name;
     MarkSaved(s);
-    RememberRecent(ctx, name);
+    if (asCopy) {
+        // A copy with the sample's name and no file: Save asks where to keep it.
+        s.gsFileName = std::filesystem::path(name).filename().string();
+    } else {
+        s.gsFileName = name;
+        RememberRecent(ctx, name);
+    }
     s.menus.initialInputsChecked = true;
     OpenRates(s.kase.init.sTaxAuth.view(), s.paths, ctx.msgs, s.gRates);
     NoteCaseChanges(s, ctx.msgs);
     EnableOutputs(s, true);
+    EnableSave(s, false);
     ctx.dialogs.showInitialInputs(s);
     s.menus.note = std::string(kNextStepNote);
-    EnableSave(s, true);
+    EnableSave(s, !asCopy);
     return true;
 }
 

@@ -44,6 +44,15 @@ void FileOpenRecent(ShellContext& ctx, const std::string& path);
 // False when the case was not opened.
 bool OpenCaseFile(ShellContext& ctx, const std::string& name);
 
+// Help - Sample Cases: after ConfirmDiscard, opens the sample installed with
+// the program as a copy that has no file yet (Save asks where to keep it), so
+// the installed sample is never written.
+void OpenSampleCase(ShellContext& ctx, std::string_view sample);
+
+// OpenCaseFile's work; asCopy opens the file as a case without a file of its
+// own, named as the file is.
+bool OpenCase(ShellContext& ctx, const std::string& name, bool asCopy);
+
 // Save: writes the case to its own file (Save As while the case has none).
 // True when the case was written.
 bool FileSave(ShellContext& ctx);

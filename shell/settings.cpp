@@ -112,7 +112,9 @@ std::string SettingsFile::read(std::string_view section, std::string_view key,
                                std::string_view def) const
 {
     std::vector<char> bytes;
-    if (!ReadWholeFile(file_.string(), bytes))
+    std::error_code ec;
+    // Only a file holds settings (a folder of that name holds none).
+    if (!std::filesystem::is_regular_file(file_, ec) || !ReadWholeFile(file_.string(), bytes))
         return cut(def);
     const std::vector<Line> lines = splitLines(bytes);
     const auto span = findSection(lines, section);
@@ -130,7 +132,8 @@ void SettingsFile::write(std::string_view section, std::string_view key, std::st
 {
     std::vector<char> bytes;
     std::vector<Line> lines;
-    if (ReadWholeFile(file_.string(), bytes))
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(file_, ec) && ReadWholeFile(file_.string(), bytes))
         lines = splitLines(bytes);
     // New lines take the ending the file already uses.
     std::string nl = "\n";

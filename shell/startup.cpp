@@ -53,9 +53,10 @@ void CopySampleCases(const Paths& paths, const fs::path& folder)
     for (std::string_view name : kSampleCases) {
         const fs::path from = paths.installDir / name;
         std::error_code ec;
-        if (!fs::is_regular_file(from, ec))
+        // A copy already there is the user's, perhaps changed and saved.
+        if (!fs::is_regular_file(from, ec) || fs::exists(folder / name, ec))
             continue;
-        fs::copy_file(from, folder / name, fs::copy_options::overwrite_existing, ec);
+        fs::copy_file(from, folder / name, fs::copy_options::skip_existing, ec);
         if (ec)
             ThrowFault(kErrPathAccess, "Main",
                        "cannot copy " + from.string() + ": " + ec.message());

@@ -40,9 +40,10 @@ std::filesystem::path GetWin7AppDataPath(const Paths& paths, std::string_view na
 // The sample cases installed beside the program.
 inline constexpr std::string_view kSampleCases[] = {"DEMO_INC.INT", "DEMO941.INT"};
 
-// Copies the sample cases from the installation folder into folder,
-// replacing copies already there. A sample missing from the installation is
-// skipped; a copy that fails is a fault (75, "Main").
+// Copies the sample cases from the installation folder into folder when they
+// are missing there: a copy already there is the user's and stays as it is.
+// A sample missing from the installation is skipped; a copy that fails is a
+// fault (75, "Main"). The installed samples stay available from Help.
 void CopySampleCases(const Paths& paths, const std::filesystem::path& folder);
 
 // The release of the rates: the installed one, or a later one the user put

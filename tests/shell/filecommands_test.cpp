@@ -354,6 +354,23 @@ TEST_F(FileCommands, ClosingWithNothingUnsavedAsksNothingAndStoresTheOptions)
     EXPECT_EQ(std::tie(program.hides, program.ends), std::tuple(1, 1));
 }
 
+TEST_F(FileCommands, ASampleCaseOpensAsACopyThatSaveAsksWhereToKeep)
+{
+    const fs::path installed = install / "DEMO_INC.INT";
+    fs::copy_file(WriteSampleCase("X.INT"), installed);
+    const std::vector<char> bytes = rwtest::ReadBytes(installed);
+    rw::OpenSampleCase(ctx, "DEMO_INC.INT");
+    EXPECT_EQ(session.kase.init.sName.view().substr(0, 6), "Sample");
+    EXPECT_EQ(session.title, "2018, 1st Quarter Ratewright - DEMO_INC.INT");
+    EXPECT_TRUE(session.recentFiles.empty());
+    session.kase.init.sName = "Changed";
+    rw::NoteCaseChanges(session, msgs);
+    files.saves.push_back((cases / "MINE.INT").string());
+    EXPECT_TRUE(rw::FileSave(ctx));  // Save As: the sample has no file of the user's
+    EXPECT_EQ(files.saveFolders.size(), 1u);
+    EXPECT_EQ(rwtest::ReadBytes(installed), bytes);
+}
+
 TEST_F(FileCommands, RecentFilesKeepTheEightNewestAndForgetOneThatIsGone)
 {
     std::vector<std::string> names;

@@ -67,6 +67,8 @@ TEST(Settings, WritingChangesOneLineAddsKeysAndSectionsAndKeepsTheRest)
     rw::SettingsFile(dir / "new-folder" / "qratcalc.INI").write("Options", "ToolBar", "True");
     EXPECT_EQ(rwtest::ReadText(dir / "new-folder" / "qratcalc.INI"), "[Options]\nToolBar=True\n");
     rwtest::WriteBytes(dir / "plain", {'x'});  // a file where the folder should be
+    fs::create_directory(dir / "folder.INI");  // a folder holds no settings
+    EXPECT_EQ(rw::SettingsFile(dir / "folder.INI").read("Options", "ToolBar", "def"), "def");
     rw::SettingsFile lost(dir / "plain" / "qratcalc.INI");
     EXPECT_TRUE(rwtest::FaultOf([&] {
                     lost.write("Options", "ToolBar", "True");
@@ -93,8 +95,8 @@ protected:
 
 TEST_F(StartupRun, LeavesAnEmptyUntitledCaseWithTheFederalTableAndTheSamples)
 {
-    rwtest::WriteBytes(install / "DEMO_INC.INT",
-                       {'n', 'e', 'w'});  // DEMO941.INT is not installed: skipped
+    rwtest::WriteBytes(install / "DEMO_INC.INT", {'n', 'e', 'w'});
+    rwtest::WriteBytes(install / "DEMO941.INT", {'9', '4', '1'});
     fs::create_directories(perUser());
     rwtest::WriteBytes(perUser() / "DEMO_INC.INT", {'o', 'l', 'd'});
     rw::Session s;
@@ -102,8 +104,8 @@ TEST_F(StartupRun, LeavesAnEmptyUntitledCaseWithTheFederalTableAndTheSamples)
     rw::Startup(s, paths, msgs);
 
     EXPECT_EQ(s.gsDataPath, perUser().string());  // no settings file: the default folder
-    EXPECT_EQ(rwtest::ReadText(perUser() / "DEMO_INC.INT"), "new");
-    EXPECT_FALSE(fs::exists(perUser() / "DEMO941.INT"));
+    EXPECT_EQ(rwtest::ReadText(perUser() / "DEMO_INC.INT"), "old");  // the user's copy stays
+    EXPECT_EQ(rwtest::ReadText(perUser() / "DEMO941.INT"), "941");  // missing: copied
     rw::Case empty;
     rw::ClearInputs(empty);
     EXPECT_EQ(s.kase, empty);

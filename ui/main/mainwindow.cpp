@@ -240,6 +240,20 @@ void MainWindow::buildMenus()
         QKeySequence::HelpContents);
     menuAction(help, "mnuHelpOnHelp", QStringLiteral("&Help on Help..."),
                [this] { run("mnuHelpOnHelp_Click", [this] { HelpOnHelp(services_.msgs); }); });
+    // The sample cases installed with the program, opened as copies.
+    QMenu* samples = help->addMenu(QStringLiteral("&Sample Cases"));
+    samples->setObjectName(QStringLiteral("mnuHelpSamples"));
+    static constexpr const char* kSampleActions[] = {"mnuSample1", "mnuSample2"};
+    static_assert(std::size(kSampleActions) == std::size(kSampleCases));
+    for (std::size_t i = 0; i < std::size(kSampleCases); ++i) {
+        const std::string_view sample = kSampleCases[i];
+        menuAction(samples, kSampleActions[i], fromCore(sample), [this, sample] {
+            run("mnuHelpSamples_Click", [this, sample] {
+                auto ctx = shellContext();
+                OpenSampleCase(ctx, sample);
+            });
+        });
+    }
     help->addSeparator();
     menuAction(help, "mnuHelpAbout", QStringLiteral("&About..."),
                [this] { run("mnuHelpAbout_Click", [this] { aboutCommand(); }); });
