@@ -1,8 +1,8 @@
 // The interest computation of a long federal case: 1/1/1985 to 12/31/2017,
-// 200 payments and 20 other charges, over a table of quarterly rate rows
-// 1983-2026 (and over the installed fed.tbl when RW_INSTALL_DIR holds one).
-// The counter "allocs" is the number of heap allocations per computation:
-// it depends on the case's size, never on the number of days.
+// 200 payments and 20 other charges; and of 2,000 payments over 50 years, over a table of quarterly
+// rate rows 1983-2026 (and over the installed fed.tbl when RW_INSTALL_DIR holds one). The counter
+// "allocs" is the number of heap allocations per computation: it depends on the case's size, never
+// on the number of days.
 
 #include "engine/intcalc.h"
 #include "rates/ratetable.h"
@@ -94,9 +94,31 @@ rw::Case LongFederalCase()
     return c;
 }
 
-void Run(benchmark::State& state, const rw::RateTable& rates)
+// A monthly installment agreement's worth and more: 2,000 payments of 100.00,
+// one every 9 days, on 1,000,000.00 owed from 1/1/1976 to 12/31/2025.
+rw::Case TwoThousandPayments()
 {
-    const rw::Case c = LongFederalCase();
+    rw::Case c;
+    rw::ClearInputs(c);
+    c.init.sTaxAuth = "US  ";
+    c.init.dtDue = c.init.tlStart.dtDate = D(1976, 1, 1);
+    c.init.tlStart.cTax = Money::fromCents(100'000'000);
+    c.init.tlStop.dtDate = D(2025, 12, 31);
+    c.pmts.clear();
+    for (int i = 0; i < 2000; ++i) {
+        rw::PaymentRec p;
+        p.sDesc = "Installment";
+        p.dtPmt = D(1976, 1, 10) + i * 9;
+        p.cToTax = p.cAmount = Money::fromCents(10'000);
+        p.sMethod = "T";
+        c.pmts.push_back(p);
+    }
+    c.init.nPmts = 2000;
+    return c;
+}
+
+void Run(benchmark::State& state, const rw::RateTable& rates, const rw::Case& c = LongFederalCase())
+{
     std::vector<rw::ResultPeriod> rows;
     rw::TimeLine tl;
     Money total;
@@ -116,6 +138,15 @@ void BM_GetInterest_QuarterlyTable(benchmark::State& state)
     Run(state, QuarterlyTable());
 }
 BENCHMARK(BM_GetInterest_QuarterlyTable)->Unit(benchmark::kMicrosecond);
+
+void BM_GetInterest_2000Payments50Years(benchmark::State& state)
+{
+    Run(state,
+        benchcases::QuarterlyRates(
+            1975, 2026, [](int step) { return static_cast<float>(3 + (step * 5) % 12) / 100.0f; }),
+        TwoThousandPayments());
+}
+BENCHMARK(BM_GetInterest_2000Payments50Years)->Unit(benchmark::kMicrosecond);
 
 void BM_GetInterest_InstalledFedTable(benchmark::State& state)
 {

@@ -28,8 +28,8 @@ rw::RateTable QuarterlyTable()
         2010, 2026, [](int step) { return static_cast<float>(3 + step % 6) / 100.0f; });
 }
 
-// 500 payments of 50.00 on 20 days of 2016 (25 a day, so the result stays
-// within its 601 rows), three payroll deposits, one charge, every penalty.
+// 500 payments of 50.00 on 20 days of 2016 (25 a day), three payroll
+// deposits, one charge, every penalty.
 rw::Case BigCase()
 {
     rw::Case c;

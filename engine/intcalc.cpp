@@ -108,14 +108,17 @@ Money GetInterest(const Case& c, const RateTable& rates, PenaltyCalculators* pen
         const bool suspension = in.dtIntSuspend.isGiven();
         const Date stopDate = in.tlStop.dtDate;
 
-        rows.assign(kMaxResultRows, ResultPeriod{});
+        // The start row, then at most an interest row and an event row per
+        // point: room for all of them, so no row moves while the walk runs.
+        const std::size_t room = 1 + 2 * tl.size();
+        rows.assign(room, ResultPeriod{});
         Set1stPeriod(start, rows, tl);
         RateSelector sel(in, wr, tl);
         std::size_t cur = 0;
         auto nextRow = [&]() -> ResultPeriod& {
-            if (cur + 1 >= kMaxResultRows)
+            if (cur + 1 >= room)
                 ThrowFault(kErrSubscript, "GetInterest",
-                           "the computation needs more than 601 result rows");
+                           "more result rows than the time line allows");
             return rows[++cur];
         };
 

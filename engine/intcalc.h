@@ -26,9 +26,6 @@ struct ResultPeriod {
     friend bool operator==(const ResultPeriod&, const ResultPeriod&) = default;
 };
 
-// Room for rows 0 to 600; a case that needs more is a fault.
-inline constexpr std::size_t kMaxResultRows = 601;
-
 // Computes the interest of the case from its start to its stop date with the
 // given rate table (the authority's table). Fills rows and tl; returns the
 // total interest. The case is never changed. Faults (a stop date beyond the
