@@ -5,6 +5,7 @@
 #include "base/numtext.h"
 
 #include <limits>
+#include <optional>
 
 namespace rw {
 
@@ -359,6 +360,19 @@ std::string ArrangeSavingsText(Money savings, std::int32_t orders)
            + "properly report the application of deposits.";
 }
 
+std::optional<std::string> ArrangeRefusalText(const Case& c)
+{
+    const auto deps = c.payrollDeposits();
+    for (std::size_t k = 0; k < deps.size(); ++k)
+        if (deps[k].cRequired < Money())
+            return "The payments cannot be arranged: deposit " + std::to_string(k + 1) + " (due "
+                   + FormatShortDate(deps[k].dtDepDue) + ") has a required amount below zero, "
+                   + FormatMoney(deps[k].cRequired)
+                   + ".  A required deposit is what the employer owed; please correct it in the "
+                     "payroll deposit list.";
+    return std::nullopt;
+}
+
 std::string ArrangeTooManyPaymentsText()
 {
     return std::string("Due to time and memory that it takes to calculate ")
@@ -380,6 +394,10 @@ void GetLowestPRPen(Case& c, Messages& msgs, ArrangeProgress* progress)
             return;  // nothing to arrange
         if (n >= kMaxArrangePayments) {
             Warn(msgs, ArrangeTooManyPaymentsText());
+            return;
+        }
+        if (const std::optional<std::string> refused = ArrangeRefusalText(c)) {
+            Warn(msgs, *refused);
             return;
         }
         if (progress) {

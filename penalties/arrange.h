@@ -10,6 +10,7 @@
 #include "penalties/payroll.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -96,12 +97,16 @@ ArrangeOutcome FindLowestPRPenOrder(const Case& c, ArrangeProgress* progress = n
 ArrangeOutcome FindLowestPRPenOrderByTable(const Case& c, ArrangeProgress* progress = nullptr);
 
 // The search as the Payments dialog runs it: nothing for no payments; the
-// warning for 10 or more; otherwise the search, the beep, the savings message
+// warning for 10 or more; the warning of ArrangeRefusalText when the deposits
+// cannot be arranged (nothing changes then); otherwise the search, the beep, the savings message
 // when the employer saves more than $10, and the payments rewritten in the
 // best order (whole records; nothing is recomputed).
 void GetLowestPRPen(Case& c, Messages& msgs, ArrangeProgress* progress = nullptr);
 
 std::string ArrangeSavingsText(Money savings, std::int32_t orders);
 std::string ArrangeTooManyPaymentsText();
+// Why the payments of the case cannot be arranged (a required deposit below
+// zero, which no payment can pay in any order), or nothing.
+std::optional<std::string> ArrangeRefusalText(const Case& c);
 
 }  // namespace rw

@@ -217,6 +217,26 @@ TEST(Arrange, TenPaymentsAreNotArranged)
     EXPECT_EQ(msgs.beeps, 0);
 }
 
+// A required deposit below zero: no order can pay it, so nothing is searched
+// (the plain search it would need takes minutes) and the list stays.
+TEST(Arrange, ADepositBelowZeroIsNotArranged)
+{
+    rw::Case c = PayrollCase();
+    AddDeposit(c, D(2016, 4, 15), "1,000.00", D(2016, 8, 1));
+    AddDeposit(c, D(2016, 5, 15), "-50.00", D(2016, 8, 1));
+    AddPayments(c, {{D(2016, 5, 5), "A"}, {D(2016, 4, 15), "B"}});
+    const rw::Case before = c;
+    RecordingMessages msgs;
+    rw::GetLowestPRPen(c, msgs);
+    EXPECT_EQ(c, before);
+    ASSERT_EQ(msgs.texts(),
+              std::vector<std::string>{
+                  "The payments cannot be arranged: deposit 2 (due 5/15/2016) has a required "
+                  "amount below zero, -50.00.  A required deposit is what the employer owed; "
+                  "please correct it in the payroll deposit list."});
+    EXPECT_EQ(msgs.beeps, 0);
+}
+
 // Deposit 100.00 due 4/15: A is 20 days late (10 %), B and C on time; the
 // orders beginning with B or C cost 0, the first of them in table order is
 // 1, 0, 2 (B, A, C). Without deposits every order costs 0: the order entered
