@@ -1,8 +1,18 @@
 #include "casedata/datechecks.h"
 
-#include "base/fault.h"
+#include "base/numtext.h"
 
 namespace rw {
+
+namespace {
+constexpr const char* kDateExample = "as month/day/year, such as 4/15/2024.";
+}
+
+bool IsBlankDate(std::string_view text)
+{
+    const std::string_view t = TrimBlanks(text);
+    return t.empty() || t == "__/__/____" || t == "/  /";
+}
 
 bool DateValid(std::string_view text, std::string_view name, Date& out, Messages& msgs)
 {
@@ -10,61 +20,36 @@ bool DateValid(std::string_view text, std::string_view name, Date& out, Messages
         out = *d;
         return true;
     }
-    out = Date(0.0);
-    Warn(msgs,
-         "The " + std::string(name) + " date entered as " + std::string(text)
-             + " is not valid.  Unless it is changed, somewhere at an inconvenient moment this "
-               "program is likely to abort.");
+    if (IsBlankDate(text))
+        Warn(msgs, "Please enter the " + std::string(name) + " date " + kDateExample);
+    else
+        Warn(msgs, "The " + std::string(name) + " date entered as " + std::string(TrimBlanks(text))
+                       + " is not a date.  Please enter a date " + kDateExample);
     return false;
 }
 
-bool ChkDateInPeriod(std::string_view text, std::string_view name, const InitInputs& init,
-                     Messages& msgs)
+bool ChkDateInPeriod(Date d, std::string_view name, const InitInputs& init, Messages& msgs)
 {
-    try {
-        Date d;
-        if (!DateValid(text, name, d, msgs))
-            return true;
-        bool result = true;
-        const Date start = init.tlStart.dtDate;
-        const Date stop = init.tlStop.dtDate;
-        if (d <= start) {
-            result = false;
-            Warn(msgs, std::string(name)
-                           + " date is on or before the start date of the interest calculation.  "
-                             "Unreliable "
-                             "results or an unplanned termination may occurr if this is not "
-                             "corrected. You "
-                             "might want to use "
-                           + FormatShortDate(start + 1) + " instead.");
-        }
-        if (d >= stop) {
-            result = false;
-            Warn(
-                msgs,
-                std::string(name)
-                    + " date is on or after the stop date of the interest calculation.  Unreliable "
-                      "results or an unplanned termination may occurr if this is not corrected. "
-                      "You "
-                      "might want to use "
-                    + FormatShortDate(stop - 1) + " instead.");
-        }
-        return result;
-    } catch (const Fault& f) {
-        DateChkError(f.number(), name, msgs);
-        return false;
-    }
-}
-
-void DateChkError(int errorNumber, std::string_view name, Messages& msgs)
-{
-    if (errorNumber == kErrTypeMismatch)
+    bool result = true;
+    const Date start = init.tlStart.dtDate;
+    const Date stop = init.tlStop.dtDate;
+    if (d <= start) {
+        result = false;
         Warn(msgs, std::string(name)
-                       + " date blank!  Unreliable results or an unplanned termination may occurr "
-                         "if this is "
-                         "not corrected. ");
-    else
-        Warn(msgs, "Error: " + ErrorDescription(errorNumber));
+                       + " date is on or before the start date of the interest calculation.  "
+                         "Unreliable results or an unplanned termination may occurr if this is "
+                         "not corrected. You might want to use "
+                       + FormatShortDate(start + 1) + " instead.");
+    }
+    if (d >= stop) {
+        result = false;
+        Warn(msgs, std::string(name)
+                       + " date is on or after the stop date of the interest calculation.  "
+                         "Unreliable results or an unplanned termination may occurr if this is "
+                         "not corrected. You might want to use "
+                       + FormatShortDate(stop - 1) + " instead.");
+    }
+    return result;
 }
 
 std::string InitCSDateCtrl(Date d)

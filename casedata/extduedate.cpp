@@ -1,7 +1,5 @@
 #include "casedata/extduedate.h"
 
-#include "casedata/datechecks.h"
-
 namespace rw {
 
 namespace {
@@ -23,16 +21,18 @@ ExtDueDateForm ExtDueDateDialog::open()
     return ExtDueDateForm{InitCSDateCtrl(in.dtExtended)};
 }
 
-void ExtDueDateDialog::extendedLeft(const ExtDueDateForm& form) const
+void ExtDueDateDialog::extendedLeft(ExtDueDateForm& form) const
 {
-    Date working;
-    DateValid(form.extended, kFieldName, working, msgs_);
-    ChkExtendedDate(working, case_.init, msgs_);
+    if (const auto d = DateLeft(form, &ExtDueDateForm::extended, kFieldName, msgs_))
+        ChkExtendedDate(*d, case_.init, msgs_);
 }
 
-bool ExtDueDateDialog::accept(const ExtDueDateForm& form)
+bool ExtDueDateDialog::accept(ExtDueDateForm& form)
 {
-    return DateValid(form.extended, kFieldName, case_.init.dtExtended, msgs_);
+    const auto d = TakeDate(form, &ExtDueDateForm::extended, kFieldName, DateNeed::Needed, msgs_);
+    if (d)
+        case_.init.dtExtended = *d;
+    return d.has_value();
 }
 
 }  // namespace rw

@@ -6,6 +6,7 @@
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
+#include "casedata/datechecks.h"
 
 #include <string>
 
@@ -14,6 +15,7 @@ namespace rw {
 // What the one date field "Date Return Extended To:" shows ("m/d/yyyy").
 struct ExtDueDateForm {
     std::string extended;
+    FormField<ExtDueDateForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class ExtDueDateDialog {
@@ -25,13 +27,13 @@ public:
     // cancelled. The date is checked (ChkExtendedDate) and shown.
     ExtDueDateForm open();
 
-    // The field was left: its date (day 0 when it holds none, after the
-    // warning) is checked with ChkExtendedDate. The case is not changed.
-    void extendedLeft(const ExtDueDateForm& form) const;
+    // The field was left: a date is checked with ChkExtendedDate, a text
+    // that is not a date refused. The case is not changed.
+    void extendedLeft(ExtDueDateForm& form) const;
 
-    // OK: the field's date into the case's extended due date (day 0 when it
-    // holds none, after the warning). True when the field held a date.
-    bool accept(const ExtDueDateForm& form);
+    // OK: the field's date into the case's extended due date. False when it
+    // was refused (not a date, or empty).
+    bool accept(ExtDueDateForm& form);
 
 private:
     Case& case_;

@@ -1,7 +1,6 @@
 #include "casedata/initialinputs.h"
 
 #include "base/numtext.h"
-#include "casedata/datechecks.h"
 
 #include <charconv>
 
@@ -69,10 +68,61 @@ void InitialInputsDialog::payrollClicked(const InitialInputsForm& form) const
                     "should be the first day of the quarter.");
 }
 
-InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm& form)
+namespace {
+
+const char* dateName(FormField<InitialInputsForm> field)
 {
-    // Entries that cannot be stored at all are answered before anything changes.
-    const auto balance = ReadMoneyField(form.initialBalance, "Intitial Balance", msgs_);
+    if (field == &InitialInputsForm::startDate)
+        return "Calculation Start";
+    if (field == &InitialInputsForm::stopDate)
+        return "Calculation Stop";
+    return "Due";
+}
+
+// Interest is computed from the start forward: a stop before the start is
+// refused, the stop field to be corrected.
+bool stopAfterStart(InitialInputsForm& form, Date start, Date stop, Messages& msgs)
+{
+    if (!(stop < start))
+        return true;
+    Refuse(form, &InitialInputsForm::stopDate,
+           "The calculation cannot end on " + FormatShortDate(stop) + ", before it starts on "
+               + FormatShortDate(start) + ".  Please enter a stop date on or after the start date.",
+           msgs);
+    return false;
+}
+
+}  // namespace
+
+void InitialInputsDialog::dateLeft(InitialInputsForm& form,
+                                   FormField<InitialInputsForm> field) const
+{
+    const auto d = DateLeft(form, field, dateName(field), msgs_);
+    if (!d || field != &InitialInputsForm::stopDate)
+        return;
+    if (const auto start = ParseUserDate(form.startDate))
+        stopAfterStart(form, *start, *d, msgs_);
+}
+
+void InitialInputsDialog::balanceLeft(InitialInputsForm& form) const
+{
+    TakeMoney(form, &InitialInputsForm::initialBalance, "Intitial Balance", msgs_);
+}
+
+InitialInputsDialog::Result InitialInputsDialog::accept(InitialInputsForm& form)
+{
+    // Entries that cannot be stored are answered, in the order of the
+    // fields, before anything changes.
+    std::optional<Date> dates[3];
+    const FormField<InitialInputsForm> fields[3] = {
+        &InitialInputsForm::dueDate, &InitialInputsForm::startDate, &InitialInputsForm::stopDate};
+    for (int i = 0; i < 3; ++i)
+        if (!(dates[i] = TakeDate(form, fields[i], dateName(fields[i]), DateNeed::Needed, msgs_)))
+            return Result::KeepOpen;
+    if (!stopAfterStart(form, *dates[1], *dates[2], msgs_))
+        return Result::KeepOpen;
+    const auto balance
+        = TakeMoney(form, &InitialInputsForm::initialBalance, "Intitial Balance", msgs_);
     if (!balance)
         return Result::KeepOpen;
     std::int16_t stopDays = 0;
@@ -83,9 +133,10 @@ InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm&
         if (t.empty())
             n = 0;
         else if (r.ec != std::errc() || r.ptr != t.data() + t.size() || n < 0 || n > 30) {
-            Warn(msgs_,
-                 "The number of days before the check date on which interest stops on the refund "
-                 "must be a whole number from 0 to 30.");
+            Refuse(form, &InitialInputsForm::stopDays,
+                   "The number of days before the check date on which interest stops on the "
+                   "refund must be a whole number from 0 to 30.",
+                   msgs_);
             return Result::KeepOpen;
         }
         stopDays = static_cast<std::int16_t>(n);
@@ -94,13 +145,9 @@ InitialInputsDialog::Result InitialInputsDialog::accept(const InitialInputsForm&
     InitInputs& in = case_.init;
     in.sName.assign(form.name);
     in.s2ndLine.assign(form.secondLine);
-    Date d;
-    DateValid(form.startDate, "Calculation Start", d, msgs_);
-    in.tlStart.dtDate = d;
-    DateValid(form.stopDate, "Calculation Stop", d, msgs_);
-    in.tlStop.dtDate = d;
-    DateValid(form.dueDate, "Due", d, msgs_);
-    in.dtDue = d;
+    in.dtDue = *dates[0];
+    in.tlStart.dtDate = *dates[1];
+    in.tlStop.dtDate = *dates[2];
     if (!form.overpayment) {
         in.tlStart.cTax = *balance;
         in.bOverpayment = kNo;

@@ -7,6 +7,7 @@
 #include "base/messages.h"
 #include "base/paths.h"
 #include "casedata/caserecord.h"
+#include "casedata/datechecks.h"
 #include "rates/ratetable.h"
 
 #include <string>
@@ -27,6 +28,7 @@ struct InitialInputsForm {
     bool stopDaysVisible = false;
     bool payroll = false;  // "Payroll Tax": "Yes" / "No"
     bool corporate = false;  // "Corporate Taxpayer"
+    FormField<InitialInputsForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class InitialInputsDialog {
@@ -47,14 +49,21 @@ public:
     // advice that a payroll case starts at $0 on the first day of the quarter.
     void payrollClicked(const InitialInputsForm& form) const;
 
+    // A date field left (dueDate, startDate or stopDate): a text that is not
+    // a date is refused; a stop date before a start date too, so that the
+    // calculation never runs backwards.
+    void dateLeft(InitialInputsForm& form, FormField<InitialInputsForm> field) const;
+    // "Intitial Balance:" left: a text that is not an amount is refused.
+    void balanceLeft(InitialInputsForm& form) const;
+
     enum class Result {
         Stored,  // the case holds the form; the authority's table is loaded
-        KeepOpen,  // an entry could not be read; the user was told; nothing stored
+        KeepOpen,  // an entry was refused (form.refused); the user was told; nothing stored
         SaveAndExit,  // stored, but the user chose to save and end at the state-table check
     };
     // OK (StoreDialog): stores the fields, loads the authority's rate table
-    // and checks a state table's range.
-    Result accept(const InitialInputsForm& form);
+    // and checks a state table's range. The three dates are needed.
+    Result accept(InitialInputsForm& form);
 
 private:
     Case& case_;

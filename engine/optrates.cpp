@@ -2,8 +2,6 @@
 
 #include "base/fault.h"
 
-#include "casedata/datechecks.h"
-
 namespace rw {
 
 namespace {
@@ -80,25 +78,30 @@ void clicked(const InitInputs& in, const CorpRate& r, OptRatesForm& f)
         setDefault(in, r, f);
 }
 
-void checkDate(const CorpRate& r, const OptRatesForm& f, Messages& msgs)
+void checkDate(const CorpRate& r, OptRatesForm& f, Messages& msgs)
 {
-    Date d;
-    if (DateValid(f.*r.field, r.fieldName, d, msgs) && d <= r.threshold)
+    const auto d = DateLeft(f, r.field, r.fieldName, msgs);
+    if (d && *d <= r.threshold)
         Warn(msgs, "The special interest rate on large corporate " + std::string(r.kind)
                        + " is for periods after " + std::string(r.thresholdText)
                        + ".  You might want to double check the date you entered, which appears to "
                          "be too early.");
 }
 
-void store(InitInputs& in, const CorpRate& r, const OptRatesForm& f)
+// The start date a Yes needs; nothing for a No.
+std::optional<Date> startDate(const CorpRate& r, OptRatesForm& f, Messages& msgs)
+{
+    return f.*r.choice ? TakeDate(f, r.field, r.fieldName, DateNeed::Needed, msgs) : NoDate;
+}
+
+void store(InitInputs& in, const CorpRate& r, const OptRatesForm& f, Date start)
 {
     if (!(f.*r.choice)) {
         in.*r.flag = kNo;  // the start date stays stored
         return;
     }
     in.*r.flag = kYes;
-    if (auto d = fieldDate(f.*r.field); d && d->isGiven())
-        in.*r.start = *d;
+    in.*r.start = start;
 }
 
 }  // namespace
@@ -153,19 +156,23 @@ void OptRatesDialog::SetDefaultCorpOPRateDate(OptRatesForm& form) const
     WithFaultName("SetDefaultCorpOPRateDate", [&] { setDefault(case_.init, kOverpayment, form); });
 }
 
-void OptRatesDialog::ChkCorpUPDate(const OptRatesForm& form) const
+void OptRatesDialog::ChkCorpUPDate(OptRatesForm& form) const
 {
     WithFaultName("ChkCorpUPDate", [&] { checkDate(kUnderpayment, form, msgs_); });
 }
 
-void OptRatesDialog::ChkCorpOPDate(const OptRatesForm& form) const
+void OptRatesDialog::ChkCorpOPDate(OptRatesForm& form) const
 {
     WithFaultName("ChkCorpOPDate", [&] { checkDate(kOverpayment, form, msgs_); });
 }
 
-bool OptRatesDialog::accept(const OptRatesForm& form)
+bool OptRatesDialog::accept(OptRatesForm& form)
 {
     return WithFaultName("DlgOptRatesData", [&] {
+        const auto upStart = startDate(kUnderpayment, form, msgs_);
+        const auto opStart = upStart ? startDate(kOverpayment, form, msgs_) : std::nullopt;
+        if (!opStart)
+            return false;
         InitInputs& in = case_.init;
         if (form.taxMotivated) {
             in.bTaxMotivated = kYes;
@@ -173,9 +180,9 @@ bool OptRatesDialog::accept(const OptRatesForm& form)
         } else {
             in.bTaxMotivated = kNo;
         }
-        store(in, kUnderpayment, form);
-        store(in, kOverpayment, form);
-        return IsYes(in.bTaxMotivated) || IsYes(in.bCorpUPRate) || IsYes(in.bCorpOPRate);
+        store(in, kUnderpayment, form, *upStart);
+        store(in, kOverpayment, form, *opStart);
+        return true;
     });
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 // The "Optional Rates" dialog as logic: the tax-motivated rate and the large
 // corporate underpayment and overpayment rates with their start dates. Its
-// date warnings only advise; the user's choice is stored as made.
+// date warnings only advise; a start date that is not a date is refused.
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
+#include "casedata/datechecks.h"
 
 #include <string>
 
@@ -20,6 +21,7 @@ struct OptRatesForm {
     bool corpOPRate = false;  // "Use Large Corporation Overpayment Rate After 12/31/94": Yes / No
     std::string corpOPStart;  // "Start Date for Corporate Overpayment Rate:"
     bool corpOPStartEnabled = false;
+    FormField<OptRatesForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class OptRatesDialog {
@@ -47,16 +49,16 @@ public:
     void SetDefaultCorpUPRateDate(OptRatesForm& form) const;
     void SetDefaultCorpOPRateDate(OptRatesForm& form) const;
 
-    // A start date field changed: the date check, then the "too early" warning
-    // for a date on or before the threshold (12/31/1990, 12/31/1994).
-    void ChkCorpUPDate(const OptRatesForm& form) const;
-    void ChkCorpOPDate(const OptRatesForm& form) const;
+    // A start date field changed and left: a text that is not a date is
+    // refused; a date on or before the threshold (12/31/1990, 12/31/1994)
+    // draws the "too early" warning.
+    void ChkCorpUPDate(OptRatesForm& form) const;
+    void ChkCorpOPDate(OptRatesForm& form) const;
 
-    // OK (DlgOptRatesData): stores the three choices; a Yes with a date in its
-    // field stores the date, otherwise the stored date stays (also on No).
-    // Returns whether "&Interest Rates..." shows its check mark: any of the
-    // three rates on.
-    bool accept(const OptRatesForm& form);
+    // OK (DlgOptRatesData): stores the three choices; a Yes stores the date
+    // of its field, which it needs; a No keeps the stored date. False when a
+    // start date was refused (nothing stored).
+    bool accept(OptRatesForm& form);
 
 private:
     Case& case_;

@@ -2,8 +2,6 @@
 
 #include "base/fault.h"
 
-#include "casedata/datechecks.h"
-
 namespace rw {
 
 SuspendDialog::SuspendDialog(Case& c, Messages& msgs)
@@ -25,35 +23,55 @@ SuspendForm SuspendDialog::open() const
     });
 }
 
-void SuspendDialog::suspendChanged(const SuspendForm& form) const
+namespace {
+
+constexpr const char* kSuspendName = "Interest Suspension";
+constexpr const char* kRestartName = "Interest Restart";
+
+// Interest restarts after it was suspended: warned about when the restart is
+// left, refused on OK.
+std::string restartNotAfter(Date suspend, Date restart)
 {
-    Date d;
-    DateValid(form.suspendDate, "Interest Suspension", d, msgs_);
+    return "The date interest is suspended, " + FormatShortDate(suspend)
+           + ", must be before the date interest is restarted, " + FormatShortDate(restart) + ".";
 }
 
-void SuspendDialog::restartChanged(const SuspendForm& form) const
+}  // namespace
+
+void SuspendDialog::suspendChanged(SuspendForm& form) const
 {
-    Date restart;
-    if (!DateValid(form.restartDate, "Interest Restart", restart, msgs_))
-        return;
+    DateLeft(form, &SuspendForm::suspendDate, kSuspendName, msgs_);
+}
+
+void SuspendDialog::restartChanged(SuspendForm& form) const
+{
+    const auto restart = DateLeft(form, &SuspendForm::restartDate, kRestartName, msgs_);
     const auto suspend = ParseUserDate(form.suspendDate);
-    if (suspend && restart <= *suspend)
-        Warn(msgs_, "The date interest is suspended, " + FormatShortDate(*suspend)
-                        + ", must be before the date interest is restarted, "
-                        + FormatShortDate(restart) + ".");
+    if (restart && suspend && !(*suspend < *restart))
+        Warn(msgs_, restartNotAfter(*suspend, *restart));
 }
 
-bool SuspendDialog::accept(const SuspendForm& form)
+bool SuspendDialog::accept(SuspendForm& form)
 {
     return WithFaultName("DlgSuspData", [&] {
-        Date suspend;
-        Date restart;
-        const bool suspendOk = DateValid(form.suspendDate, "Interest Suspension", suspend, msgs_);
-        const bool restartOk = DateValid(form.restartDate, "Interest Restart", restart, msgs_);
-        if (!suspendOk || !restartOk || restart <= suspend)
+        InitInputs& in = case_.init;
+        if (IsBlankDate(form.suspendDate) && IsBlankDate(form.restartDate)) {
+            in.dtIntSuspend = in.dtRestart = NoDate;
+            return true;
+        }
+        const auto suspend
+            = TakeDate(form, &SuspendForm::suspendDate, kSuspendName, DateNeed::Needed, msgs_);
+        const auto restart = suspend ? TakeDate(form, &SuspendForm::restartDate, kRestartName,
+                                                DateNeed::Needed, msgs_)
+                                     : std::nullopt;
+        if (!restart)
             return false;
-        case_.init.dtIntSuspend = suspend;
-        case_.init.dtRestart = restart;
+        if (!(*suspend < *restart)) {
+            Refuse(form, &SuspendForm::restartDate, restartNotAfter(*suspend, *restart), msgs_);
+            return false;
+        }
+        in.dtIntSuspend = *suspend;
+        in.dtRestart = *restart;
         return true;
     });
 }

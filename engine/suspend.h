@@ -1,10 +1,11 @@
 #pragma once
 // The "Suspended Interest Inputs" dialog as logic: the day interest is
-// suspended and the day it restarts. Only a valid pair, restart after
-// suspension, is ever stored; nothing else changes the stored pair.
+// suspended and the day it restarts. A pair, restart after suspension, is
+// stored; both fields emptied remove the suspension; anything else is refused.
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
+#include "casedata/datechecks.h"
 
 #include <string>
 
@@ -14,6 +15,7 @@ namespace rw {
 struct SuspendForm {
     std::string suspendDate;  // "Date Interest Is Suspended:"
     std::string restartDate;  // "Date Suspended Interest Is Restarted:"
+    FormField<SuspendForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class SuspendDialog {
@@ -24,18 +26,20 @@ public:
     // fields empty.
     SuspendForm open() const;
 
-    // The suspension field changed: the date check ("Interest Suspension").
-    void suspendChanged(const SuspendForm& form) const;
+    // The suspension field changed and left: a text that is not a date is
+    // refused ("Interest Suspension").
+    void suspendChanged(SuspendForm& form) const;
 
-    // The restart field changed: the date check ("Interest Restart"), then a
-    // warning when the restart is on or before a valid suspension date.
-    void restartChanged(const SuspendForm& form) const;
+    // The restart field changed and left: a text that is not a date is
+    // refused ("Interest Restart"); a restart on or before the suspension date
+    // is warned about.
+    void restartChanged(SuspendForm& form) const;
 
-    // OK (DlgSuspData): stores both dates when both are dates and the restart
-    // comes after the suspension. Returns true when stored: "&Suspend
-    // Interest..." then shows its check mark; false leaves case and mark as
-    // they were.
-    bool accept(const SuspendForm& form);
+    // OK (DlgSuspData): stores both dates, or with both fields empty removes
+    // the suspension (both NoDate). False, nothing changed, when refused: one
+    // date without the other, a text that is not a date, or a restart on or
+    // before the suspension.
+    bool accept(SuspendForm& form);
 
 private:
     Case& case_;

@@ -1,7 +1,6 @@
 #include "payments/charges.h"
 
 #include "base/fault.h"
-#include "casedata/datechecks.h"
 #include "engine/timeline.h"
 #include "payments/payments.h"
 
@@ -14,6 +13,19 @@ namespace {
 std::string listLine(Date d, const FixedText<16>& desc)
 {
     return FormatMMDDYYYY(d) + " " + desc.shown();
+}
+
+constexpr const char* kLiabilityName = "Charge";
+constexpr const char* kInterestName = "Charge Interest";
+
+// The caption of a money field in its messages.
+const char* moneyLabel(FormField<ChargeForm> field)
+{
+    if (field == &ChargeForm::toTax)
+        return "Applied As Tax";
+    if (field == &ChargeForm::toPenalties)
+        return "Applied As Penalties";
+    return "Total Charge";
 }
 
 }  // namespace
@@ -31,19 +43,29 @@ void ChargeDialog::calcUnallocCharge(ChargeForm& form)
     form.unallocatedLabel = "Unallocated: " + FormatMoney(rest);
 }
 
-void ChargeDialog::liabilityLeft(const ChargeForm& form) const
+void ChargeDialog::liabilityLeft(ChargeForm& form) const
 {
-    // A text that is not a date gets the one DateValid warning.
-    Date d;
-    if (DateValid(form.liabilityDate, "Charge", d, msgs_))
-        ChkDateInPeriod(form.liabilityDate, "Addition to Tax liability", case_.init, msgs_);
+    if (const auto d = DateLeft(form, &ChargeForm::liabilityDate, kLiabilityName, msgs_))
+        ChkDateInPeriod(*d, "Addition to Tax liability", case_.init, msgs_);
 }
 
-bool ChargeDialog::okAllowed(const ChargeForm& form) const
+void ChargeDialog::fieldLeft(ChargeForm& form, FormField<ChargeForm> field) const
 {
-    return ReadMoneyField(form.total, "Total Charge", msgs_)
-           && ReadMoneyField(form.toTax, "Applied As Tax", msgs_)
-           && ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_);
+    if (field == &ChargeForm::interestDate)
+        DateLeft(form, field, kInterestName, msgs_);
+    else
+        TakeMoney(form, field, moneyLabel(field), msgs_);
+}
+
+bool ChargeDialog::okAllowed(ChargeForm& form) const
+{
+    const FormField<ChargeForm> parts[2] = {&ChargeForm::toTax, &ChargeForm::toPenalties};
+    return TakeDate(form, &ChargeForm::liabilityDate, kLiabilityName, DateNeed::Needed, msgs_)
+           && TakeDate(form, &ChargeForm::interestDate, kInterestName, DateNeed::Optional, msgs_)
+           && TakeAmount(form, &ChargeForm::total, moneyLabel(&ChargeForm::total), "charge", msgs_)
+           && std::all_of(std::begin(parts), std::end(parts), [&](FormField<ChargeForm> f) {
+                  return TakeMoney(form, f, moneyLabel(f), msgs_).has_value();
+              });
 }
 
 ChargesDialog::ChargesDialog(Case& c, Messages& msgs, ShowChargeDialog showCharge)
@@ -80,22 +102,14 @@ void ChargesDialog::fillChrgLst(ChargesForm& form)
 
 bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
 {
-    if (!showCharge_ || !showCharge_(form))
-        return false;
-    const auto total = ReadMoneyField(form.total, "Total Charge", msgs_);
-    if (!total || total->isZero())
-        return false;
-    const auto tax = ReadMoneyField(form.toTax, "Applied As Tax", msgs_);
-    const auto penalties
-        = tax ? ReadMoneyField(form.toPenalties, "Applied As Penalties", msgs_) : std::nullopt;
-    if (!penalties)
-        return false;
-
+    if (!showCharge_ || !showCharge_(form) || !charge_.okAllowed(form))
+        return false;  // Cancel
+    // The entries were accepted: the amounts are amounts, the liability a date.
+    const auto amount
+        = [](const std::string& text) { return ParseMoneyField(text).value_or(Money()); };
     ChargeRec rec = charge;
     rec.sDesc = form.description;
-    const bool liabilityIsDate = DateValid(form.liabilityDate, "Charge", rec.dtLiab, msgs_);
-    if (liabilityIsDate)
-        ChkDateInPeriod(form.liabilityDate, "Addition to Tax liability", case_.init, msgs_);
+    rec.dtLiab = ParseUserDate(form.liabilityDate).value_or(rec.dtLiab);
 
     const auto interestDate = ParseUserDate(form.interestDate);
     if (interestDate && !interestDate->isNoDate()) {
@@ -104,18 +118,15 @@ bool ChargesDialog::addChrgPen(ChargeRec& charge, ChargeForm& form)
         // No day for interest on a charge that has none yet: interest runs
         // from the date of liability rather than from day 0, which lies before
         // every calculation.
-        if (liabilityIsDate) {
-            rec.dtIntStart = rec.dtLiab;
-            form.interestDate = FormatShortDate(rec.dtLiab);
-            Warn(msgs_,
-                 "No date was given for interest to run on the charge; the date of liability, "
-                     + FormatShortDate(rec.dtLiab) + ", is used.");
-        }
+        rec.dtIntStart = rec.dtLiab;
+        form.interestDate = FormatShortDate(rec.dtLiab);
+        Warn(msgs_, "No date was given for interest to run on the charge; the date of liability, "
+                        + FormatShortDate(rec.dtLiab) + ", is used.");
     }
 
-    rec.cTotal = *total;
-    rec.cToTax = *tax;
-    rec.cToPen = *penalties;
+    rec.cTotal = amount(form.total);
+    rec.cToTax = amount(form.toTax);
+    rec.cToPen = amount(form.toPenalties);
     if (rec.cTotal != rec.cToTax + rec.cToPen)
         Warn(msgs_, "The additional charge of " + FormatMoney(rec.cTotal)
                         + " has not been completely allocated between tax, and penalty which total "
@@ -128,10 +139,8 @@ void ChargesDialog::add(ChargesForm& form)
 {
     ChargeForm dlg;  // both dates empty, texts and amounts empty
     ChargeRec rec;  // all zero
-    if (!addChrgPen(rec, dlg)) {
-        Warn(msgs_, "Charge not added!");
-        return;
-    }
+    if (!addChrgPen(rec, dlg))
+        return;  // cancelled
     const ListAppend a = AppendListEntry(case_.charges, case_.init.nCharges, rec, "AddChrgClick");
     if (a.countDisagreed)
         Warn(msgs_, "AddChrgClick error! nChrgs " + std::to_string(a.sizeFound)

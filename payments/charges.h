@@ -6,7 +6,7 @@
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
-#include "penalties/formfields.h"
+#include "casedata/datechecks.h"
 
 #include <functional>
 #include <string>
@@ -22,6 +22,7 @@ struct ChargeForm {
     std::string toTax;  // "Applied As Tax:"
     std::string toPenalties;  // "Applied As Penalties:"
     std::string unallocatedLabel;  // CSLblBalance: "Unallocated: 0.00"
+    FormField<ChargeForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 // The reactions of "Addition To Tax" while it is shown.
@@ -31,12 +32,16 @@ public:
 
     // CalcUnallocCharge, after Total, Tax or Penalties changed.
     static void calcUnallocCharge(ChargeForm& form);
-    // Leaving "Date of Liability:": DateValid ("Charge"), then, for a date,
-    // the period check ("Addition to Tax liability").
-    void liabilityLeft(const ChargeForm& form) const;
-    // OK: false (with a warning) while a money field is not an amount; the
-    // window then keeps the dialog open.
-    bool okAllowed(const ChargeForm& form) const;
+    // Leaving "Date of Liability:": a text that is not a date is refused
+    // ("Charge"); a date gets the period check ("Addition to Tax liability").
+    void liabilityLeft(ChargeForm& form) const;
+    // Leaving "Date Interest Runs on Charge:" or a money field: a text that
+    // is not a date, or not an amount, is refused.
+    void fieldLeft(ChargeForm& form, FormField<ChargeForm> field) const;
+    // OK: false, the entry refused and the dialog kept open, when the date
+    // of liability is not given, a date field holds no date, a money field
+    // is not an amount or the total is 0.
+    bool okAllowed(ChargeForm& form) const;
 
 private:
     const Case& case_;
@@ -71,8 +76,9 @@ public:
     // DelChrg.
     void remove(ChargesForm& form, int selected);
 
-    // AddChrgPen: shows the dialog over form and, unless cancelled or the
-    // total is 0, writes the form into charge. A charge without a date for
+    // AddChrgPen: shows the dialog over form and, unless cancelled, writes
+    // the form into charge (the window lets OK through only for accepted
+    // entries). A charge without a date for
     // its interest, which has none yet, takes its date of liability (the field
     // shows it and the user is told).
     bool addChrgPen(ChargeRec& charge, ChargeForm& form);

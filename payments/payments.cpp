@@ -1,7 +1,6 @@
 #include "payments/payments.h"
 
 #include "base/fault.h"
-#include "casedata/datechecks.h"
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 
@@ -17,6 +16,18 @@ std::string listLine(Date d, const FixedText<16>& desc)
 
 constexpr const char* kSupportRequest
     = "  Please call Ratewright technical support and report this message.";
+
+// The caption of a money field in its messages.
+const char* moneyLabel(FormField<PaymentForm> field)
+{
+    if (field == &PaymentForm::toTax)
+        return "Allocate To Tax";
+    if (field == &PaymentForm::toInterest)
+        return "Allocate To Interest";
+    if (field == &PaymentForm::toPenalties)
+        return "Allocate To Penalties";
+    return "Payment Amount";
+}
 
 }  // namespace
 
@@ -77,12 +88,14 @@ Money PaymentDialog::calcIRSPmtInt(PaymentForm& form, PmtAllocMode mode) const
             form.maxInterestLabel
                 = ceiling ? "Max. Interest: " + FormatMoney(*ceiling) : std::string();
         }
-    } else if (!form.irsMethod) {
+    } else if (!form.irsMethod && ceilingAdvised_ != form.toInterest) {
         const auto ceiling = InterestCeiling(amount, owed);
-        if (ceiling && InterestAboveCeiling(userInterest, *ceiling))
+        if (ceiling && InterestAboveCeiling(userInterest, *ceiling)) {
+            ceilingAdvised_ = form.toInterest;
             Warn(msgs_,
                  "The allocation of the payment to interest may be too high since it exceeds $"
                      + FormatMoney(*ceiling) + "!");
+        }
     }
     return owed.interest;
 }
@@ -113,26 +126,66 @@ void PaymentDialog::refreshPmtAlloc(PaymentForm& form) const
     showUnallocated(form);
 }
 
-void PaymentDialog::interestChanged(PaymentForm& form) const
+void PaymentDialog::moneyLeft(PaymentForm& form, FormField<PaymentForm> field) const
 {
-    calcIRSPmtInt(form, PmtAllocMode::Check);
-    calcUnallocPmt(form);
+    if (!TakeMoney(form, field, moneyLabel(field), msgs_))
+        return;
+    if (field == &PaymentForm::toInterest)
+        calcIRSPmtInt(form, PmtAllocMode::Check);
 }
 
 void PaymentDialog::dateChanged(PaymentForm& form) const
 {
-    ChkDateInPeriod(form.date, "Payment", case_.init, msgs_);
+    if (const auto d = DateLeft(form, &PaymentForm::date, "Payment", msgs_))
+        ChkDateInPeriod(*d, "Payment", case_.init, msgs_);
     refreshPmtAlloc(form);
     if (refused_)
         msgs_.show(refused_->title(), std::string(refused_->text()), MsgIcon::Exclamation);
 }
 
-bool PaymentDialog::okAllowed(const PaymentForm& form) const
+std::optional<PaymentRec> PaymentDialog::take(PaymentForm& form) const
 {
-    return ReadMoneyField(form.amount, "Payment Amount", msgs_)
-           && ReadMoneyField(form.toTax, "Allocate To Tax", msgs_)
-           && ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_)
-           && ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_);
+    const auto date = TakeDate(form, &PaymentForm::date, "Payment", DateNeed::Needed, msgs_);
+    const auto amount = date ? TakeAmount(form, &PaymentForm::amount,
+                                          moneyLabel(&PaymentForm::amount), "payment", msgs_)
+                             : std::nullopt;
+    std::optional<Money> parts[3];
+    const FormField<PaymentForm> fields[3]
+        = {&PaymentForm::toTax, &PaymentForm::toInterest, &PaymentForm::toPenalties};
+    for (int i = 0; i < 3 && amount; ++i)
+        if (!(parts[i] = TakeMoney(form, fields[i], moneyLabel(fields[i]), msgs_)))
+            return std::nullopt;
+    if (!amount)
+        return std::nullopt;
+
+    PaymentRec rec;
+    rec.sDesc = form.description;
+    rec.dtPmt = *date;
+    rec.cAmount = *amount;
+    rec.cToTax = *parts[0];
+    rec.cToInt = *parts[1];
+    rec.cToPen = *parts[2];
+    rec.sMethod = form.irsMethod ? "I" : "T";
+    const Money allocated = rec.cToTax + rec.cToInt + rec.cToPen;
+    if (allocated != rec.cAmount) {
+        // The parts are the user's to mend; with the IRS method, the amount.
+        Refuse(form, form.allocationEnabled ? &PaymentForm::toTax : &PaymentForm::amount,
+               "The payment of " + PlainMoney(rec.cAmount)
+                   + " has not been completely allocated between tax, interest and penalty which "
+                     "total "
+                   + PlainMoney(allocated) + ".",
+               msgs_);
+        return std::nullopt;
+    }
+    return rec;
+}
+
+bool PaymentDialog::okAllowed(PaymentForm& form) const
+{
+    if (!take(form))
+        return false;
+    calcIRSPmtInt(form, PmtAllocMode::Check);
+    return true;
 }
 
 // ---- Payments -------------------------------------------------------------------
@@ -170,48 +223,15 @@ void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
 bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form,
                             std::optional<std::size_t> editedPayment)
 {
-    cancelled_ = false;
     payment_.newShowing(editedPayment);
     if (editedPayment && form.irsMethod)
         payment_.calcUnallocPmt(form);
     if (!showPayment_ || !showPayment_(form))
-        cancelled_ = true;
-    if (cancelled_)
-        return false;
-    const auto amount = ReadMoneyField(form.amount, "Payment Amount", msgs_);
-    if (!amount || amount->isZero())
-        return false;
-    Date d;
-    if (!DateValid(form.date, "Payment", d, msgs_))
-        return false;
-    const auto tax = ReadMoneyField(form.toTax, "Allocate To Tax", msgs_);
-    const auto interest
-        = tax ? ReadMoneyField(form.toInterest, "Allocate To Interest", msgs_) : std::nullopt;
-    const auto penalties = interest
-                               ? ReadMoneyField(form.toPenalties, "Allocate To Penalties", msgs_)
-                               : std::nullopt;
-    if (!penalties)
-        return false;
-
-    PaymentRec rec = pmt;
-    rec.sDesc = form.description;
-    if (d.isGiven())
-        rec.dtPmt = d;
-    rec.cAmount = *amount;
-    rec.cToTax = *tax;
-    rec.cToInt = *interest;
-    rec.cToPen = *penalties;
-    rec.sMethod = form.irsMethod ? "I" : "T";
-    const Money allocated = rec.cToTax + rec.cToInt + rec.cToPen;
-    if (allocated != rec.cAmount) {
-        Warn(msgs_, "The payment of " + PlainMoney(rec.cAmount)
-                        + " has not been completely allocated between tax, interest and penalty "
-                          "which total "
-                        + PlainMoney(allocated) + ".");
-        return false;
-    }
-    pmt = rec;
-    return true;
+        return false;  // Cancel
+    const auto rec = payment_.take(form);
+    if (rec)
+        pmt = *rec;
+    return rec.has_value();
 }
 
 void PaymentsDialog::add(PaymentsForm& form)
@@ -220,10 +240,8 @@ void PaymentsDialog::add(PaymentsForm& form)
     dlg.irsMethod = true;
     PaymentDialog::setAllocLbls(dlg);
     PaymentRec rec;
-    if (!addPmt(rec, dlg)) {
-        Warn(msgs_, "Payment not added!");
-        return;
-    }
+    if (!addPmt(rec, dlg))
+        return;  // cancelled
     InitInputs& in = case_.init;
     const ListAppend a = AppendListEntry(case_.pmts, in.nPmts, rec, "AddPmtClick");
     if (a.countDisagreed)

@@ -4,9 +4,9 @@
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
+#include "casedata/datechecks.h"
 #include "penalties/allocation.h"
 #include "penalties/arrange.h"
-#include "penalties/formfields.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
 
@@ -31,10 +31,11 @@ struct PaymentForm {
     std::string unallocatedLabel;  // CSLblBalance: "Unallocated: 0.00"
     std::string
         maxInterestLabel;  // CSlblMaxInt: "Max. Interest: 150.00"; empty while there is no ceiling
+    FormField<PaymentForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 enum class PmtAllocMode {
-    Check = 5,  // warn when the user's interest part is above the ceiling
+    Check = 5,  // advise when the user's interest part is above the ceiling (once for a text)
     Refresh = 6,  // allocate by the IRS method, or show the ceiling
 };
 
@@ -60,6 +61,7 @@ public:
     {
         owedOnLast_.reset();
         refused_.reset();
+        ceilingAdvised_.reset();
         edited_ = editedPayment;
     }
 
@@ -80,16 +82,25 @@ public:
     {
         refreshPmtAlloc(form);
     }  // also focus in / out
-    void interestChanged(PaymentForm& form) const;
-    void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }  // amount, tax, penalties
-    // The date field holds a new date: the period check, "Payment"; then the
-    // allocation on the new date (RefreshPmtAlloc). When the rates cannot give
-    // what is owed on that date (it lies beyond the rate table, say), the user
-    // is told here, once, and nothing is taken as owed.
+    // An amount typed (any of the four money fields): what is left to allocate.
+    void amountChanged(PaymentForm& form) const { calcUnallocPmt(form); }
+    // A money field left: a text that is not an amount is refused. Leaving
+    // "Allocate To Interest:" above the ceiling of interest the payment may
+    // take gives the advice (never while the amount is typed).
+    void moneyLeft(PaymentForm& form, FormField<PaymentForm> field) const;
+    // The date field holds a new text: one that is not a date is refused, a
+    // date gets the period check, "Payment"; then the allocation on the new
+    // date (RefreshPmtAlloc). When the rates cannot give what is owed on that
+    // date (it lies beyond the rate table, say), the user is told here, once,
+    // and nothing is taken as owed.
     void dateChanged(PaymentForm& form) const;
-    // OK: false (with a warning) while a money field is not an amount; the
-    // window then keeps the dialog open.
-    bool okAllowed(const PaymentForm& form) const;
+    // OK: false, the entry refused and the dialog kept open, when the date is
+    // not given, the amount is 0, a money field is not an amount, or the
+    // parts do not add up to the payment; the ceiling advice when it was not
+    // given for this interest part.
+    bool okAllowed(PaymentForm& form) const;
+    // The entries as a payment; nothing when one is refused.
+    std::optional<PaymentRec> take(PaymentForm& form) const;
 
 private:
     void showUnallocated(PaymentForm& form) const;
@@ -102,6 +113,8 @@ private:
     mutable std::optional<std::pair<std::string, OwedOnDate>> owedOnLast_;
     // Why what is owed on the date of owedOnLast_ could not be computed.
     mutable std::optional<Refusal> refused_;
+    // The interest part last advised about being above the ceiling.
+    mutable std::optional<std::string> ceilingAdvised_;
 };
 
 struct PaymentsForm {
@@ -144,9 +157,10 @@ public:
     // then closes the dialog and writes the recovery copy.
     void close(PaymentsForm& form, ArrangeProgress* progress = nullptr);
 
-    // AddPmt: shows the dialog over form and, when the payment is complete,
-    // writes it into pmt. editedPayment: the index of the payment being edited
-    // (an IRS-method payment then opens allocated on the case as it stands).
+    // AddPmt: shows the dialog over form and, unless cancelled, writes it
+    // into pmt (the window lets OK through only for accepted entries).
+    // editedPayment: the index of the payment being edited (an IRS-method
+    // payment then opens allocated on the case as it stands).
     bool addPmt(PaymentRec& pmt, PaymentForm& form,
                 std::optional<std::size_t> editedPayment = std::nullopt);
 
@@ -158,7 +172,6 @@ private:
     ShowPaymentDialog showPayment_;
     std::function<void()> openManual_;
     PaymentDialog payment_;
-    bool cancelled_ = false;
 };
 
 }  // namespace rw

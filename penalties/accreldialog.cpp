@@ -12,6 +12,7 @@ namespace {
 constexpr Date kLastDueBeforeAccRel = Date::fromCivil(1989, 12, 31);
 // The economic substance rate, §6662(i).
 constexpr float kEconomicSubstanceRate = 0.4f;
+constexpr const char* kUnderpaymentLabel = "Accuracy Related Underpayment";
 
 std::string rateText(float rate)
 {
@@ -125,27 +126,34 @@ void AccRelDialog::focusEntered(AccRelForm& form, AccRelField field)
     }
 }
 
-Accepted AccRelDialog::accept(const AccRelForm& form)
+void AccRelDialog::underpaymentLeft(AccRelForm& form) const
+{
+    TakeMoney(form, &AccRelForm::underpayment, kUnderpaymentLabel, msgs_);
+}
+
+bool AccRelDialog::accept(AccRelForm& form)
 {
     InitInputs& in = case_.init;
     if (!form.calculate) {
         in.bAccRel = kNo;
-        return {true, MenuMark::Clear};
+        return true;
     }
-    const auto amount = ReadMoneyField(form.underpayment, "Accuracy Related Underpayment", msgs_);
+    const auto amount = TakeMoney(form, &AccRelForm::underpayment, kUnderpaymentLabel, msgs_);
     if (!amount)
-        return {false, MenuMark::Keep};
+        return false;
     const auto rate = parseRate(form.rate);
     if (!rate) {
-        Warn(msgs_, "The Accuracy Related Penalty Rate entered as " + form.rate
-                        + " is not a number.  Please enter the rate as a fraction (20% is .2).");
-        return {false, MenuMark::Keep};
+        Refuse(form, &AccRelForm::rate,
+               "The Accuracy Related Penalty Rate entered as " + form.rate
+                   + " is not a number.  Please enter the rate as a fraction (20% is .2).",
+               msgs_);
+        return false;
     }
     in.bAccRel = kYes;
     in.bAnyPenalties = kYes;
     in.cAccRelAmt = *amount;
     in.fAccRelRate = *rate;
-    return {true, MenuMark::Set};
+    return true;
 }
 
 bool AccRelDialog::wantsExtendedDueDate() const

@@ -3,7 +3,7 @@
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
-#include "penalties/formfields.h"
+#include "casedata/datechecks.h"
 
 #include <string>
 
@@ -23,6 +23,7 @@ struct AccRelForm {
     bool rateEnabled = false;
     bool focusRate = false;  // the window moves the focus to the rate field and clears this
     std::string note;  // txtAccNotes
+    FormField<AccRelForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 inline constexpr const char* kAccRelPre1990Note
@@ -45,10 +46,12 @@ public:
     static void rateChoiceClicked(AccRelForm& form);
     // The hint of the control that received the focus.
     static void focusEntered(AccRelForm& form, AccRelField field);
+    // Leaving "Accuracy Related Underpayment:": a text that is not an amount
+    // is refused.
+    void underpaymentLeft(AccRelForm& form) const;
     // OK (DlgAccRelData). With Yes, an underpayment or a rate that is not a
-    // number is answered with a warning and nothing is stored. No clears the
-    // menu entry's check mark as the other penalty dialogs do.
-    Accepted accept(const AccRelForm& form);
+    // number is refused and nothing is stored (false).
+    bool accept(AccRelForm& form);
     // After the dialog closes, OK or Cancel: while the penalty is on, the menu
     // command goes on to the Extended Due Date dialog.
     bool wantsExtendedDueDate() const;

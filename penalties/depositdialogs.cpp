@@ -9,11 +9,12 @@ namespace rw {
 
 namespace {
 
-bool blankDate(const std::string& text)
-{
-    const auto b = text.find_first_not_of(' ');
-    return b == std::string::npos || text == "__/__/____";
-}
+// Names of the fields in their messages.
+constexpr const char* kDueName = "Deposit Due";
+constexpr const char* kAssessName = "Deposit Penalty Assessement";
+constexpr const char* kDelinquencyName = "Earliest Delinquency Notice";
+constexpr const char* kJeopardyName = "Jepardy Assessement";
+constexpr const char* kRequiredLabel = "Required Deposit";
 
 // A notice date never entered holds day 0 (the all-zero record of Add); the
 // field shows it empty rather than as 12/30/1899.
@@ -52,22 +53,47 @@ void DepositDialog::focusEntered(DepositForm& form, DepositField field)
     }
 }
 
-void DepositDialog::focusLeft(DepositForm& form, DepositField field) const
+void DepositDialog::focusLeft(DepositForm& form)
 {
     form.hint.clear();
-    Date d;
-    if (field == DepositField::DueDate) {
-        if (DateValid(form.dueDate, "Deposit Due", d, msgs_) && !blankDate(form.dueDate))
-            ChkDateInPeriod(form.dueDate, "The deposit due", case_.init, msgs_);
-    } else if (field == DepositField::AssessDate) {
-        if (DateValid(form.assessDate, "Deposit penalty assessement", d, msgs_))
-            ChkDateInPeriod(form.assessDate, "The deposit assessment", case_.init, msgs_);
+}
+
+void DepositDialog::fieldLeft(DepositForm& form, DepositField field) const
+{
+    switch (field) {
+    case DepositField::DueDate:
+        if (const auto d = DateLeft(form, &DepositForm::dueDate, kDueName, msgs_))
+            ChkDateInPeriod(*d, "The deposit due", case_.init, msgs_);
+        break;
+    case DepositField::AssessDate:
+        if (const auto d = DateLeft(form, &DepositForm::assessDate, kAssessName, msgs_))
+            ChkDateInPeriod(*d, "The deposit assessment", case_.init, msgs_);
+        break;
+    case DepositField::DelinquencyDate:
+        DateLeft(form, &DepositForm::delinquencyDate, kDelinquencyName, msgs_);
+        break;
+    case DepositField::JeopardyDate:
+        DateLeft(form, &DepositForm::jeopardyDate, kJeopardyName, msgs_);
+        break;
+    case DepositField::Required:
+        TakeMoney(form, &DepositForm::required, kRequiredLabel, msgs_);
+        break;
+    case DepositField::Severe:
+        break;
     }
 }
 
-bool DepositDialog::okAllowed(const DepositForm& form) const
+bool DepositDialog::okAllowed(DepositForm& form) const
 {
-    return ReadMoneyField(form.required, "Required Deposit", msgs_).has_value();
+    const auto ok = [&](FormField<DepositForm> field, const char* name, DateNeed need) {
+        return TakeDate(form, field, name, need, msgs_).has_value();
+    };
+    return ok(&DepositForm::dueDate, kDueName, DateNeed::Needed)
+           && TakeAmount(form, &DepositForm::required, kRequiredLabel, "deposit", msgs_)
+           && ok(&DepositForm::assessDate, kAssessName, DateNeed::Needed)
+           && (!form.severe
+               || (ok(&DepositForm::delinquencyDate, kDelinquencyName, DateNeed::Optional)
+                   && ok(&DepositForm::jeopardyDate, kJeopardyName, DateNeed::Optional)));
 }
 
 DepositListDialog::DepositListDialog(Case& c, Messages& msgs, ShowDepositDialog showDeposit,
@@ -76,6 +102,7 @@ DepositListDialog::DepositListDialog(Case& c, Messages& msgs, ShowDepositDialog 
     , msgs_(msgs)
     , showDeposit_(std::move(showDeposit))
     , openManual_(std::move(openManual))
+    , deposit_(c, msgs)
 {
 }
 
@@ -107,14 +134,14 @@ void DepositListDialog::sortDeposits()
 
 bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
 {
-    if (!showDeposit_ || !showDeposit_(form))
-        form.required.clear();  // Cancel empties the amount before the dialog hides
-    const auto required = ParseMoneyField(form.required);
-    if (!required || required->isZero())
+    // A showing is left with OK only when its entries were accepted.
+    const auto shown
+        = [&] { return showDeposit_ && showDeposit_(form) && deposit_.okAllowed(form); };
+    if (!shown())
         return false;
 
     bool severe = form.severe;
-    if (severe && blankDate(form.delinquencyDate) && blankDate(form.jeopardyDate)) {
+    if (severe && IsBlankDate(form.delinquencyDate) && IsBlankDate(form.jeopardyDate)) {
         const bool again = msgs_.ask(
             "WARNING",
             "The IRC Sec. 6656(b)(1)(B) penalty can not be calculated without either the "
@@ -125,26 +152,25 @@ bool DepositListDialog::addDepPen(DepositRec& deposit, DepositForm& form)
             severe = false;
         } else {
             // The second showing: Cancel there abandons the entry as a whole.
-            if (!showDeposit_(form))
+            if (!shown())
                 return false;
-            severe
-                = form.severe && !(blankDate(form.delinquencyDate) && blankDate(form.jeopardyDate));
-            const auto again2 = ParseMoneyField(form.required);
-            if (!again2 || again2->isZero())
-                return false;
+            severe = form.severe
+                     && !(IsBlankDate(form.delinquencyDate) && IsBlankDate(form.jeopardyDate));
         }
     }
 
+    // The entries were accepted: every date given is a date.
+    const auto date = [](const std::string& text, Date& out) {
+        if (const auto d = ParseUserDate(text))
+            out = *d;
+    };
     deposit.bSevere = ToFlag(severe);
     if (severe) {
-        if (!blankDate(form.delinquencyDate))
-            DateValid(form.delinquencyDate, "Earliest Delinquency Notice", deposit.dtDelinqNotice,
-                      msgs_);
-        if (!blankDate(form.jeopardyDate))
-            DateValid(form.jeopardyDate, "Jepardy Assessement", deposit.dtJeopardy, msgs_);
+        date(form.delinquencyDate, deposit.dtDelinqNotice);
+        date(form.jeopardyDate, deposit.dtJeopardy);
     }
-    DateValid(form.dueDate, "Deposit Due", deposit.dtDepDue, msgs_);
-    DateValid(form.assessDate, "Deposit Penalty Assessement", deposit.dtDepAssess, msgs_);
+    date(form.dueDate, deposit.dtDepDue);
+    date(form.assessDate, deposit.dtDepAssess);
     deposit.cRequired = ParseMoneyField(form.required).value_or(Money());
     return true;
 }
@@ -153,10 +179,8 @@ void DepositListDialog::add(DepositListForm& form)
 {
     DepositForm dlg;  // No, the amount empty, the four dates blank
     DepositRec rec;
-    if (!addDepPen(rec, dlg)) {
-        Warn(msgs_, "Deposit not added!");
-        return;
-    }
+    if (!addDepPen(rec, dlg))
+        return;  // cancelled
     const ListAppend a = AppendListEntry(case_.deposits, case_.init.nDeposits, rec, "AddDepClick");
     if (a.countDisagreed)
         Warn(msgs_, "AddDepClick error! nDeposits " + std::to_string(a.sizeFound)

@@ -4,7 +4,7 @@
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
-#include "penalties/formfields.h"
+#include "casedata/datechecks.h"
 
 #include <functional>
 #include <string>
@@ -21,6 +21,7 @@ struct DepositForm {
     std::string jeopardyDate;  // "Date of Demand for Immediate Payment (Jeopardy Assessment):"
     bool noticeDatesEnabled = false;
     std::string hint;  // CSlblNote
+    FormField<DepositForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 enum class DepositField { DueDate, Required, AssessDate, Severe, DelinquencyDate, JeopardyDate };
@@ -35,12 +36,17 @@ public:
     // The hint line of the field that received the focus (empty for the
     // fields without one).
     static void focusEntered(DepositForm& form, DepositField field);
-    // Leaving a field empties the hint line; the due date and the assessment
-    // date are checked.
-    void focusLeft(DepositForm& form, DepositField field) const;
-    // OK: false (with a warning) while "Required Deposit:" is not an amount;
-    // the window then keeps the dialog open.
-    bool okAllowed(const DepositForm& form) const;
+    // Leaving a field empties the hint line.
+    static void focusLeft(DepositForm& form);
+    // A field left: a date field holding a text that is not a date is
+    // refused, the due date and the assessment date get the period check;
+    // "Required Deposit:" holding a text that is not an amount is refused.
+    void fieldLeft(DepositForm& form, DepositField field) const;
+    // OK: false, the entry refused, while "Required Deposit:" is not an
+    // amount or is 0, the due date or the assessment date is not given, or a
+    // notice date of a severe penalty is not a date; the window then keeps
+    // the dialog open.
+    bool okAllowed(DepositForm& form) const;
 
 private:
     const Case& case_;
@@ -91,8 +97,8 @@ public:
     // "&Tutorial": the hint, then the manual.
     void tutorial();
 
-    // AddDepPen: shows the dialog over form and, when a non-zero required
-    // deposit was entered, writes the form into deposit.
+    // AddDepPen: shows the dialog over form and, unless cancelled, writes
+    // the form into deposit.
     bool addDepPen(DepositRec& deposit, DepositForm& form);
     // SortDeposits: the deposits in use by due date; deposits with the same due
     // date keep their order.
@@ -103,6 +109,7 @@ private:
     Messages& msgs_;
     ShowDepositDialog showDeposit_;
     std::function<void()> openManual_;
+    DepositDialog deposit_;
 };
 
 }  // namespace rw

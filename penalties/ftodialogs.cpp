@@ -1,13 +1,26 @@
 #include "penalties/ftodialogs.h"
 
-#include "casedata/datechecks.h"
-
 namespace rw {
 
 namespace {
 
 // §6651(d)(1) applies to returns due after 1986.
 constexpr Date kLastDueWithoutIncreasedRate = Date::fromCivil(1986, 12, 31);
+// Interest on the failure-to-file addition runs from the (extended) due date
+// for returns due after 7/18/1984, from its assessment before (§6601(e)(2)(B)).
+constexpr Date kFtfInterestFromDueDate = Date::fromCivil(1984, 7, 19);
+
+// Leaving a date field: refused when it is not a date, the period check for a date.
+template<typename Form>
+bool checkLeft(Form& form, FormField<Form> field, std::string_view name, const InitInputs& init,
+               Messages& msgs)
+{
+    if (const auto d = DateLeft(form, field, name, msgs))
+        ChkDateInPeriod(*d, name, init, msgs);
+    return form.refused == nullptr;
+}
+
+constexpr const char* kAmountLabel = "Amount Shown on Return";
 
 }  // namespace
 
@@ -35,30 +48,45 @@ void FtoFileDialog::choiceChanged(FtoFileForm& form)
     form.datesEnabled = form.calculate;
 }
 
-void FtoFileDialog::assessLeft(const FtoFileForm& form) const
+void FtoFileDialog::assessLeft(FtoFileForm& form) const
 {
-    ChkDateInPeriod(form.assessDate, "Assessment", case_.init, msgs_);
+    checkLeft(form, &FtoFileForm::assessDate, "Assessment", case_.init, msgs_);
 }
 
-void FtoFileDialog::filedLeft(const FtoFileForm& form) const
+void FtoFileDialog::filedLeft(FtoFileForm& form) const
 {
-    ChkDateInPeriod(form.filedDate, "Filing", case_.init, msgs_);
-    if (openExtendedDueDate_)
+    if (checkLeft(form, &FtoFileForm::filedDate, "Filing", case_.init, msgs_)
+        && openExtendedDueDate_)
         openExtendedDueDate_();
 }
 
-Accepted FtoFileDialog::accept(const FtoFileForm& form)
+bool FtoFileDialog::assessmentUsed() const
+{
+    // A case never given an extended due date holds none (or day 0): the
+    // computation then takes the assessment date.
+    return !(case_.init.dtExtended >= kFtfInterestFromDueDate);
+}
+
+bool FtoFileDialog::accept(FtoFileForm& form)
 {
     InitInputs& in = case_.init;
     if (!form.calculate) {
         in.bFtoFile = kNo;
-        return {true, MenuMark::Clear};
+        return true;
     }
+    const DateNeed assessNeed = assessmentUsed() ? DateNeed::Needed : DateNeed::Optional;
+    const auto assessed
+        = TakeDate(form, &FtoFileForm::assessDate, "Failure To File assessment", assessNeed, msgs_);
+    const auto filed
+        = assessed ? TakeDate(form, &FtoFileForm::filedDate, "Filing", DateNeed::Needed, msgs_)
+                   : std::nullopt;
+    if (!filed)
+        return false;
     in.bFtoFile = kYes;
     in.bAnyPenalties = kYes;
-    DateValid(form.assessDate, "Failure To File assessment", in.dtFtoFileAssess, msgs_);
-    DateValid(form.filedDate, "Filing", in.dtFiled, msgs_);
-    return {true, MenuMark::Set};
+    in.dtFtoFileAssess = *assessed;
+    in.dtFiled = *filed;
+    return true;
 }
 
 FtoPayDialog::FtoPayDialog(Case& c, Messages& msgs)
@@ -126,38 +154,47 @@ void FtoPayDialog::showAmtOnReturn(FtoPayForm& form) const
     form.amountOnReturn = FormatMoneyField(shown);
 }
 
-void FtoPayDialog::assessLeft(const FtoPayForm& form) const
+void FtoPayDialog::assessLeft(FtoPayForm& form) const
 {
-    ChkDateInPeriod(form.assessDate, "Assessment", case_.init, msgs_);
+    checkLeft(form, &FtoPayForm::assessDate, "Assessment", case_.init, msgs_);
 }
 
-void FtoPayDialog::increasedStartLeft(const FtoPayForm& form) const
+void FtoPayDialog::increasedStartLeft(FtoPayForm& form) const
 {
-    ChkDateInPeriod(form.increasedStartDate, "Increased failure to pay starting", case_.init,
-                    msgs_);
+    checkLeft(form, &FtoPayForm::increasedStartDate, "Increased failure to pay starting",
+              case_.init, msgs_);
 }
 
-Accepted FtoPayDialog::accept(const FtoPayForm& form)
+void FtoPayDialog::amountLeft(FtoPayForm& form) const
+{
+    TakeMoney(form, &FtoPayForm::amountOnReturn, kAmountLabel, msgs_);
+}
+
+bool FtoPayDialog::accept(FtoPayForm& form)
 {
     InitInputs& in = case_.init;
     if (!form.calculate) {
         in.bFtoPay = kNo;  // the increased-rate flag is left as it is
-        return {true, MenuMark::Clear};
+        return true;
     }
-    const auto amount = ReadMoneyField(form.amountOnReturn, "Amount Shown on Return", msgs_);
+    const auto assessed = TakeDate(form, &FtoPayForm::assessDate,
+                                   "Failure To Pay Penalty assessment", DateNeed::Needed, msgs_);
+    const auto amount = assessed ? TakeMoney(form, &FtoPayForm::amountOnReturn, kAmountLabel, msgs_)
+                                 : std::nullopt;
     if (!amount)
-        return {false, MenuMark::Keep};
+        return false;
+    std::optional<Date> start = in.dt6651d1Start;
+    if (form.increasedRate
+        && !(start = TakeDate(form, &FtoPayForm::increasedStartDate, "6651(d)(1) start",
+                              DateNeed::Needed, msgs_)))
+        return false;
     in.bFtoPay = kYes;
     in.bAnyPenalties = kYes;
-    DateValid(form.assessDate, "Failure To Pay Penalty assessment", in.dtFtoPayAssess, msgs_);
+    in.dtFtoPayAssess = *assessed;
     in.cAmtOnReturn = *amount;
-    if (form.increasedRate) {
-        in.b6651d1 = kYes;
-        DateValid(form.increasedStartDate, "6651(d)(1) start", in.dt6651d1Start, msgs_);
-    } else {
-        in.b6651d1 = kNo;
-    }
-    return {true, MenuMark::Set};
+    in.b6651d1 = ToFlag(form.increasedRate);
+    in.dt6651d1Start = *start;
+    return true;
 }
 
 }  // namespace rw

@@ -1,11 +1,11 @@
 #pragma once
 // The "Failure To File Penalty Inputs" and "Failure To Pay Inputs" dialogs as
 // logic over plain forms: what they show when opened, how they react, what OK
-// stores and which check mark the menu entry then carries.
+// stores and which entries it refuses.
 
 #include "base/messages.h"
 #include "casedata/caserecord.h"
-#include "penalties/formfields.h"
+#include "casedata/datechecks.h"
 
 #include <functional>
 #include <string>
@@ -17,6 +17,7 @@ struct FtoFileForm {
     std::string assessDate;  // "Date Penalty Assessed:"
     std::string filedDate;  // "Date Return Filed:"
     bool datesEnabled = false;
+    FormField<FtoFileForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class FtoFileDialog {
@@ -29,14 +30,21 @@ public:
     FtoFileForm open() const;
     // EnableFtoFileInputs: the dates are open for entry only with Yes.
     static void choiceChanged(FtoFileForm& form);
-    // Leaving "Date Penalty Assessed:": the period check, "Assessment".
-    void assessLeft(const FtoFileForm& form) const;
-    // Leaving "Date Return Filed:": the period check, "Filing", then the
-    // Extended Due Date dialog.
-    void filedLeft(const FtoFileForm& form) const;
-    // OK (DlgFtoFileData). Always stored; a date that is not a date is warned
-    // about and stored as day 0.
-    Accepted accept(const FtoFileForm& form);
+    // Leaving "Date Penalty Assessed:": a text that is not a date is
+    // refused; a date gets the period check, "Assessment".
+    void assessLeft(FtoFileForm& form) const;
+    // Leaving "Date Return Filed:": a text that is not a date is refused;
+    // otherwise the period check of a date, "Filing", then the Extended Due
+    // Date dialog.
+    void filedLeft(FtoFileForm& form) const;
+    // OK (DlgFtoFileData). With Yes the filing date is needed; the assessment
+    // date only for a return whose extended due date is before 7/19/1984, the
+    // only returns whose penalty bears interest from the assessment. False
+    // when an entry was refused (nothing stored).
+    bool accept(FtoFileForm& form);
+    // Whether interest on the penalty runs from the assessment date, not from
+    // the extended due date.
+    bool assessmentUsed() const;
 
 private:
     Case& case_;
@@ -61,6 +69,7 @@ struct FtoPayForm {
     bool increasedChoiceVisible = true;
     bool increasedStartEnabled = false;  // the start-date label and field
     bool noteVisible = false;  // kIncreasedRateNote
+    FormField<FtoPayForm> refused = nullptr;  // the entry refused, to be selected again
 };
 
 class FtoPayDialog {
@@ -78,11 +87,16 @@ public:
     // that amount is 0.
     void showAmtOnReturn(FtoPayForm& form) const;
     // Leaving "Assessment Date:" ("Assessment") or the start date
-    // ("Increased failure to pay starting"): the period check.
-    void assessLeft(const FtoPayForm& form) const;
-    void increasedStartLeft(const FtoPayForm& form) const;
-    // OK (DlgFtoPayData). Not stored when the amount is not a number.
-    Accepted accept(const FtoPayForm& form);
+    // ("Increased failure to pay starting"): a text that is not a date is
+    // refused, a date gets the period check.
+    void assessLeft(FtoPayForm& form) const;
+    void increasedStartLeft(FtoPayForm& form) const;
+    // Leaving "Amount Shown on Return:": a text that is not an amount is refused.
+    void amountLeft(FtoPayForm& form) const;
+    // OK (DlgFtoPayData). With Yes the assessment date is needed (interest on
+    // the penalty runs from it), and the start date of the increased rate
+    // when that is chosen. False when an entry was refused (nothing stored).
+    bool accept(FtoPayForm& form);
 
 private:
     Case& case_;

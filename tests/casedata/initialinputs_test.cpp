@@ -11,11 +11,14 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 using Result = rw::InitialInputsDialog::Result;
 using rwtest::D;
 using rwtest::M;
+using Texts = std::vector<std::string>;
 
 class InitialInputs : public ::testing::Test {
 protected:
@@ -83,7 +86,7 @@ TEST_F(InitialInputs, ListPositionsStoreTheirCodesAndLoadTheirTables)
     EXPECT_EQ(dlg.open().authority, 0);
 }
 
-TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
+TEST_F(InitialInputs, PayrollAdviceAboveOneDollar)
 {
     form.payroll = true;
     for (const char* quiet : {"1.00", "abc"}) {
@@ -98,25 +101,47 @@ TEST_F(InitialInputs, WarningsAndEntriesThatStoreNothing)
               "WARNING: For payroll tax situations the Balance Due should be $0 and the Start "
               "Calculation Date should "
               "be the first day of the quarter.");
+}
 
+// Entries OK refuses, some also when their field is left: told once, sent
+// back to the field, nothing stored. A stop date is only compared with a
+// start date that is one.
+TEST_F(InitialInputs, EntriesRefusedStoreNothing)
+{
+    using F = rw::InitialInputsForm;
+    const std::tuple<const char*, rw::FormField<F>, const char*, bool, std::string> rows[] = {
+        {"no due date", &F::dueDate, "", false,
+         "Please enter the Due date as month/day/year, such as 4/15/2024."},
+        {"stop before start", &F::stopDate, "4/14/2016", true,
+         "The calculation cannot end on 4/14/2016, before it starts on 4/15/2016.  Please enter "
+         "a stop date on or after the start date."},
+        {"balance not an amount", &F::initialBalance, "12,34x", true,
+         "The Intitial Balance entered as 12,34x is not an amount.  Please enter a number such as "
+         "1,234.56."},
+        {"31 stop days", &F::stopDays, "31", false,
+         "The number of days before the check date on which interest stops on the refund must be "
+         "a whole number from 0 to 30."},
+    };
     const rw::Case before = kase;
-    form.initialBalance = "12,34x";
-    EXPECT_EQ(dlg.accept(form), Result::KeepOpen);
     form.overpayment = true;
-    form.initialBalance = "10";
-    form.stopDays = "31";
-    EXPECT_EQ(dlg.accept(form), Result::KeepOpen);
-    EXPECT_EQ(kase, before);
-    EXPECT_EQ(msgs.shown.size(), 3u);
-
+    for (const auto& [name, field, text, left, said] : rows) {
+        F f = form;
+        f.*field = text;
+        msgs.clear();
+        if (left) {
+            field == &F::stopDate ? dlg.dateLeft(f, field) : dlg.balanceLeft(f);
+            EXPECT_EQ(std::exchange(f.refused, nullptr), field) << name;
+        }
+        EXPECT_EQ(dlg.accept(f), Result::KeepOpen) << name;
+        EXPECT_EQ(f.refused, field) << name;
+        EXPECT_EQ(msgs.texts(), Texts(left ? 2 : 1, said)) << name;
+        EXPECT_EQ(kase, before) << name;
+    }
     msgs.clear();
-    form.overpayment = false;
-    form.dueDate = "";
-    ASSERT_EQ(dlg.accept(form), Result::Stored);
-    EXPECT_EQ(kase.init.dtDue, rw::Date(0.0));
-    EXPECT_EQ(msgs.shown.at(0).text,
-              "The Due date entered as  is not valid.  Unless it is changed, somewhere at an "
-              "inconvenient moment this program is likely to abort.");
+    form.startDate = "4/15";
+    form.stopDate = "4/14/2016";
+    dlg.dateLeft(form, &F::stopDate);
+    EXPECT_TRUE(msgs.shown.empty() && !form.refused);
 }
 
 TEST_F(InitialInputs, DatesOutsideAStateTableAskYesToGoOnOrNoToSaveAndExit)

@@ -44,7 +44,6 @@ struct Scripted {
 };
 
 struct PaymentList : Scripted<rw::PaymentForm> {
-    static constexpr const char* notAdded = "Payment not added!";
     static constexpr const char* countError = "AddPmtClick error! nPmts 2 and gInit.nPmts 1";
     static constexpr const char* question
         = "Do you want to delete payment information for payment date ";
@@ -66,7 +65,6 @@ struct PaymentList : Scripted<rw::PaymentForm> {
 };
 
 struct ChargeList : Scripted<rw::ChargeForm> {
-    static constexpr const char* notAdded = "Charge not added!";
     static constexpr const char* countError = "AddChrgClick error! nChrgs 2 and gInit.nCharges 1";
     static constexpr const char* question
         = "Do you want to delete charge information for charge liability date ";
@@ -87,7 +85,6 @@ struct ChargeList : Scripted<rw::ChargeForm> {
 };
 
 struct DepositList : Scripted<rw::DepositForm> {
-    static constexpr const char* notAdded = "Deposit not added!";
     static constexpr const char* countError
         = "AddDepClick error! nDeposits 2 and gInit.nDeposits 1";
     static constexpr const char* question
@@ -154,16 +151,13 @@ TYPED_TEST(Lists, AddEditAndDeleteKeepTheListAndItsCountTogether)
     EXPECT_EQ(l.msgs.texts(), (Texts{q + "5/1/2016?", q + "6/1/2016?"}));
 }
 
-TYPED_TEST(Lists, CancelOrAZeroAmountAddsNothingAndADisagreeingCountIsMended)
+TYPED_TEST(Lists, CancelAddsNothingSilentlyAndADisagreeingCountIsMended)
 {
     TypeParam l;
-    l.enter("5/1/2016", "0");
     l.enter("5/1/2016", "100.00", false);
     l.dlg.add(l.form);
-    l.dlg.add(l.form);
-    EXPECT_EQ(l.msgs.texts(), Texts(2, TypeParam::notAdded));
+    EXPECT_TRUE(l.msgs.shown.empty());
     EXPECT_EQ(l.list.size(), 1u);
-    l.msgs.clear();
     for (const char* date : {"5/1/2016", "5/2/2016", "6/1/2016"})
         l.enter(date, "100.00");
     l.dlg.add(l.form);
@@ -208,6 +202,10 @@ TEST_F(Charges, ListedByDateOfLiabilityInterestFromTheLiability)
     }
     EXPECT_EQ(form.lines, (Texts{"03/01/2016 March           ", "04/01/2016 April           ",
                                  "04/01/2016 April too       ", "05/01/2016 May             "}));
+    EXPECT_EQ(msgs.shown.size(), 1u);  // the period is advised about when the field is left
+    rw::ChargeForm early;
+    early.liabilityDate = "4/1/2016";
+    rw::ChargeDialog(kase, msgs).liabilityLeft(early);
     EXPECT_TRUE(msgs.texts().at(1).starts_with(
         "Addition to Tax liability date is on or before the start date"));
     msgs.clear();
@@ -262,8 +260,10 @@ TEST_F(Deposits, ListedByDueDateSevereOnlyWithANoticeDate)
     }
 }
 
-// 500.00 x 7.00 / 707.00 = 4.950495... -> 4.9505, shown 4.95; one cent over is allowed.
-TEST_F(Payments, TheUsersOwnInterestPartIsWarnedAboutAboveItsCeiling)
+// 500.00 x 7.00 / 707.00 = 4.950495... -> 4.9505, shown 4.95; one cent over is
+// allowed. The advice comes when the field is left, once for a text, never
+// while it is typed.
+TEST_F(Payments, TheUsersOwnInterestPartIsAdvisedAboutAboveItsCeiling)
 {
     AddCharge(kase, D(2016, 4, 15),
               {.penalties = "100.00"});  // owed on 6/27: 600.00, 100.00, 7.00 (below)
@@ -274,38 +274,70 @@ TEST_F(Payments, TheUsersOwnInterestPartIsWarnedAboutAboveItsCeiling)
     dlg.paymentDialog().irsMethodClicked(f);
     EXPECT_TRUE(f.allocationEnabled);
     EXPECT_EQ(f.maxInterestLabel, "Max. Interest: 4.95");
-    for (const char* interest : {"4.96", "4.97"}) {
+    for (const char* interest : {"4.96", "4.9", "4.97", "4.97"}) {
         f.toInterest = interest;
-        dlg.paymentDialog().interestChanged(f);
+        dlg.paymentDialog().amountChanged(f);
     }
+    EXPECT_TRUE(msgs.shown.empty());
+    for (int leave = 0; leave < 2; ++leave)
+        dlg.paymentDialog().moneyLeft(f, &PaymentForm::toInterest);
+    f.toTax = "495.03";
+    EXPECT_TRUE(dlg.paymentDialog().okAllowed(f));  // advised already; it only advises
     EXPECT_EQ(
         msgs.texts(),
         Texts{"The allocation of the payment to interest may be too high since it exceeds $4.95!"});
-    EXPECT_EQ(f.unallocatedLabel, "Unallocated: 495.03");  // the warning only advises
+    f.toInterest = "4.98";
+    f.toTax = "495.02";
+    EXPECT_TRUE(dlg.paymentDialog().okAllowed(f));  // a new part: advised on OK
+    EXPECT_EQ(msgs.shown.size(), 2u);
     f.irsMethod = true;  // the ceiling goes with the IRS method
     dlg.paymentDialog().irsMethodClicked(f);
     EXPECT_TRUE(f.maxInterestLabel.empty());
 }
 
-TEST_F(Payments, RefusedEntriesAndPaymentsOutOfDateOrder)
+// OK on an entry's form refuses field, told once (nullptr: lets it through).
+template<typename Form, typename Ok>
+void CheckOk(const Ok& ok, const char* name, Form f, rw::FormField<Form> field)
 {
-    steps.push_back([](PaymentForm& f) {  // one cent short
-        f = {"Check", "6/27/2016", "500", false, "300", "100", "99.99", true, "", ""};
-        return true;
-    });
-    enter("6/31/2016", "100.00");
-    dlg.add(form);
-    dlg.add(form);
-    const Texts said = msgs.texts();
-    EXPECT_EQ(said.size(), 4u);
-    EXPECT_EQ(
-        said.at(0),
-        "The payment of 500 has not been completely allocated between tax, interest and penalty "
-        "which total 499.99.");
-    EXPECT_TRUE(said.at(2).starts_with("The Payment date entered as 6/31/2016"));
-    EXPECT_TRUE(said[1] == "Payment not added!" && said[3] == said[1]);
-    msgs.clear();
-    for (const bool payroll : {false, true}) {  // stored either way; a payroll case is not warned
+    RecordingMessages msgs;
+    EXPECT_EQ(ok(f, msgs), field == nullptr) << name;
+    EXPECT_TRUE(f.refused == field && msgs.shown.size() == (field ? 1u : 0u)) << name;
+}
+
+// OK refuses what cannot be stored, the dialog staying open with the field to
+// mend selected: parts that do not add up select the tax part, or with the
+// IRS method the amount.
+TEST_F(Payments, EntriesRefusedOnOk)
+{
+    using F = PaymentForm;
+    const auto ok = [this](F& f, rw::Messages& m) {
+        return rw::PaymentDialog(kase, rates, Minimums2018(), m).okAllowed(f);
+    };
+    const F split{"Check", "6/27/2016", "500", false, "400", "", "99.99", true, "", ""};
+    CheckOk(ok, "one cent short", split, &F::toTax);
+    F irs = split;
+    irs.irsMethod = !(irs.allocationEnabled = false);
+    CheckOk(ok, "short by the IRS method", irs, &F::amount);
+    for (const auto& [name, field, text] : {std::tuple{"adds up", &F::amount, "499.99"},
+                                            {"no date", &F::date, ""},
+                                            {"not a date", &F::date, "6/31/2016"},
+                                            {"no amount", &F::amount, "0"},
+                                            {"penalties not an amount", &F::toPenalties, "1O"}}) {
+        F f = split;
+        f.*field = text;
+        CheckOk(ok, name, f, *name == 'a' ? nullptr : field);
+    }
+    F f = split;
+    ok(f, msgs);
+    EXPECT_EQ(msgs.texts(), Texts{"The payment of 500 has not been completely allocated between "
+                                  "tax, interest and penalty which total 499.99."});
+}
+
+// A payment dated before the one before it is stored and warned about
+// (except in a payroll case).
+TEST_F(Payments, OutOfDateOrderWarned)
+{
+    for (const bool payroll : {false, true}) {
         kase.init.bPayroll = rw::ToFlag(payroll);
         enter("5/1/2016", "100.00");
         enter("4/20/2016", "100.00");
@@ -381,64 +413,74 @@ TEST_F(Payments, OwedOnADayAndAnEditTakeIrsMethodPaymentsAsTheCaseNowStands)
     EXPECT_TRUE(msgs.shown.empty());
 }
 
-// ---- A money field that is not a number: answered, nothing stored, the dialog stays open
-
-TEST(MoneyFields, NotANumberStoresNothing)
+// On OK a charge needs its date of liability and an amount, a deposit its
+// due date, amount and assessment; a date given must be one.
+TEST(EntryDialogs, ChargesAndDepositsRefusedOnOk)
 {
-    const rw::RateTable rates = SimpleTable(0.05f);
-    const auto accuracyRelated = [](const char* underpayment, const char* rate) {
-        return [=](rw::Case& c, rw::Messages& m) {
-            rw::AccRelDialog dlg(c, m);
-            rw::AccRelForm f = dlg.open();
-            f.calculate = true;
-            f.underpayment = underpayment;
-            f.rateChoice = rw::AccRelRateChoice::Other;
-            f.rate = rate;
-            return dlg.accept(f).stored;
-        };
-    };
-    const std::string amount = " is not an amount.  Please enter a number such as 1,234.56.";
-    const std::pair<std::function<bool(rw::Case&, rw::Messages&)>, std::string> rows[] = {
-        {[&](rw::Case& c, rw::Messages& m) {
-             PaymentForm f;
-             f.toTax = "1OO";
-             return rw::PaymentDialog(c, rates, Minimums2018(), m).okAllowed(f);
-         },
-         "The Allocate To Tax entered as 1OO" + amount},
-        {[](rw::Case& c, rw::Messages& m) {
-             rw::ChargeForm f;
-             f.toPenalties = "3O";
-             return rw::ChargeDialog(c, m).okAllowed(f);
-         },
-         "The Applied As Penalties entered as 3O" + amount},
-        {[](rw::Case& c, rw::Messages& m) {
-             rw::DepositForm f;
-             f.required = "1,OOO";
-             return rw::DepositDialog(c, m).okAllowed(f);
-         },
-         "The Required Deposit entered as 1,OOO" + amount},
-        {[](rw::Case& c, rw::Messages& m) {
-             rw::FtoPayDialog dlg(c, m);
-             rw::FtoPayForm f = dlg.open();
-             f.calculate = true;
-             f.amountOnReturn = "9,000.0O";
-             const rw::Accepted a = dlg.accept(f);
-             return a.stored || a.mark != rw::MenuMark::Keep;
-         },
-         "The Amount Shown on Return entered as 9,000.0O" + amount},
-        {accuracyRelated("1O", ".2"), "The Accuracy Related Underpayment entered as 1O" + amount},
-        {accuracyRelated("10,000.00", "20%"),
-         "The Accuracy Related Penalty Rate entered as 20% is not a number.  "
-         "Please enter the rate as a fraction (20% is .2)."},
-    };
-    for (const auto& [ok, said] : rows) {
-        rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");
-        const rw::Case before = c;
-        RecordingMessages msgs;
-        EXPECT_FALSE(ok(c, msgs)) << said;
-        EXPECT_EQ(c, before);
-        EXPECT_EQ(msgs.texts(), Texts{said});
+    using C = rw::ChargeForm;
+    using P = rw::DepositForm;
+    rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");
+    const auto charge = [&c](C& f, rw::Messages& m) { return rw::ChargeDialog(c, m).okAllowed(f); };
+    for (const auto& [name, field, text, refused] :
+         {std::tuple{"no liability", &C::liabilityDate, "", true},
+          {"interest date not one", &C::interestDate, "5/32/2016", true},
+          {"charge of 0", &C::total, "0.00", true},
+          {"no interest date", &C::interestDate, "", false}}) {
+        C f{"", "5/1/2016", "", "100", "100", "", ""};
+        f.*field = text;
+        CheckOk(charge, name, f, refused ? field : nullptr);
     }
+    const auto deposit
+        = [&c](P& f, rw::Messages& m) { return rw::DepositDialog(c, m).okAllowed(f); };
+    for (const auto& [name, field, text, refused] :
+         {std::tuple{"no due date", &P::dueDate, "", true},
+          {"deposit of 0", &P::required, "", true},
+          {"no assessment", &P::assessDate, "", true},
+          {"notice date not one", &P::jeopardyDate, "abc", true},
+          {"no notice dates", &P::jeopardyDate, "", false}}) {
+        P f{"5/16/2016", "1,000", "9/1/2016", true, "", "6/1/2016", true, ""};
+        f.*field = text;
+        CheckOk(deposit, name, f, refused ? field : nullptr);
+    }
+}
+
+// ---- A money field that is not a number: refused when left and on OK, nothing stored
+
+TEST(MoneyFields, NotANumberRefusedNamingTheField)
+{
+    rw::Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00");
+    const rw::RateTable rates = SimpleTable(0.05f);
+    RecordingMessages msgs;
+    PaymentForm pay;
+    rw::ChargeForm charge;
+    rw::DepositForm deposit;
+    rw::FtoPayForm toPay;
+    rw::AccRelForm under, rate;
+    pay.toTax = "1OO";
+    charge.toPenalties = "3O";
+    deposit.required = "1,OOO";
+    toPay.amountOnReturn = "9,000.0O";
+    under.underpayment = "1O";
+    rate.calculate = true;
+    rate.rate = "20%";
+    rw::PaymentDialog(c, rates, Minimums2018(), msgs).moneyLeft(pay, &PaymentForm::toTax);
+    rw::ChargeDialog(c, msgs).fieldLeft(charge, &rw::ChargeForm::toPenalties);
+    rw::DepositDialog(c, msgs).fieldLeft(deposit, rw::DepositField::Required);
+    rw::FtoPayDialog(c, msgs).amountLeft(toPay);
+    rw::AccRelDialog accRel(c, msgs);
+    accRel.underpaymentLeft(under);
+    EXPECT_FALSE(accRel.accept(rate));  // on OK
+    const std::string amount = " is not an amount.  Please enter a number such as 1,234.56.";
+    EXPECT_EQ(msgs.texts(), (Texts{"The Allocate To Tax entered as 1OO" + amount,
+                                   "The Applied As Penalties entered as 3O" + amount,
+                                   "The Required Deposit entered as 1,OOO" + amount,
+                                   "The Amount Shown on Return entered as 9,000.0O" + amount,
+                                   "The Accuracy Related Underpayment entered as 1O" + amount,
+                                   "The Accuracy Related Penalty Rate entered as 20% is not a "
+                                   "number.  Please enter the rate as a fraction (20% is .2)."}));
+    EXPECT_TRUE(pay.refused && charge.refused && deposit.refused && toPay.refused && under.refused
+                && rate.refused == &rw::AccRelForm::rate);
+    EXPECT_EQ(c, FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10,000.00"));
 }
 
 }  // namespace

@@ -7,11 +7,17 @@
 #include <QGroupBox>
 #include <QObject>
 
+#include <QLineEdit>
+
 #include <exception>
 #include <functional>
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
+class QAbstractButton;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
@@ -27,6 +33,7 @@ class GuardedDialog : public QDialog {
     Q_OBJECT
 public:
     explicit GuardedDialog(QWidget* parent = nullptr);
+    ~GuardedDialog() override;
 
     // exec(); true when accepted. Throws the fault an event handler met.
     bool run();
@@ -51,6 +58,31 @@ public:
     void whenLeft(QWidget* field, std::function<void()> reaction);
     void whenEntered(QWidget* field, std::function<void()> reaction);
 
+    // Runs check, guarded, when the user leaves field (with onlyChanged, only
+    // when its text differs from the one it held on entering, or when it was
+    // refused). Leaving it for Cancel runs nothing: Cancel closes without a
+    // word. Leaving it by a click on OK runs the check when OK is clicked,
+    // before OK's own work (a message box must not come up in the middle of
+    // the click), or when the focus leaves OK for another field.
+    void checkWhenLeft(QLineEdit* field, std::function<void()> check, bool onlyChanged = false);
+    // OK: the check of the field just left for it first; unless that refused
+    // the entry, body, guarded.
+    void onOk(QAbstractButton* ok, std::function<void()> body);
+    // A refused entry: the field gets the focus back with its text selected
+    // (once the event in hand is done), and is checked again when left.
+    void selectAgain(QLineEdit* field);
+    // The field of form.refused (a member of the form bound to its line edit)
+    // selected again; form.refused cleared.
+    template<typename Form>
+    void selectRefused(Form& form,
+                       std::initializer_list<std::pair<std::string Form::*, QLineEdit*>> fields)
+    {
+        for (const auto& [member, edit] : fields)
+            if (form.refused == member)
+                selectAgain(edit);
+        form.refused = nullptr;
+    }
+
 protected:
     // Installs Enter as Tab on every field (check boxes and option buttons
     // included), gives the dialog the size its layout asks for and centres it;
@@ -58,7 +90,16 @@ protected:
     void finishSetup();
 
 private:
+    struct FieldCheck;
+    void fieldLeft(FieldCheck& c, Qt::FocusReason reason);
+    void runCheck(FieldCheck& c);
+    bool runPendingCheck();
+
     std::exception_ptr fault_;
+    std::vector<std::unique_ptr<FieldCheck>> checks_;
+    FieldCheck* pending_ = nullptr;  // left for OK, not yet checked
+    bool selecting_ = false;  // the focus is being given back to a refused field
+    bool refused_ = false;  // a check refused its entry
 };
 
 // A framed two-way choice "&Yes" / "&No" under a caption.

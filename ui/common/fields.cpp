@@ -102,7 +102,7 @@ bool FocusWatcher::eventFilter(QObject* watched, QEvent* event)
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
             if (event->type() == QEvent::FocusOut)
-                Q_EMIT focusLost();
+                Q_EMIT focusLost(reason);
             else
                 Q_EMIT focusGained();
         }

@@ -51,15 +51,15 @@ public:
 };
 
 // Emits focusLost() when the user leaves the watched widget (the date checks
-// run when the user leaves a field). Focus that goes to another window or to a
-// popup and comes back is not a leaving.
+// run when the user leaves a field), with how (a click, Tab). Focus that goes
+// to another window or to a popup and comes back is not a leaving.
 class FocusWatcher : public QObject {
     Q_OBJECT
 public:
     explicit FocusWatcher(QWidget* watched);
 
 Q_SIGNALS:
-    void focusLost();
+    void focusLost(Qt::FocusReason reason);
     void focusGained();
 
 protected:

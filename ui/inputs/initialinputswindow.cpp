@@ -185,8 +185,14 @@ InitialInputsWindow::InitialInputsWindow(Case& c, RateTable& rates, const Paths&
         readForm();
         guard([&] { logic_.payrollClicked(form_); });
     });
-    connect(new FocusWatcher(stop_), &FocusWatcher::focusLost, this, [this] { stopLeft(); });
-    connect(ok, &QPushButton::clicked, this, [this] { okClicked(); });
+    for (DateField* field : {due_, start_, stop_})
+        checkWhenLeft(field, [this, field] { dateLeft(field); });
+    checkWhenLeft(balance_, [this] {
+        readForm();
+        logic_.balanceLeft(form_);
+        selectRefused();
+    });
+    onOk(ok, [this] { okClicked(); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     finishSetup();
@@ -233,18 +239,36 @@ void InitialInputsWindow::showForm()
     corporate_->setChecked(form_.corporate);
 }
 
-void InitialInputsWindow::stopLeft()
+void InitialInputsWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(form_, {{&InitialInputsForm::dueDate, due_},
+                                         {&InitialInputsForm::startDate, start_},
+                                         {&InitialInputsForm::stopDate, stop_},
+                                         {&InitialInputsForm::initialBalance, balance_},
+                                         {&InitialInputsForm::stopDays, stopDays_}});
+}
+
+void InitialInputsWindow::dateLeft(QLineEdit* field)
 {
     if (!isVisible() || outcome_ == Outcome::ProgramEnded)
         return;
-    guard([&] {
-        const std::string text = toCore(stop_->text());
-        if (!RunRateCurrencyCheck(text, currency_.release, currency_.window, currency_.program)) {
-            // The program is ending: nothing more is done here.
-            outcome_ = Outcome::ProgramEnded;
-            reject();
-        }
-    });
+    readForm();
+    const auto member = field == due_     ? &InitialInputsForm::dueDate
+                        : field == start_ ? &InitialInputsForm::startDate
+                                          : &InitialInputsForm::stopDate;
+    logic_.dateLeft(form_, member);
+    if (form_.refused) {
+        selectRefused();
+        return;
+    }
+    // A stop date past the rates of the release is met by the rate currency alert.
+    if (field == stop_
+        && !RunRateCurrencyCheck(form_.stopDate, currency_.release, currency_.window,
+                                 currency_.program)) {
+        // The program is ending: nothing more is done here.
+        outcome_ = Outcome::ProgramEnded;
+        reject();
+    }
 }
 
 void InitialInputsWindow::okClicked()
@@ -255,6 +279,7 @@ void InitialInputsWindow::okClicked()
     guard([&] {
         switch (logic_.accept(form_)) {
         case InitialInputsDialog::Result::KeepOpen:
+            selectRefused();
             return;
         case InitialInputsDialog::Result::Stored:
             outcome_ = Outcome::Stored;

@@ -1,8 +1,9 @@
 #pragma once
 // "Initial Inputs" (dlgInit): the taxpayer, the rate table, the dates, the
 // initial balance and the payroll and corporate flags, widgets bound to
-// rw::InitialInputsForm. Leaving "End Calculation:" runs the rate currency
-// alert; OK stores through rw::InitialInputsDialog.
+// rw::InitialInputsForm. A date or amount that cannot be read is refused when
+// its field is left, and on OK; leaving "End Calculation:" with a date runs
+// the rate currency alert; OK stores through rw::InitialInputsDialog.
 
 #include "casedata/initialinputs.h"
 #include "rates/release.h"
@@ -50,7 +51,8 @@ private:
     void readForm();
     void showForm();
     void okClicked();
-    void stopLeft();
+    void dateLeft(QLineEdit* field);
+    void selectRefused();
 
     InitialInputsDialog logic_;
     RateCurrencyServices currency_;

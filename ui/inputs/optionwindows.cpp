@@ -182,24 +182,38 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent)
             guard([&] { logic_.radCorpOPRateClick(form_); });
             showForm();
         });
-    connect(new ChangeWatcher(corpUPStart_), &ChangeWatcher::changedAndLeft, this, [this] {
+    checkWhenLeft(
+        corpUPStart_,
+        [this] {
+            readForm();
+            logic_.ChkCorpUPDate(form_);
+            selectRefused();
+        },
+        true);
+    checkWhenLeft(
+        corpOPStart_,
+        [this] {
+            readForm();
+            logic_.ChkCorpOPDate(form_);
+            selectRefused();
+        },
+        true);
+    onOk(ok, [this] {
         readForm();
-        guard([&] { logic_.ChkCorpUPDate(form_); });
-    });
-    connect(new ChangeWatcher(corpOPStart_), &ChangeWatcher::changedAndLeft, this, [this] {
-        readForm();
-        guard([&] { logic_.ChkCorpOPDate(form_); });
-    });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        readForm();
-        guard([&] {
-            checked_ = logic_.accept(form_);
+        if (logic_.accept(form_))
             accept();
-        });
+        else
+            selectRefused();
     });
 
     finishSetup();
     (form_.taxMotivated ? taxMotYes_ : taxMotNo_)->setFocus(Qt::OtherFocusReason);
+}
+
+void OptRatesWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(form_, {{&OptRatesForm::corpUPStart, corpUPStart_},
+                                         {&OptRatesForm::corpOPStart, corpOPStart_}});
 }
 
 void OptRatesWindow::readForm()
@@ -257,29 +271,41 @@ SuspendWindow::SuspendWindow(Case& c, Messages& msgs, QWidget* parent)
     setTabOrder(suspend_, restart_);
     setTabOrder(restart_, ok);
 
-    SuspendForm form;
-    guard([&] { form = logic_.open(); });
-    setFieldText(suspend_, form.suspendDate);
-    setFieldText(restart_, form.restartDate);
+    guard([&] { form_ = logic_.open(); });
+    setFieldText(suspend_, form_.suspendDate);
+    setFieldText(restart_, form_.restartDate);
 
-    connect(new ChangeWatcher(suspend_), &ChangeWatcher::changedAndLeft, this,
-            [this] { guard([&] { logic_.suspendChanged(readForm()); }); });
-    connect(new ChangeWatcher(restart_), &ChangeWatcher::changedAndLeft, this,
-            [this] { guard([&] { logic_.restartChanged(readForm()); }); });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([&] {
-            stored_ = logic_.accept(readForm());
+    const auto react = [this](void (SuspendDialog::*reaction)(SuspendForm&) const) {
+        return [this, reaction] {
+            readForm();
+            (logic_.*reaction)(form_);
+            selectRefused();
+        };
+    };
+    checkWhenLeft(suspend_, react(&SuspendDialog::suspendChanged), true);
+    checkWhenLeft(restart_, react(&SuspendDialog::restartChanged), true);
+    onOk(ok, [this] {
+        readForm();
+        if (logic_.accept(form_))
             accept();
-        });
+        else
+            selectRefused();
     });
 
     finishSetup();
     suspend_->setFocus(Qt::OtherFocusReason);
 }
 
-SuspendForm SuspendWindow::readForm() const
+void SuspendWindow::readForm()
 {
-    return SuspendForm{toCore(suspend_->text()), toCore(restart_->text())};
+    form_.suspendDate = toCore(suspend_->text());
+    form_.restartDate = toCore(restart_->text());
+}
+
+void SuspendWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(
+        form_, {{&SuspendForm::suspendDate, suspend_}, {&SuspendForm::restartDate, restart_}});
 }
 
 // ---- Extended Due Date ------------------------------------------------------------
@@ -317,28 +343,31 @@ ExtDueDateWindow::ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent)
     top->addWidget(buttons);
     setTabOrder(extended_, ok);
 
-    ExtDueDateForm form;
-    guard([&] { form = logic_.open(); });
-    setFieldText(extended_, form.extended);
+    guard([&] { form_ = logic_.open(); });
+    setFieldText(extended_, form_.extended);
 
-    connect(new FocusWatcher(extended_), &FocusWatcher::focusLost, this, [this] {
-        if (isVisible())
-            guard([&] { logic_.extendedLeft(readForm()); });
+    checkWhenLeft(extended_, [this] {
+        if (!isVisible())
+            return;
+        form_.extended = toCore(extended_->text());
+        logic_.extendedLeft(form_);
+        selectRefused();
     });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([&] {
-            logic_.accept(readForm());
+    onOk(ok, [this] {
+        form_.extended = toCore(extended_->text());
+        if (logic_.accept(form_))
             accept();
-        });
+        else
+            selectRefused();
     });
 
     finishSetup();
     extended_->setFocus(Qt::OtherFocusReason);
 }
 
-ExtDueDateForm ExtDueDateWindow::readForm() const
+void ExtDueDateWindow::selectRefused()
 {
-    return ExtDueDateForm{toCore(extended_->text())};
+    GuardedDialog::selectRefused(form_, {{&ExtDueDateForm::extended, extended_}});
 }
 
 }  // namespace rw::ui

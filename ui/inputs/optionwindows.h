@@ -23,16 +23,13 @@ class OptRatesWindow : public InputDialog {
 public:
     OptRatesWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
 
-    // After OK: whether "&Interest Rates..." carries its check mark.
-    bool interestRatesChecked() const { return checked_; }
-
 private:
     void readForm();
     void showForm();
+    void selectRefused();
 
     OptRatesDialog logic_;
     OptRatesForm form_;
-    bool checked_ = false;
 
     QRadioButton* taxMotYes_;
     QRadioButton* taxMotNo_;
@@ -47,21 +44,18 @@ private:
 };
 
 // "Suspended Interest Inputs": the day interest is suspended and the day it
-// restarts.
+// restarts; both emptied, no suspension.
 class SuspendWindow : public InputDialog {
     Q_OBJECT
 public:
     SuspendWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
 
-    // After OK: whether the pair of dates was stored ("&Suspend Interest..."
-    // then carries its check mark; otherwise the mark stays as it was).
-    bool stored() const { return stored_; }
-
 private:
-    SuspendForm readForm() const;
+    void readForm();
+    void selectRefused();
 
     SuspendDialog logic_;
-    bool stored_ = false;
+    SuspendForm form_;
     DateField* suspend_;
     DateField* restart_;
 };
@@ -74,9 +68,10 @@ public:
     ExtDueDateWindow(Case& c, Messages& msgs, QWidget* parent = nullptr);
 
 private:
-    ExtDueDateForm readForm() const;
+    void selectRefused();
 
     ExtDueDateDialog logic_;
+    ExtDueDateForm form_;
     DateField* extended_;
 };
 

@@ -86,16 +86,27 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
                 showForm();
             });
         });
-    whenLeft(liability_, [this] {
+    checkWhenLeft(liability_, [this] {
         readForm();
         logic_.liabilityLeft(form_);
+        showForm();
     });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([this] {
+    using Bound = std::pair<FormField<ChargeForm>, QLineEdit*>;
+    for (const auto& [field, edit] : {Bound{&ChargeForm::interestDate, interestStart_},
+                                      {&ChargeForm::total, total_},
+                                      {&ChargeForm::toTax, tax_},
+                                      {&ChargeForm::toPenalties, penalties_}})
+        checkWhenLeft(edit, [this, field] {
             readForm();
-            if (logic_.okAllowed(form_))
-                accept();
+            logic_.fieldLeft(form_, field);
+            showForm();
         });
+    onOk(ok, [this] {
+        readForm();
+        if (logic_.okAllowed(form_))
+            accept();
+        else
+            showForm();
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
@@ -123,6 +134,11 @@ void ChargeInfoWindow::showForm()
     ShowText(tax_, form_.toTax);
     ShowText(penalties_, form_.toPenalties);
     ShowLabel(balance_, form_.unallocatedLabel, QStringLiteral("Unallocated:"));
+    selectRefused(form_, {{&ChargeForm::liabilityDate, liability_},
+                          {&ChargeForm::interestDate, interestStart_},
+                          {&ChargeForm::total, total_},
+                          {&ChargeForm::toTax, tax_},
+                          {&ChargeForm::toPenalties, penalties_}});
 }
 
 // ---- Other Charges ------------------------------------------------------------------

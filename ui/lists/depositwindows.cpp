@@ -99,12 +99,12 @@ DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& fo
     watch(severe_->noButton(), DepositField::Severe);
     watch(delinquency_, DepositField::DelinquencyDate);
     watch(jeopardy_, DepositField::JeopardyDate);
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            readForm();
-            if (logic_.okAllowed(form_))
-                accept();
-        });
+    onOk(ok, [this] {
+        readForm();
+        if (logic_.okAllowed(form_))
+            accept();
+        else
+            showForm();
     });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
@@ -120,11 +120,17 @@ void DepositInfoWindow::watch(QWidget* field, DepositField which)
         DepositDialog::focusEntered(form_, which);
         showForm();
     });
-    whenLeft(field, [this, which] {
+    whenLeft(field, [this] {
         readForm();
-        logic_.focusLeft(form_, which);
+        DepositDialog::focusLeft(form_);
         showForm();
     });
+    if (auto* edit = qobject_cast<QLineEdit*>(field))
+        checkWhenLeft(edit, [this, which] {
+            readForm();
+            logic_.fieldLeft(form_, which);
+            showForm();
+        });
 }
 
 void DepositInfoWindow::readForm()
@@ -150,6 +156,11 @@ void DepositInfoWindow::showForm()
           static_cast<QWidget*>(delinquencyLabel_), static_cast<QWidget*>(jeopardyLabel_)})
         w->setEnabled(form_.noticeDatesEnabled);
     hint_->setText(fromCore(form_.hint));
+    selectRefused(form_, {{&DepositForm::dueDate, due_},
+                          {&DepositForm::required, required_},
+                          {&DepositForm::assessDate, assess_},
+                          {&DepositForm::delinquencyDate, delinquency_},
+                          {&DepositForm::jeopardyDate, jeopardy_}});
 }
 
 // ---- Payroll Tax Deposit Penalties ------------------------------------------------------

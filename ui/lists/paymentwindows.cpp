@@ -106,28 +106,24 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
             [this] { react([this] { logic_.irsMethodClicked(form_); }); });
     connect(irsFocus, &FocusWatcher::focusLost, this,
             [this] { react([this] { logic_.irsMethodClicked(form_); }); });
-    // Amounts as they are typed.
-    connect(interest_, &QLineEdit::textEdited, this,
-            [this] { react([this] { logic_.interestChanged(form_); }); });
+    // Amounts as they are typed; the interest part's ceiling when it is left.
     for (QLineEdit* e : {static_cast<QLineEdit*>(amount_), static_cast<QLineEdit*>(tax_),
-                         static_cast<QLineEdit*>(penalties_)})
+                         static_cast<QLineEdit*>(interest_), static_cast<QLineEdit*>(penalties_)})
         connect(e, &QLineEdit::textEdited, this,
                 [this] { react([this] { logic_.amountChanged(form_); }); });
+    for (const auto& [field, edit] : {std::pair{&PaymentForm::amount, amount_},
+                                      {&PaymentForm::toTax, tax_},
+                                      {&PaymentForm::toInterest, interest_},
+                                      {&PaymentForm::toPenalties, penalties_}})
+        checkWhenLeft(edit, [this, field] { react([&] { logic_.moneyLeft(form_, field); }); });
     // A new payment date is checked against the calculation period once the
-    // user leaves the field with a date different from the one last checked;
-    // the payment is then allocated on the new date.
-    whenLeft(date_, [this] {
-        readForm();
-        if (form_.date == checkedDate_)
-            return;
-        checkedDate_ = form_.date;
-        logic_.dateChanged(form_);
-        showForm();
-    });
-    connect(ok, &QPushButton::clicked, this, [this] { guard([this] { okClicked(); }); });
+    // user leaves the field with a text different from the one it held; the
+    // payment is then allocated on the new date.
+    checkWhenLeft(
+        date_, [this] { react([this] { logic_.dateChanged(form_); }); }, true);
+    onOk(ok, [this] { okClicked(); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
-    checkedDate_ = form_.date;
     showForm();
     finishSetup();
     desc_->setFocus(Qt::OtherFocusReason);
@@ -159,6 +155,11 @@ void PaymentInfoWindow::showForm()
         w->setEnabled(form_.allocationEnabled);
     ShowLabel(balance_, form_.unallocatedLabel, QStringLiteral("Unallocated: "));
     ShowLabel(maxInt_, form_.maxInterestLabel);
+    selectRefused(form_, {{&PaymentForm::date, date_},
+                          {&PaymentForm::amount, amount_},
+                          {&PaymentForm::toTax, tax_},
+                          {&PaymentForm::toInterest, interest_},
+                          {&PaymentForm::toPenalties, penalties_}});
 }
 
 template<typename F>
@@ -174,9 +175,10 @@ void PaymentInfoWindow::react(F&& reaction)
 void PaymentInfoWindow::okClicked()
 {
     readForm();
-    if (!logic_.okAllowed(form_))
-        return;
-    accept();
+    if (logic_.okAllowed(form_))
+        accept();
+    else
+        showForm();
 }
 
 // ---- Progress of the arrangement search ------------------------------------------

@@ -53,7 +53,6 @@ private:
     MoneyField* penalties_;
     QLabel* balance_;
     QLabel* maxInt_;
-    std::string checkedDate_;  // the date text the period check last saw
 };
 
 // "Payments" (dlgPmts): the list, its commands, and for a payroll case the

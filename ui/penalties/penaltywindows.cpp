@@ -47,8 +47,7 @@ void enable(bool on, std::initializer_list<QWidget*> widgets)
 // ---- Failure To File ----------------------------------------------------------------
 
 FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent)
-    : GuardedDialog(parent)
-    , logic_(logic)
+    : PenaltyDialog(logic, parent)
 {
     setObjectName(QStringLiteral("dlgInpFToF"));
     setWindowTitle(QStringLiteral("Failure To File Penalty Inputs"));
@@ -88,22 +87,9 @@ FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent)
             showForm();
         });
     });
-    whenLeft(assess_, [this] {
-        readForm();
-        logic_.assessLeft(form_);
-    });
-    whenLeft(filed_, [this] {
-        readForm();
-        logic_.filedLeft(form_);
-    });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            readForm();
-            outcome_ = logic_.accept(form_);
-            if (outcome_.stored)
-                accept();
-        });
-    });
+    react(assess_, &FtoFileDialog::assessLeft);
+    react(filed_, &FtoFileDialog::filedLeft);
+    connectOk(ok);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     guard([this] { form_ = logic_.open(); });
@@ -111,6 +97,12 @@ FtoFileWindow::FtoFileWindow(FtoFileDialog& logic, QWidget* parent)
     finishSetup();
     (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())
         ->setFocus(Qt::OtherFocusReason);
+}
+
+void FtoFileWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(
+        form_, {{&FtoFileForm::assessDate, assess_}, {&FtoFileForm::filedDate, filed_}});
 }
 
 void FtoFileWindow::readForm()
@@ -131,8 +123,7 @@ void FtoFileWindow::showForm()
 // ---- Failure To Pay -------------------------------------------------------------------
 
 FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent)
-    : GuardedDialog(parent)
-    , logic_(logic)
+    : PenaltyDialog(logic, parent)
 {
     setObjectName(QStringLiteral("dlgInpFToP"));
     setWindowTitle(QStringLiteral("Failure To Pay Inputs"));
@@ -197,22 +188,10 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent)
             showForm();
         });
     });
-    whenLeft(assess_, [this] {
-        readForm();
-        logic_.assessLeft(form_);
-    });
-    whenLeft(start_, [this] {
-        readForm();
-        logic_.increasedStartLeft(form_);
-    });
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            readForm();
-            outcome_ = logic_.accept(form_);
-            if (outcome_.stored)
-                accept();
-        });
-    });
+    react(assess_, &FtoPayDialog::assessLeft);
+    react(amount_, &FtoPayDialog::amountLeft);
+    react(start_, &FtoPayDialog::increasedStartLeft);
+    connectOk(ok);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     guard([this] { form_ = logic_.open(); });
@@ -220,6 +199,13 @@ FtoPayWindow::FtoPayWindow(FtoPayDialog& logic, QWidget* parent)
     finishSetup();
     (calculate_->isYes() ? calculate_->yesButton() : calculate_->noButton())
         ->setFocus(Qt::OtherFocusReason);
+}
+
+void FtoPayWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(form_, {{&FtoPayForm::assessDate, assess_},
+                                         {&FtoPayForm::amountOnReturn, amount_},
+                                         {&FtoPayForm::increasedStartDate, start_}});
 }
 
 void FtoPayWindow::readForm()
@@ -249,8 +235,7 @@ void FtoPayWindow::showForm()
 // ---- Accuracy Related -------------------------------------------------------------------
 
 AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent)
-    : GuardedDialog(parent)
-    , logic_(logic)
+    : PenaltyDialog(logic, parent)
 {
     setObjectName(QStringLiteral("dlgInpAcc"));
     setWindowTitle(QStringLiteral("Accuracy Related Penalty"));
@@ -338,14 +323,8 @@ AccRelWindow::AccRelWindow(AccRelDialog& logic, QWidget* parent)
     hintOnFocus(economic_, AccRelField::EconomicSubstanceRate);
     hintOnFocus(other_, AccRelField::OtherRate);
     hintOnFocus(rate_, AccRelField::Rate);
-    connect(ok, &QPushButton::clicked, this, [this] {
-        guard([this] {
-            readForm();
-            outcome_ = logic_.accept(form_);
-            if (outcome_.stored)
-                accept();
-        });
-    });
+    react(underpayment_, &AccRelDialog::underpaymentLeft);
+    connectOk(ok);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     guard([this] { form_ = logic_.open(); });
@@ -362,6 +341,12 @@ void AccRelWindow::hintOnFocus(QWidget* w, AccRelField field)
         AccRelDialog::focusEntered(form_, field);
         showForm();
     });
+}
+
+void AccRelWindow::selectRefused()
+{
+    GuardedDialog::selectRefused(
+        form_, {{&AccRelForm::underpayment, underpayment_}, {&AccRelForm::rate, rate_}});
 }
 
 void AccRelWindow::readForm()

@@ -8,6 +8,7 @@
 #include "ui/common/commandcontext.h"
 #include "ui/common/dialogkit.h"
 
+class QAbstractButton;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -18,21 +19,56 @@ namespace rw::ui {
 class DateField;
 class MoneyField;
 
-// "Failure To File Penalty Inputs" (dlgInpFToF). OK stores through the logic;
-// accepted() then tells the menu mark.
-class FtoFileWindow : public GuardedDialog {
+// What the penalty windows share: the logic, the form its widgets show, and
+// the wiring of a field's check and of OK through them.
+template<typename Logic, typename Form>
+class PenaltyDialog : public GuardedDialog {
+protected:
+    PenaltyDialog(Logic& logic, QWidget* parent)
+        : GuardedDialog(parent)
+        , logic_(logic)
+    {
+    }
+    virtual void readForm() = 0;
+    virtual void selectRefused() = 0;
+
+    // Leaving field runs the logic's check of it; a refused entry is
+    // selected again.
+    void react(QLineEdit* field, void (Logic::*check)(Form&) const)
+    {
+        checkWhenLeft(field, [this, check] {
+            readForm();
+            (logic_.*check)(form_);
+            selectRefused();
+        });
+    }
+    // OK: stored, the dialog closes; refused, the entry is selected again.
+    void connectOk(QAbstractButton* ok)
+    {
+        onOk(ok, [this] {
+            readForm();
+            if (logic_.accept(form_))
+                accept();
+            else
+                selectRefused();
+        });
+    }
+
+    Logic& logic_;
+    Form form_;
+};
+
+// "Failure To File Penalty Inputs" (dlgInpFToF). OK stores through the logic.
+class FtoFileWindow : public PenaltyDialog<FtoFileDialog, FtoFileForm> {
     Q_OBJECT
 public:
     FtoFileWindow(FtoFileDialog& logic, QWidget* parent = nullptr);
-    const rw::Accepted& outcome() const { return outcome_; }
 
 private:
-    void readForm();
+    void readForm() override;
     void showForm();
+    void selectRefused() override;
 
-    FtoFileDialog& logic_;
-    FtoFileForm form_;
-    rw::Accepted outcome_;
     YesNoChoice* calculate_;
     QLabel* assessLabel_;
     DateField* assess_;
@@ -41,19 +77,16 @@ private:
 };
 
 // "Failure To Pay Inputs" (dlgInpFToP).
-class FtoPayWindow : public GuardedDialog {
+class FtoPayWindow : public PenaltyDialog<FtoPayDialog, FtoPayForm> {
     Q_OBJECT
 public:
     FtoPayWindow(FtoPayDialog& logic, QWidget* parent = nullptr);
-    const rw::Accepted& outcome() const { return outcome_; }
 
 private:
-    void readForm();
+    void readForm() override;
     void showForm();
+    void selectRefused() override;
 
-    FtoPayDialog& logic_;
-    FtoPayForm form_;
-    rw::Accepted outcome_;
     YesNoChoice* calculate_;
     QLabel* assessLabel_;
     DateField* assess_;
@@ -66,20 +99,17 @@ private:
 };
 
 // "Accuracy Related Penalty" (dlgInpAcc).
-class AccRelWindow : public GuardedDialog {
+class AccRelWindow : public PenaltyDialog<AccRelDialog, AccRelForm> {
     Q_OBJECT
 public:
     AccRelWindow(AccRelDialog& logic, QWidget* parent = nullptr);
-    const rw::Accepted& outcome() const { return outcome_; }
 
 private:
-    void readForm();
+    void readForm() override;
     void showForm();
+    void selectRefused() override;
     void hintOnFocus(QWidget* w, AccRelField field);
 
-    AccRelDialog& logic_;
-    AccRelForm form_;
-    rw::Accepted outcome_;
     YesNoChoice* calculate_;
     QLabel* underpaymentLabel_;
     MoneyField* underpayment_;

@@ -81,7 +81,6 @@ private Q_SLOTS:
                            {{"radStartOverpayment", "x", Effect::Opens, "txtStopDays"},
                             {"txtInitBal", "5.00", Effect::None},
                             {"radPRYes", "x", Effect::Box},
-                            {"txtInitBal", "5x", Effect::None},
                             {"btnOK", "x", Effect::Box}});
             Type(d, "txtStop", "4/1/2027");
             Leave(d, "txtStop");
@@ -118,13 +117,46 @@ private Q_SLOTS:
         QVERIFY(o.msgs.shown.empty());
         o.optRates(Reacts(o.msgs, {{"radTaxMotYes", "x", Effect::Box},
                                    {"radCorpUPRateYes", "x", Effect::Opens, "CSdtCorpUPRateStart"},
-                                   {"CSdtCorpUPRateStart", "13/45/1996", Effect::Box},
+                                   {"CSdtCorpUPRateStart", "12/31/1990", Effect::Box},
                                    {"radCorpOPRateYes", "x", Effect::Opens, "CSdtCorpOPRateStart"},
-                                   {"CSdtCorpOPRateStart", "13/45/1996", Effect::Box}}));
-        o.suspend(Reacts(o.msgs, {{"CSdtIntSuspend", "13/45/2016", Effect::Box},
-                                  {"CSdtRestart", "13/45/2016", Effect::Box}}));
+                                   {"CSdtCorpOPRateStart", "12/31/1994", Effect::Box}}));
+        o.suspend(Reacts(o.msgs, {{"CSdtIntSuspend", "6/1/2016", Effect::None},
+                                  {"CSdtRestart", "5/1/2016", Effect::Box}}));
         o.extended(
             Reacts(o.msgs, {{"txtExtended", "4/14/2016", Effect::Box}}));  // before the due date
+        o.suspend([](QWidget* d) {  // both dates emptied: the suspension removed
+            Type(d, "CSdtIntSuspend", "");
+            Type(d, "CSdtRestart", "");
+            Click(d, "btnOK");
+        });
+        QVERIFY(o.c.init.dtIntSuspend.isNoDate() && o.c.init.dtRestart.isNoDate());
+    }
+
+    // A date that is not one is refused when left: one box, the field has
+    // the focus again with its text selected; so is a stop before the start,
+    // again on OK, and the dialog stays open.
+    void refusedDatesAreSelectedAgain()
+    {
+        Rig rig;
+        const auto leaveRefused = [&rig](QWidget* d, const char* name) {
+            auto* field = Child<QLineEdit>(d, name);
+            OneBoxAfter(rig.msgs, [field] { QTest::keyClick(field, Qt::Key_Tab); });
+            QTRY_COMPARE(QApplication::focusWidget(), field);
+            QCOMPARE(field->selectedText(), field->text());
+        };
+        rig.show([&](QWidget* d) {
+            Type(d, "txtStart", "13/45/2022");
+            leaveRefused(d, "txtStart");
+            Shoot(d, "dlgInitRefusedDate");
+            Type(d, "txtStart", "4/15/2016");
+            Type(d, "txtStop", "4/1/2016");
+            leaveRefused(d, "txtStop");
+            OneBoxAfter(rig.msgs, [d] { Click(d, "btnOK"); });
+            QTRY_VERIFY(d->isVisible() && Child(d, "txtStop")->hasFocus());
+            Click(d, "btnCancel");
+        });
+        QVERIFY(rig.outcome == InitialInputsWindow::Outcome::Cancelled
+                && rig.kase.init.tlStart.dtDate.isNoDate());
     }
 
     void faultClosesTheDialogAndReachesTheCaller()

@@ -106,16 +106,15 @@ private Q_SLOTS:
                                                 {"CScurTax", "7", Effect::Changes, "CSLblBalance"},
                                                 {"CScurPen", "7", Effect::Changes, "CSLblBalance"},
                                                 {"CScurInt", "9", Effect::Box},
-                                                {"CScurPmt", "1x", Effect::None},
                                                 {"btnOK", "x", Effect::Box}}));
         Entry(rig, kCharges)(Reacts(rig.msgs, {{"CScurChrg", "7", Effect::Changes, "CSLblBalance"},
                                                {"CScurTax", "7", Effect::Changes, "CSLblBalance"},
                                                {"CScurPen", "7", Effect::Changes, "CSLblBalance"},
-                                               {"CSdtLiab", "13/45/2016", Effect::Box}}));
+                                               {"CSdtLiab", "4/1/2016", Effect::Box}}));
         Entry(rig,
               kDeposits)(Reacts(rig.msgs, {{"CSoptSevere", "Yes", Effect::Opens, "CSdtDelNot"},
                                            {"CSdtJep", "3/2/2016", Effect::Changes, "CSlblNote"},
-                                           {"CSdtDue", "13/45/2016", Effect::Box}}));
+                                           {"CSdtDue", "4/1/2016", Effect::Box}}));
         const rw::InitInputs& in = rig.kase.init;
         QVERIFY(in.nPmts == 0 && in.nCharges == 0 && in.nDeposits == 0);
     }
@@ -196,6 +195,32 @@ private Q_SLOTS:
         });
         QCOMPARE(rig.msgs.shown.back().title, std::string("Savings To Employer"));
         QVERIFY(rig.kase.init.nPmts == 2 && rig.recoveryCopies == 1);
+    }
+
+    // The interest part is typed whole and advised about once left (above
+    // the 2,500 x 47 / 10,047 = 11.69 it may take); parts that do not add up
+    // to the payment: one box, the dialog stays as typed, the tax part
+    // selected; Escape then closes it without a word.
+    void paymentTypingKeptAndEscapeSilent()
+    {
+        CommandRig rig;
+        Entry(rig, kPayments)([&rig](QWidget* d) {
+            for (const auto& [field, text] : {std::pair{"CSdtPmt", "6/1/2016"},
+                                              {"CScurPmt", "2500"},
+                                              {"chkIRSMethod", ""},
+                                              {"CScurTax", "300"}})
+                Put(d, field, text);
+            Type(d, "CScurInt", "300.00");
+            QVERIFY(rig.msgs.shown.empty() && Shown(d, "CScurInt") == QStringLiteral("300.00"));
+            OneBoxAfter(rig.msgs, [d] { Leave(d, "CScurInt"); });
+            OneBoxAfter(rig.msgs, [d] { Click(d, "btnOK"); });
+            auto* tax = Child<QLineEdit>(d, "CScurTax");
+            QTRY_VERIFY(d->isVisible() && tax->hasFocus()
+                        && tax->selectedText() == QStringLiteral("300"));
+            QCOMPARE(Shown(d, "CScurPmt"), QStringLiteral("2500"));
+            QTest::keyClick(d, Qt::Key_Escape);
+        });
+        QVERIFY(rig.msgs.shown.size() == 2 && rig.kase.init.nPmts == 0);
     }
 
     void faultClosesTheDialogsAndReachesTheCaller()

@@ -79,7 +79,7 @@ private Q_SLOTS:
                               {"rad6651d1", "Yes", Effect::Opens, "txt6651d1Start"},
                               {"txtAssess", "4/15/2016", Effect::Box},
                               {"txt6651d1Start", "1/1/2017", Effect::Box},  // after the stop date
-                              {"txtAmtOnRet", "9,5OO", Effect::None},
+                              {"txt6651d1Start", "", Effect::None},  // needed on OK
                               {"btnOK", "x", Effect::Box}}));
         QVERIFY(rig.recoveryCopies == 0 && !rw::IsYes(rig.kase.init.bFtoPay));
         rig.accRel([&rig](QWidget* d) {
