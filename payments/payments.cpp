@@ -4,6 +4,8 @@
 #include "engine/intcalc.h"
 #include "penalties/compute.h"
 
+#include <algorithm>
+
 namespace rw {
 
 namespace {
@@ -218,6 +220,7 @@ void PaymentsDialog::fillPmtLst(PaymentsForm& form) const
     for (const PaymentRec& p : case_.payments())
         form.lines.push_back(listLine(p.dtPmt, p.sDesc));
     form.editEnabled = form.deleteEnabled = case_.init.nPmts >= 1;
+    form.sortEnabled = case_.init.nPmts >= 2;
 }
 
 bool PaymentsDialog::addPmt(PaymentRec& pmt, PaymentForm& form,
@@ -254,8 +257,9 @@ void PaymentsDialog::add(PaymentsForm& form)
             Warn(msgs_, "Payments have to be entered in chronological order for this program to be "
                         "accurate.  "
                         "This payment is not in chronological order! This payment date: "
-                            + FormatShortDate(rec.dtPmt) + ". Previous payment date entered: "
-                            + FormatShortDate(previous.dtPmt) + ".");
+                            + FormatShortDate(rec.dtPmt)
+                            + ". Previous payment date entered: " + FormatShortDate(previous.dtPmt)
+                            + ".  Sort by Date in the list of payments puts them in order.");
     }
 }
 
@@ -295,6 +299,14 @@ void PaymentsDialog::remove(PaymentsForm& form, int selected)
                    MsgIcon::Exclamation))
         return;
     RemoveListEntry(case_.pmts, in.nPmts, static_cast<std::size_t>(selected));
+    fillPmtLst(form);
+}
+
+void PaymentsDialog::sortByDate(PaymentsForm& form)
+{
+    const auto n = static_cast<std::ptrdiff_t>(std::max<std::int16_t>(case_.init.nPmts, 0));
+    std::stable_sort(case_.pmts.begin(), case_.pmts.begin() + n,
+                     [](const PaymentRec& a, const PaymentRec& b) { return a.dtPmt < b.dtPmt; });
     fillPmtLst(form);
 }
 

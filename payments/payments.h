@@ -122,6 +122,7 @@ struct PaymentsForm {
         lines;  // lstPmt: "mm/dd/yyyy" + " " + the 16 characters of the description
     bool editEnabled = false;
     bool deleteEnabled = false;
+    bool sortEnabled = false;  // "Sort by &Date": two payments or more
     bool payrollControlsVisible = false;  // chkMinPRPenalty and btnPRhint
     bool autoArrange = false;  // chkMinPRPenalty
 };
@@ -150,6 +151,9 @@ public:
     void edit(PaymentsForm& form, int selected);
     // DelPmt.
     void remove(PaymentsForm& form, int selected);
+    // "Sort by &Date": the payments in date order, those of one day as they
+    // were (the order the computation takes them in).
+    void sortByDate(PaymentsForm& form);
     // "&Hint to Minimize Payroll Penalties": the hint, then the manual.
     void payrollHint();
     // Close: the auto-arrange check box runs the deposit arrangement search

@@ -334,8 +334,9 @@ TEST_F(Payments, EntriesRefusedOnOk)
 }
 
 // A payment dated before the one before it is stored and warned about
-// (except in a payroll case).
-TEST_F(Payments, OutOfDateOrderWarned)
+// (except in a payroll case); Sort by Date puts the list in date order,
+// payments of one day as they were.
+TEST_F(Payments, OutOfDateOrderWarnedAndSortedByDate)
 {
     for (const bool payroll : {false, true}) {
         kase.init.bPayroll = rw::ToFlag(payroll);
@@ -344,11 +345,19 @@ TEST_F(Payments, OutOfDateOrderWarned)
         dlg.add(form);
         dlg.add(form);
     }
+    EXPECT_EQ(
+        msgs.texts(),
+        (Texts{"Payments have to be entered in chronological order for this program to be "
+               "accurate.  This payment is not in chronological order! This payment date: "
+               "4/20/2016. Previous payment date entered: 5/1/2016.  Sort by Date in the list "
+               "of payments puts them in order."}));
+    for (const char* desc : {"A", "B", "C", "D"})  // 5/1, 4/20, 5/1, 4/20
+        list[static_cast<std::size_t>(*desc - 'A')].sDesc = desc;
+    EXPECT_TRUE(form.sortEnabled);
+    dlg.sortByDate(form);
+    EXPECT_EQ(form.lines, (Texts{"04/20/2016 B               ", "04/20/2016 D               ",
+                                 "05/01/2016 A               ", "05/01/2016 C               "}));
     EXPECT_EQ(count, 4);
-    EXPECT_EQ(msgs.texts(),
-              (Texts{"Payments have to be entered in chronological order for this program to be "
-                     "accurate.  This payment is not in chronological order! This payment date: "
-                     "4/20/2016. Previous payment date entered: 5/1/2016."}));
 }
 
 // With a 100.00 penalty charged on 4/15, owed on 6/27/2016 (73 days): 600.00

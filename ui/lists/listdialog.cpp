@@ -31,15 +31,17 @@ ListDialog::ListDialog(QWidget* parent, const QString& listName, const QString& 
         b->setAutoDefault(false);
 }
 
-QBoxLayout* ListDialog::listArea(std::initializer_list<QPushButton*> leading)
+QBoxLayout* ListDialog::listArea(std::initializer_list<QPushButton*> leading,
+                                 std::initializer_list<QPushButton*> trailing)
 {
     auto* commands = new QVBoxLayout;
-    for (QPushButton* b : leading) {
+    std::vector<QPushButton*> buttons(leading);
+    buttons.insert(buttons.end(), {add_, edit_, delete_});
+    buttons.insert(buttons.end(), trailing);
+    for (QPushButton* b : buttons) {
         b->setAutoDefault(false);
         commands->addWidget(b);
     }
-    for (QPushButton* b : {add_, edit_, delete_})
-        commands->addWidget(b);
     commands->addStretch(1);
     commands->addWidget(close_);
 
@@ -71,6 +73,12 @@ void ListDialog::connectCommands(Commands commands)
     connect(delete_, &QPushButton::clicked, this, [this] {
         guard([this] {
             commands_.remove(selectedLine());
+            commands_.refresh();
+        });
+    });
+    connect(list_, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* item) {
+        guard([this, line = list_->row(item)] {
+            commands_.edit(line);
             commands_.refresh();
         });
     });

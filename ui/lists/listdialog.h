@@ -1,9 +1,10 @@
 #pragma once
 // The frame of the three list dialogs (payments, other charges, payroll
 // deposits): the list's lines with its label on the left, the commands on the
-// right (any leading ones, then "&Add", "&Edit", "&Delete", and "&Close" at the
-// foot). Each command runs guarded and shows the lines again afterwards;
-// closing by the close box or Escape is Close.
+// right (any leading ones, then "&Add", "&Edit", "&Delete", any others, and
+// "&Close" at the foot). Each command runs guarded and shows the lines again
+// afterwards; a double-click on a line is Edit of that line; closing by the
+// close box or Escape is Close.
 
 #include "ui/common/dialogkit.h"
 
@@ -30,8 +31,10 @@ protected:
     ListDialog(QWidget* parent, const QString& listName, const QString& caption,
                const QString& sample);
 
-    // The list and its commands as one layout; leading buttons go above "&Add".
-    QBoxLayout* listArea(std::initializer_list<QPushButton*> leading = {});
+    // The list and its commands as one layout; leading buttons go above
+    // "&Add", trailing ones below "&Delete".
+    QBoxLayout* listArea(std::initializer_list<QPushButton*> leading = {},
+                         std::initializer_list<QPushButton*> trailing = {});
 
     struct Commands {
         std::function<void()> add;

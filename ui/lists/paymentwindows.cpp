@@ -279,6 +279,8 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
     hint_ = new QPushButton(QStringLiteral("&Hint to Minimize Payroll Penalties"), this);
     hint_->setObjectName(QStringLiteral("btnPRhint"));
     hint_->setAutoDefault(false);
+    sort_ = new QPushButton(QStringLiteral("&Sort by Date"), this);
+    sort_->setObjectName(QStringLiteral("btnSortDate"));
 
     progressPanel_ = new QWidget(this);
     progressPanel_->setObjectName(QStringLiteral("pnlArrange"));
@@ -305,7 +307,7 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
                                                        penalties_);
 
     auto* top = new QVBoxLayout(this);
-    top->addLayout(listArea(), 1);
+    top->addLayout(listArea({}, {sort_}), 1);
     top->addWidget(autoArrange_);
     auto* hintRow = new QHBoxLayout;
     hintRow->addWidget(hint_);
@@ -323,6 +325,12 @@ PaymentsWindow::PaymentsWindow(CommandContext& ctx)
          [this] { showList(); }});
     connect(hint_, &QPushButton::clicked, this,
             [this] { guard([this] { logic_->payrollHint(); }); });
+    connect(sort_, &QPushButton::clicked, this, [this] {
+        guard([this] {
+            logic_->sortByDate(form_);
+            showList();
+        });
+    });
 
     guard([this] { form_ = logic_->open(); });
     showList();
@@ -335,6 +343,7 @@ PaymentsWindow::~PaymentsWindow() = default;
 void PaymentsWindow::showList()
 {
     showLines(form_.lines, form_.editEnabled, form_.deleteEnabled);
+    sort_->setEnabled(form_.sortEnabled);
     autoArrange_->setVisible(form_.payrollControlsVisible);
     hint_->setVisible(form_.payrollControlsVisible);
     autoArrange_->setChecked(form_.autoArrange);

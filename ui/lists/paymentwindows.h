@@ -55,8 +55,9 @@ private:
     QLabel* maxInt_;
 };
 
-// "Payments" (dlgPmts): the list, its commands, and for a payroll case the
-// auto-arrange check box with the progress of the arrangement search.
+// "Payments" (dlgPmts): the list, its commands ("&Sort by Date" among them),
+// and for a payroll case the auto-arrange check box with the progress of the
+// arrangement search.
 // The search's labels and bars in the Payments dialog, shown only while the
 // search runs. Repaints at most every few hundredths of a second, so that
 // pricing hundreds of thousands of orders is not slowed by the screen.
@@ -99,6 +100,7 @@ private:
     PaymentsForm form_;
     QCheckBox* autoArrange_;
     QPushButton* hint_;
+    QPushButton* sort_;
     QWidget* progressPanel_;
     QLabel* variations_;
     QProgressBar* permutations_;

@@ -223,6 +223,33 @@ private Q_SLOTS:
         QVERIFY(rig.msgs.shown.size() == 2 && rig.kase.init.nPmts == 0);
     }
 
+    // Sort by Date puts the payments in date order; a double-click on a line
+    // edits that payment.
+    void sortByDateAndDoubleClickToEdit()
+    {
+        Case c = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10000");
+        AddPayment(c, D(2016, 5, 1), {.tax = "100", .desc = "May"});
+        AddPayment(c, D(2016, 4, 20), {.tax = "100", .desc = "April"});
+        CommandRig rig(c);
+        ModalDriver drive;
+        drive.when("Payments", [](QWidget* l) {
+            auto* list = Child<QListWidget>(l, "lstPmt");
+            Click(l, "btnSortDate");
+            QCOMPARE(list->item(0)->text().mid(11, 5), QStringLiteral("April"));
+            const QPoint line2 = list->visualItemRect(list->item(1)).center();
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, line2);
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, line2);
+            Click(l, "btnClose");
+        });
+        drive.when("Payment Information", [](QWidget* d) {
+            QCOMPARE(Shown(d, "CStxtDesc"), QStringLiteral("May"));
+            Click(d, "btnCancel");
+        });
+        rw::ui::RunPaymentsCommand(rig.ctx);
+        RW_VERIFY_DRIVEN(drive);
+        QVERIFY(rig.kase.pmts[0].sDesc.trimmed() == "April" && rig.msgs.shown.empty());
+    }
+
     void faultClosesTheDialogsAndReachesTheCaller()
     {
         CommandRig rig;
