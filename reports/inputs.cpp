@@ -19,9 +19,11 @@ bool isSet(Date d)
     return d.dayNumber() != 0.0 && !d.isNoDate();
 }
 
+// A date the user left empty (an assessment date an old return alone needs)
+// prints blank.
 std::string shortDate(Date d)
 {
-    return FormatShortDate(d);
+    return d.isNoDate() ? std::string() : FormatShortDate(d);
 }
 
 // The lines of the listing in groups, each group printed after one

@@ -450,6 +450,18 @@ TEST(ReportParts, PayrollRowAtItsWidest)
     EXPECT_EQ(PRPenRow(e).substr(45, 11), "   -3  2.00");
 }
 
+TEST(ReportParts, AnAssessmentDateLeftEmptyPrintsBlank)
+{
+    Case c;
+    ClearInputs(c);
+    c.init.bFtoFile = kYes;
+    c.init.dtFtoFileAssess = NoDate;  // a return extended after 7/18/1984 needs none
+    c.init.dtFiled = D(2016, 6, 1);
+    const std::string text = rw::InputsWindow(c).text;
+    EXPECT_NE(text.find("Date Failure To File Assessed: \r\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("Date Filed: 6/1/2016"), std::string::npos) << text;
+}
+
 TEST(ReportParts, DetailDescriptionNeverSetKeepsItsSixteenCells)
 {
     const ResultPeriod r{{}, D(2016, 1, 1), D(2016, 1, 31), 0.03f, M("100.00"), M("0"),

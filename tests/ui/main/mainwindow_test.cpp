@@ -311,18 +311,6 @@ private Q_SLOTS:
         QVERIFY(listing() == installed);
     }
 
-    // Cancel in Report Choices opens nothing.
-    void reportChoicesCancelled()
-    {
-        Program p;
-        p.session.kase = FederalCase(D(2018, 1, 1), D(2018, 12, 31), "100");
-        rw::EnableOutputs(p.session, true);
-        p.window.refresh();
-        p.session.reportChoice.mask = rw::kRptSummary;
-        p.trigger("mnuViewReports", "Report Choices", Reject);
-        QVERIFY(!OpenWindow("frmSummary") && p.msgs.shown.empty());
-    }
-
     // The standard shortcuts stand in the menus.
     void standardShortcuts()
     {

@@ -42,8 +42,8 @@ private Q_SLOTS:
             w->close();
     }
 
-    // The choice shown and stored (Cancel keeps it); every window and input
-    // list shows what the core produced.
+    // The choice shown and stored (Cancel keeps it and opens nothing); every
+    // window and input list shows what the core produced.
     void choicesAndWindowsShowTheCore()
     {
         CommandRig rig(EveryReportCase());
@@ -64,7 +64,7 @@ private Q_SLOTS:
         });
         rw::ui::RunReportDisplayCommand(rig.ctx);
         QVERIFY(rig.choice.mask == (rw::kRptSummary | rw::kRptPayroll)
-                && OpenWindow("frmRptPRDepPen"));
+                && !OpenWindow("frmRptPRDepPen"));
         cleanup();
         const auto expected = rw::ReportWindows(
             63, rig.kase, rw::StandardReportSources(rig.rates, rig.ctx.ftfMinimums));
