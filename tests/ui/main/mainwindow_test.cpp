@@ -257,31 +257,53 @@ private Q_SLOTS:
         QVERIFY(p.program.ends == 1 && p.window.programEnded());
     }
 
-    // Changes made outside Initial Inputs mark the case unsaved as well.
+    // Changes made outside Initial Inputs mark the case unsaved as well: an
+    // option, a payment added to its list, a penalty; saving clears the mark.
     void everyAcceptedChangeMarksTheCaseUnsaved()
     {
         Program p;
+        p.session.kase = FederalCase(D(2016, 4, 15), D(2016, 12, 31), "10000");
+        p.session.gsFileName = (p.folder.tmp / "S.INT").string();
+        rw::MarkSaved(p.session);
         rw::EnableOutputs(p.session, true);
+        rw::EnableSave(p.session, true);
         p.window.refresh();
+        const auto unsaved = [&p] { return p.window.windowTitle().endsWith(QLatin1Char('*')); };
+        const auto save = [&p] { p.key(Qt::Key_S); };
+
         p.trigger("mnuOptionsSuspend", "Suspended Interest Inputs", [](QWidget* d) {
             Type(d, "CSdtIntSuspend", "6/1/2016");
             Type(d, "CSdtRestart", "7/1/2016");
             Click(d, "btnOK");
         });
-        QVERIFY(p.window.windowTitle().endsWith(QLatin1Char('*'))
-                && p.action("mnuOptionsSuspend")->isChecked());
+        QVERIFY(unsaved() && p.action("mnuOptionsSuspend")->isChecked());
         QVERIFY(rw::ReadCaseFile(p.session.paths.recoveryCopy().string()).kase == p.session.kase);
-        p.session.gsFileName = (p.folder.tmp / "S.INT").string();
-        rw::EnableSave(p.session, true);
-        p.window.refresh();
-        p.key(Qt::Key_S);
-        QVERIFY(!p.window.windowTitle().endsWith(QLatin1Char('*')));
-        p.trigger("mnuOptionsInterest", "Optional Rates", [](QWidget* d) {
-            Click(d, "radTaxMotYes");
+        save();
+        QVERIFY(!unsaved() && rw::ReadCaseFile(p.session.gsFileName).kase == p.session.kase);
+
+        ModalDriver payment;
+        payment.when("Payments", [](QWidget* l) {
+            Click(l, "btnAdd");
+            Click(l, "btnClose");
+        });
+        payment.when("Payment Information", [](QWidget* d) {
+            Type(d, "CSdtPmt", "8/1/2016");
+            Leave(d, "CSdtPmt");
+            Type(d, "CScurPmt", "500");
+            Leave(d, "CScurPmt");
             Click(d, "btnOK");
         });
-        QVERIFY(p.window.windowTitle().endsWith(QLatin1Char('*'))
-                && p.action("mnuOptionsInterest")->isChecked());
+        p.trigger("mnuInputsPayments", payment);
+        QVERIFY(unsaved() && p.session.kase.init.nPmts == 1);
+        save();
+
+        p.trigger("mnuPenFTPay", "Failure To Pay Inputs", [](QWidget* d) {
+            Put(d, "radCalcPen", "Yes");
+            Type(d, "txtAssess", "5/1/2016");
+            Leave(d, "txtAssess");
+            Click(d, "btnOK");
+        });
+        QVERIFY(unsaved() && p.action("mnuPenFTPay")->isChecked());
     }
 
     // A system-wide installation: the program starts, keeps its recovery
