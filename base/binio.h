@@ -99,18 +99,33 @@ private:
     std::string procedure_;
 };
 
-// Reads a whole file into memory; nullopt-like empty result with ok=false
-// when it cannot be opened.
+// Reads a whole regular file into memory, refusing one larger than maxBytes
+// before anything is allocated for it (a case file padded to a gigabyte, a
+// folder or a device where a file was expected).
+enum class ReadStatus { Ok, Missing, NotAFile, TooLarge, Failed };
+struct FileBytes {
+    ReadStatus status = ReadStatus::Ok;
+    std::vector<char> bytes;
+    std::string reason;  // Failed: the system's reason
+};
+FileBytes ReadFileBounded(const std::string& path, std::size_t maxBytes);
+// The same as a yes or no, at most 64 MiB.
 bool ReadWholeFile(const std::string& path, std::vector<char>& out);
+
+// The CRC-32 of bytes (the polynomial of zip and PNG, 0xEDB88320 reflected):
+// the checksum a release file gives for each of its tables and for itself.
+std::uint32_t Crc32(std::span<const char> bytes);
 
 // The file-system calls of the safe writer, POSIX-like (-1 and errno on
 // failure). Tests substitute calls that fail at a chosen step.
 class FileSystemCalls {
 public:
     virtual ~FileSystemCalls() = default;
-    // Creates or truncates `path` for writing; a descriptor.
-    virtual int create(const char* path);
+    // Creates `path`, which must not exist (not even as a symbolic link), for
+    // writing with the permissions `mode` less the umask; a descriptor.
+    virtual int create(const char* path, unsigned mode);
     virtual long write(int fd, const char* data, std::size_t n);
+    virtual int setMode(int fd, unsigned mode);  // exactly, without the umask
     virtual int flush(int fd);  // to the disk
     virtual int close(int fd);
     virtual int rename(const char* from, const char* to);
@@ -118,9 +133,19 @@ public:
 };
 FileSystemCalls& SystemFileCalls();
 
-// Writes bytes to `path` safely: a temporary file beside it is written,
-// flushed and renamed over the target, so a failed write never destroys the
-// previous file. A failure is a fault (57 or 75) named after `procedure`.
+// Writes bytes to `path` so that the file is always either the old one or the
+// whole new one: a temporary file of a name no one else uses is created in
+// the file's own folder, written, flushed to the disk, given the file's
+// permissions (a new file: read and write for everyone the umask allows) and
+// renamed over it. A symbolic link is followed to the file it names, which is
+// the one replaced; the link stays. Two writers at once each put a whole file
+// in place, the later one winning. A write-protected file (the owner's write
+// permission off, or one the user may not write) is not replaced.
+//
+// A failure leaves the previous file as it was and is a fault named after
+// `procedure`: 70 when permission is denied (a write-protected file), 57 for
+// the device (a full disk), 75 for the path (no such folder); its detail
+// names the file and gives the system's reason.
 void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,
                          std::string_view procedure);
 void WriteFileAtomically(const std::string& path, const std::vector<char>& bytes,

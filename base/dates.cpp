@@ -52,6 +52,19 @@ bool Date::isValid() const
     return std::isfinite(d_) && d_ >= kFirstValid && d_ < kLastValid + 1.0;
 }
 
+bool IsReadableDate(Date d)
+{
+    const double n = d.dayNumber();
+    return d.isNoDate()
+           || (n >= kFirstReadableDate.dayNumber() && n < kLastReadableDate.dayNumber() + 1.0);
+}
+
+std::string ReadableDatesText()
+{
+    return "from " + FormatMMDDYYYY(kFirstReadableDate) + " to "
+           + FormatMMDDYYYY(kLastReadableDate);
+}
+
 bool IsLeapYear(int y)
 {
     return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0;
@@ -137,7 +150,8 @@ std::optional<Date> ParseMMDDYYYY(std::string_view text)
     if (!parseInt(text.substr(0, 2), m) || !parseInt(text.substr(3, 2), d)
         || !parseInt(text.substr(6, 4), y))
         return std::nullopt;
-    if (y < 1800 || m < 1 || m > 12 || d < 1 || d > DaysInMonth(y, m))
+    if (y < kFirstReadableYear || y > kLastReadableYear || m < 1 || m > 12 || d < 1
+        || d > DaysInMonth(y, m))
         return std::nullopt;
     return Date::fromCivil(y, m, d);
 }

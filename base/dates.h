@@ -93,6 +93,19 @@ inline constexpr Date NoDate{-32767.0};
 static_assert(Date::fromCivil(1810, 4, 14) == NoDate);
 static_assert(Date::fromCivil(1899, 12, 30).dayNumber() == 0.0);
 
+// The days a date read from outside the program may name: case files, JSON
+// cases, rate tables and release files hold NoDate or a day of the years 1800
+// to 2199 (a fraction of a day included). A day number beyond them (NaN, a
+// year 10000, minus a billion) would only ever give nonsense, so the readers
+// refuse it and name the field.
+inline constexpr int kFirstReadableYear = 1800;
+inline constexpr int kLastReadableYear = 2199;
+inline constexpr Date kFirstReadableDate = Date::fromCivil(kFirstReadableYear, 1, 1);
+inline constexpr Date kLastReadableDate = Date::fromCivil(kLastReadableYear, 12, 31);
+bool IsReadableDate(Date d);
+// "from 01/01/1800 to 12/31/2199", for the readers' refusals.
+std::string ReadableDatesText();
+
 // "mm/dd/yyyy (day n)", for diagnostics and test output.
 std::ostream& operator<<(std::ostream& os, Date d);
 
@@ -117,8 +130,9 @@ std::string FormatYYYYMMDD(Date d);
 // the text are ignored. Impossible dates (13/45/2016, 2/30/2017) give nothing.
 std::optional<Date> ParseUserDate(std::string_view text);
 
-// Exactly "mm/dd/yyyy" (two-digit month and day, four-digit year from 1800)
-// and on the calendar: the form of the rate sources and the release file.
+// Exactly "mm/dd/yyyy" (two-digit month and day, four-digit year from 1800
+// to 2199) and on the calendar: the form of the rate sources and the release
+// file.
 std::optional<Date> ParseMMDDYYYY(std::string_view text);
 
 }  // namespace rw

@@ -1,5 +1,6 @@
 #include "casedata/casefile.h"
 
+#include <charconv>
 #include <filesystem>
 
 namespace rw {
@@ -77,7 +78,76 @@ void readList(BinReader& in, std::vector<T>& list, std::int16_t count, std::size
         visit(in, item);
 }
 
+// Looks at every date of a record, naming the first one out of range.
+struct DateRangeCheck {
+    std::string prefix;  // "payments[1]."
+    std::string& bad;
+    template<typename T>
+    void text(const char*, const T&)
+    {
+    }
+    void date(const char* name, const Date& d)
+    {
+        if (!bad.empty() || IsReadableDate(d))
+            return;
+        char n[32];
+        const auto end = std::to_chars(n, n + sizeof n, d.dayNumber()).ptr;
+        bad = prefix + name + ": not a date " + ReadableDatesText() + ": day "
+              + std::string(n, end);
+    }
+    template<typename T>
+    void money(const char*, const T&)
+    {
+    }
+    template<typename T>
+    void rate(const char*, const T&)
+    {
+    }
+    template<typename T>
+    void flag(const char*, const T&)
+    {
+    }
+    template<typename T>
+    void integer(const char*, const T&)
+    {
+    }
+    template<typename P>
+    void point(const char* name, const P& p)
+    {
+        DateRangeCheck inner{prefix + name + ".", bad};
+        VisitPointFields(inner, p);
+    }
+};
+
+template<typename T, typename Visit>
+void checkDates(std::span<const T> list, const char* name, std::string& bad, Visit visit)
+{
+    for (std::size_t i = 0; i < list.size() && bad.empty(); ++i) {
+        DateRangeCheck check{std::string(name) + "[" + std::to_string(i) + "].", bad};
+        visit(check, list[i]);
+    }
+}
+
+std::string tooLargeText()
+{
+    return "the file is larger than any case file (" + std::to_string(kMaxCaseFileSize) + " bytes)";
+}
+
 }  // namespace
+
+std::string DateOutOfRange(const Case& c)
+{
+    std::string bad;
+    DateRangeCheck init{"init.", bad};
+    VisitInitFields(init, c.init);
+    checkDates(c.payments(), "payments", bad,
+               [](auto& v, const auto& p) { VisitPaymentFields(v, p); });
+    checkDates(c.otherCharges(), "charges", bad,
+               [](auto& v, const auto& x) { VisitChargeFields(v, x); });
+    checkDates(c.payrollDeposits(), "deposits", bad,
+               [](auto& v, const auto& d) { VisitDepositFields(v, d); });
+    return bad;
+}
 
 InitLayout LayoutForTag(std::string_view tag20)
 {
@@ -140,6 +210,11 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         r.status = CaseReadResult::Status::BadMarker;
         return r;
     }
+    if (bytes.size() > kMaxCaseFileSize) {
+        r.status = CaseReadResult::Status::Damaged;
+        r.detail = tooLargeText();
+        return r;
+    }
     try {
         BinReader in(bytes, "ReadCase");
         char marker[6];
@@ -170,6 +245,11 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         readList(in, c.deposits, c.init.nDeposits, kDepositSize, [](BinReader& b, DepositRec& d) {
             binary(b, d, [](auto& f, auto& rec) { VisitDepositFields(f, rec); });
         });
+        if (std::string bad = DateOutOfRange(c); !bad.empty()) {
+            r.status = CaseReadResult::Status::Damaged;
+            r.detail = std::move(bad);
+            return r;
+        }
         r.kase = std::move(c);
     } catch (const Fault& f) {
         r.status = CaseReadResult::Status::Damaged;
@@ -183,20 +263,24 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
 
 CaseReadResult ReadCaseFile(const std::string& path)
 {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) {
-        CaseReadResult r;
+    const FileBytes file = ReadFileBounded(path, kMaxCaseFileSize);
+    CaseReadResult r;
+    switch (file.status) {
+    case ReadStatus::Ok:
+        return DecodeCase(file.bytes);
+    case ReadStatus::Missing:
+    case ReadStatus::NotAFile:
         r.status = CaseReadResult::Status::NotFound;
         return r;
+    case ReadStatus::TooLarge:
+        r.detail = tooLargeText();
+        break;
+    case ReadStatus::Failed:
+        r.detail = ErrorDescription(kErrPathAccess) + ": " + file.reason;
+        break;
     }
-    std::vector<char> bytes;
-    if (!ReadWholeFile(path, bytes)) {
-        CaseReadResult r;
-        r.status = CaseReadResult::Status::Damaged;
-        r.detail = ErrorDescription(kErrPathAccess);
-        return r;
-    }
-    return DecodeCase(bytes);
+    r.status = CaseReadResult::Status::Damaged;
+    return r;
 }
 
 bool ReadCase(const std::string& path, Case& c, Messages& msgs)

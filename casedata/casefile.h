@@ -28,6 +28,9 @@ inline constexpr std::size_t kPaymentSize = 57;
 inline constexpr std::size_t kChargeSize = 56;
 inline constexpr std::size_t kDepositSize = 42;
 inline constexpr std::size_t kCaseHeaderSize = 26;
+// The largest case file there can be: every list at its most, 32,767 entries.
+inline constexpr std::size_t kMaxCaseFileSize
+    = kCaseHeaderSize + kInitSize + 32767 * (kPaymentSize + kChargeSize + kDepositSize);
 
 // Which layout a 20-character tag selects. Tags compare as whole fields, byte
 // by byte: "Qrat2000Q2.20" followed by blanks is not below "Qrat2000Q2.20".
@@ -53,7 +56,14 @@ struct CaseReadResult {
     std::string detail;  // for Damaged: the description of the error
 };
 
-// Decodes a case file image without touching any case in memory.
+// The first date of the case (its record and the list entries in use) that
+// is neither NoDate nor a day of the years 1800 to 2199, as "payments[1].dtPmt:
+// not a date from 01/01/1800 to 12/31/2199: day 1e+300"; empty when there is none.
+std::string DateOutOfRange(const Case& c);
+
+// Decodes a case file image without touching any case in memory. A file
+// larger than any case file, or holding a date DateOutOfRange names, is
+// damaged.
 CaseReadResult DecodeCase(const std::vector<char>& bytes);
 CaseReadResult ReadCaseFile(const std::string& path);
 

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <set>
 #include <vector>
@@ -28,6 +29,11 @@ constexpr std::string_view kNumberTag = "\xEE\x80\x80";
 constexpr std::int16_t kMaxListSize = 32767;
 // Integers up to 2^53 convert to a day number exactly.
 constexpr double kExactIntegerLimit = 9007199254740992.0;
+// A case is four levels deep; each level costs the reader stack, so a text
+// nested deeper than this is refused before it is parsed.
+constexpr int kMaxJsonDepth = 256;
+// The JSON of the largest case (three lists of 32,767 entries) fits well.
+constexpr std::size_t kMaxJsonFileSize = std::size_t{64} << 20;
 
 bool isTaggedNumber(const json& v)
 {
@@ -238,53 +244,39 @@ bool parseHexBits(std::string_view s, std::size_t digits, std::uint64_t& bits)
 
 bool dateFromJson(const json& v, Date& out, std::string& why)
 {
-    if (v.is_null()) {
-        out = NoDate;
-        return true;
-    }
-    if (v.is_number_integer()) {
-        constexpr std::int64_t kLimit = std::int64_t{1} << 53;
-        const bool exact
-            = v.is_number_unsigned()
-                  ? v.get<std::uint64_t>() <= static_cast<std::uint64_t>(kLimit)
-                  : v.get<std::int64_t>() >= -kLimit && v.get<std::int64_t>() <= kLimit;
-        if (!exact) {
-            why = "day number out of range: " + shown(v);
-            return false;
-        }
-        out = Date(v.is_number_unsigned() ? static_cast<double>(v.get<std::uint64_t>())
-                                          : static_cast<double>(v.get<std::int64_t>()));
-        return true;
-    }
-    if (v.is_number_float()) {
-        out = Date(v.get<double>());
-        return true;
-    }
-    if (isTaggedNumber(v)) {
+    std::optional<Date> d;
+    if (v.is_null())
+        d = NoDate;
+    else if (v.is_number_unsigned())
+        d = Date(static_cast<double>(v.get<std::uint64_t>()));
+    else if (v.is_number_integer())
+        d = Date(static_cast<double>(v.get<std::int64_t>()));
+    else if (v.is_number_float())
+        d = Date(v.get<double>());
+    else if (isTaggedNumber(v)) {
         const std::string t = *numberText(v);
-        double d = 0.0;
-        const auto r = std::from_chars(t.data(), t.data() + t.size(), d);
-        if (r.ec != std::errc() || r.ptr != t.data() + t.size()) {
-            why = "day number out of range: " + t;
-            return false;
-        }
-        out = Date(d);
-        return true;
-    }
-    if (v.is_string()) {
+        double n = 0.0;
+        const auto r = std::from_chars(t.data(), t.data() + t.size(), n);
+        // A number too large for a double is no date either.
+        d = r.ptr == t.data() + t.size() && r.ec == std::errc() ? Date(n) : Date(HUGE_VAL);
+    } else if (v.is_string()) {
         const std::string& s = v.get_ref<const std::string&>();
         std::uint64_t bits = 0;
-        if (parseHexBits(s, 16, bits)) {
-            out = Date(std::bit_cast<double>(bits));
-            return true;
-        }
-        if (auto d = ParseUserDate(s)) {
-            out = *d;
-            return true;
-        }
+        if (parseHexBits(s, 16, bits))
+            d = Date(std::bit_cast<double>(bits));
+        else
+            d = ParseUserDate(s);
     }
-    why = "not a date: " + shown(v);
-    return false;
+    if (!d) {
+        why = "not a date: " + shown(v);
+        return false;
+    }
+    if (!IsReadableDate(*d)) {
+        why = "not a date " + ReadableDatesText() + ": " + shown(v);
+        return false;
+    }
+    out = *d;
+    return true;
 }
 
 bool moneyFromJson(const json& v, Money& out, std::string& why)
@@ -625,10 +617,53 @@ private:
     std::vector<std::set<std::string>> keys_;
 };
 
+// Refuses, with the line and column, what the parser must never see: a NUL
+// byte (the parser would take it for the end of the text and ignore the
+// rest) and nesting deeper than kMaxJsonDepth.
+bool checkShape(std::string_view text, std::string& error)
+{
+    std::size_t line = 1, column = 0;
+    int depth = 0;
+    bool inString = false, escaped = false;
+    const auto at
+        = [&] { return " at line " + std::to_string(line) + ", column " + std::to_string(column); };
+    for (const char ch : text) {
+        ++column;
+        if (ch == '\0') {
+            error = "not valid JSON: a NUL byte" + at();
+            return false;
+        }
+        if (ch == '\n') {
+            ++line;
+            column = 0;
+        } else if (inString) {
+            if (escaped)
+                escaped = false;
+            else if (ch == '\\')
+                escaped = true;
+            else if (ch == '"')
+                inString = false;
+        } else if (ch == '"') {
+            inString = true;
+        } else if (ch == '{' || ch == '[') {
+            if (++depth > kMaxJsonDepth) {
+                error = "not valid JSON: nested deeper than " + std::to_string(kMaxJsonDepth)
+                        + " levels" + at();
+                return false;
+            }
+        } else if (ch == '}' || ch == ']') {
+            --depth;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 bool ParseCaseJson(std::string_view text, nlohmann::json& out, std::string& error)
 {
+    if (!checkShape(text, error))
+        return false;
     json doc;
     CaseJsonSax sax(doc);
     const bool ok = json::sax_parse(text.begin(), text.end(), &sax);
@@ -691,16 +726,22 @@ std::string CaseToJsonText(const Case& c)
 
 bool LoadCaseFile(const std::string& path, Case& out, std::string& error)
 {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) {
+    FileBytes file = ReadFileBounded(path, kMaxJsonFileSize);
+    switch (file.status) {
+    case ReadStatus::Ok:
+        break;
+    case ReadStatus::Missing:
+    case ReadStatus::NotAFile:
         error = path + ": no such file";
         return false;
-    }
-    std::vector<char> bytes;
-    if (!ReadWholeFile(path, bytes)) {
-        error = path + ": cannot be read";
+    case ReadStatus::TooLarge:
+        error = path + ": larger than any case (" + std::to_string(kMaxJsonFileSize) + " bytes)";
+        return false;
+    case ReadStatus::Failed:
+        error = path + ": cannot be read: " + file.reason;
         return false;
     }
+    const std::vector<char>& bytes = file.bytes;
     if (bytes.size() >= kFileMarker.size()
         && std::string_view(bytes.data(), kFileMarker.size()) == kFileMarker) {
         CaseReadResult r = DecodeCase(bytes);

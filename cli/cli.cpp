@@ -1,6 +1,7 @@
 #include "cli/cli.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 namespace rw::cli {
@@ -65,6 +66,22 @@ bool TakeSwitch(std::vector<std::string>& args, const std::string& name)
         return false;
     args.erase(it);
     return true;
+}
+
+bool IsWriteFault(const Fault& f)
+{
+    return f.number() == kErrDeviceIO || f.number() == kErrPermission
+           || f.number() == kErrPathAccess;
+}
+
+int TellNotWritten(CliEnv& env, std::string_view command, const std::string& path, const Fault& f)
+{
+    env.err << "qratcalc-cli " << command << ": ";
+    if (IsWriteFault(f))
+        env.err << f.detail() << "\n";
+    else
+        env.err << "cannot write " << path << ": " << f.what() << "\n";
+    return kExitProblem;
 }
 
 int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)

@@ -2,6 +2,7 @@
 // qratcalc-cli: the command-line tool through which cases are scripted, tested
 // and batch-processed. Each command lives in its own file.
 
+#include "base/fault.h"
 #include "base/paths.h"
 #include "rates/release.h"
 
@@ -39,6 +40,13 @@ std::optional<std::string> TakeOption(std::vector<std::string>& args, const std:
                                       const std::string& shortName, bool* missing);
 // Pulls a "--name" switch out of args.
 bool TakeSwitch(std::vector<std::string>& args, const std::string& name);
+
+// A file the command could not write, told on the error stream: the safe
+// writer's fault (57, 70 or 75) as "qratcalc-cli COMMAND: DETAIL" (the
+// detail names the file and the system's reason), another fault as
+// "qratcalc-cli COMMAND: cannot write PATH: FAULT". The command's status: 1.
+bool IsWriteFault(const Fault& f);
+int TellNotWritten(CliEnv& env, std::string_view command, const std::string& path, const Fault& f);
 
 // The commands.
 int CmdImport(CliEnv& env);

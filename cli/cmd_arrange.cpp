@@ -7,7 +7,6 @@
 #include "penalties/arrange.h"
 
 #include <algorithm>
-#include <fstream>
 #include <ostream>
 
 namespace rw::cli {
@@ -72,22 +71,22 @@ int CmdArrange(CliEnv& env)
         env.out << "Payroll deposit penalties: " << FormatMoney(before) << " as entered, "
                 << FormatMoney(after) << " arranged; saved " << FormatMoney(before - after)
                 << " over " << FormatCount(n == 0 ? 0 : GetFactorial(n)) << " orders\n";
-        if (endsWithJson(*out)) {
-            std::ofstream os(*out, std::ios::binary);
-            os << CaseToJsonText(c);
-            if (!os) {
-                env.err << "qratcalc-cli arrange: cannot write " << *out << "\n";
-                return kExitBadInput;
-            }
-        } else {
-            WriteCase(*out, c);
-        }
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;
     } catch (const Fault& f) {
         WriteFault(env, f);
         return kExitBadInput;
+    }
+    try {
+        if (endsWithJson(*out)) {
+            const std::string text = CaseToJsonText(c);
+            WriteFileAtomically(*out, std::vector<char>(text.begin(), text.end()), "WriteCaseJson");
+        } else {
+            WriteCase(*out, c);
+        }
+    } catch (const Fault& f) {
+        return TellNotWritten(env, "arrange", *out, f);
     }
     return kExitOk;
 }

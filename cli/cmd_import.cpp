@@ -31,8 +31,7 @@ int CmdImport(CliEnv& env)
     try {
         WriteCase(*output, c);
     } catch (const Fault& f) {
-        env.err << "qratcalc-cli import: cannot write " << *output << ": " << f.what() << "\n";
-        return kExitProblem;
+        return TellNotWritten(env, "import", *output, f);
     }
     return kExitOk;
 }

@@ -11,7 +11,6 @@
 #endif
 
 #include <charconv>
-#include <fstream>
 #include <memory>
 #include <ostream>
 
@@ -100,13 +99,8 @@ int CmdPrint(CliEnv& env)
         printer = std::move(tp);
     }
 #ifdef RW_HAVE_QTPRINT
-    else {
-        if (!std::ofstream(*pdf, std::ios::binary)) {
-            env.err << "qratcalc-cli print: cannot write " << *pdf << "\n";
-            return kExitProblem;
-        }
-        printer = MakePdfPrinter(*pdf);
-    }
+    else
+        printer = MakePdfPrinter(*pdf);  // the file is written when the job ends, whole
 #endif
     StreamMessages msgs(env.err);
     PrintState state;
@@ -118,12 +112,14 @@ int CmdPrint(CliEnv& env)
         WriteRefusal(env, r);
         return kExitBadInput;
     } catch (const Fault& f) {
+        if (pdf && IsWriteFault(f))
+            return TellNotWritten(env, "print", *pdf, f);
         WriteFault(env, f);
         return kExitBadInput;
     }
     if (textPrinter)
         env.out << Latin1ToUtf8(textPrinter->text());
-    printer.reset();  // closes the PDF file
+    printer.reset();
     return kExitOk;
 }
 

@@ -1,5 +1,6 @@
 #include "qtprint/pdfoutput.h"
 
+#include "base/binio.h"
 #include "qtprint/qtprinter.h"
 
 #include <QBuffer>
@@ -15,18 +16,41 @@ namespace {
 
 constexpr int kResolution = 1200;
 
-// A PDF printer that owns its writer.
+// A PDF printer that paints into memory and writes the file only when the
+// job ends (endDoc), through the safe writer: a job that fails half way, or
+// a file that cannot be written, leaves any file of that name as it was.
 class PdfFilePrinter : public QtPrinter {
 public:
-    explicit PdfFilePrinter(std::unique_ptr<QPdfWriter> writer)
+    PdfFilePrinter(std::string path, std::unique_ptr<QBuffer> buffer,
+                   std::unique_ptr<QPdfWriter> writer)
         : QtPrinter(writer.get())
+        , path_(std::move(path))
+        , buffer_(std::move(buffer))
         , writer_(std::move(writer))
     {
     }
-    ~PdfFilePrinter() override { endDoc(); }
+    ~PdfFilePrinter() override
+    {
+        try {
+            QtPrinter::endDoc();  // the painter lets go of the writer; nothing is written
+        } catch (const Fault&) {
+        }
+    }
+    void endDoc() override
+    {
+        if (written_)
+            return;
+        QtPrinter::endDoc();
+        const QByteArray& pdf = buffer_->data();
+        WriteFileAtomically(path_, std::vector<char>(pdf.begin(), pdf.end()), "PrintPdf");
+        written_ = true;
+    }
 
 private:
+    std::string path_;
+    std::unique_ptr<QBuffer> buffer_;
     std::unique_ptr<QPdfWriter> writer_;
+    bool written_ = false;
 };
 
 void prepareWriter(QPdfWriter& w)
@@ -61,10 +85,11 @@ void EnsureGuiApplication()
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path)
 {
     EnsureGuiApplication();
-    auto writer = std::make_unique<QPdfWriter>(
-        QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())));
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->open(QIODevice::WriteOnly);
+    auto writer = std::make_unique<QPdfWriter>(buffer.get());
     prepareWriter(*writer);
-    return std::make_unique<PdfFilePrinter>(std::move(writer));
+    return std::make_unique<PdfFilePrinter>(path, std::move(buffer), std::move(writer));
 }
 
 PageMetrics PdfPageMetrics()

@@ -18,8 +18,10 @@ namespace rw {
 void EnsureGuiApplication();
 
 // A printer writing the PDF file at path: Letter, portrait, the report
-// margins of QtPrinter::SetReportPageLayout, 1200 dots per inch. The file
-// is complete after endDoc() (or when the printer is destroyed).
+// margins of QtPrinter::SetReportPageLayout, 1200 dots per inch. The pages
+// are kept in memory; endDoc() writes the whole file through the safe writer
+// (a fault 57, 70 or 75 when it cannot). A printer destroyed before endDoc(),
+// a job that failed, writes nothing.
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path);
 
 // The page height and the line height of every font as the PDF printer

@@ -1,5 +1,7 @@
 #include "ratebuild/outfile.h"
 
+#include "base/binio.h"
+
 #include <fstream>
 #include <sstream>
 
@@ -35,24 +37,13 @@ bool WriteOutputFile(const std::filesystem::path& file, std::string_view bytes, 
         if (ec)
             return fail("cannot create the folder: " + ec.message());
     }
-    std::filesystem::path tmp = file;
-    tmp += ".part";
-    {
-        std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
-        if (!out)
-            return fail("cannot be written");
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.close();
-        if (!out) {
-            std::filesystem::remove(tmp, ec);
-            return fail("writing failed");
-        }
-    }
-    std::filesystem::rename(tmp, file, ec);
-    if (ec) {
-        const std::string message = ec.message();
-        std::filesystem::remove(tmp, ec);
-        return fail("cannot be replaced: " + message);
+    try {
+        WriteFileAtomically(file.string(), std::vector<char>(bytes.begin(), bytes.end()),
+                            "WriteOutputFile");
+    } catch (const Fault& f) {
+        if (why)
+            *why = f.detail();
+        return false;
     }
     return true;
 }

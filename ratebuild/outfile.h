@@ -8,9 +8,10 @@
 
 namespace rw::ratesrc {
 
-// Writes bytes to a temporary file beside `file` and renames it into place,
-// creating missing folders. With onlyIfChanged, a file that already holds
-// exactly these bytes is left alone. False (with `why`) on failure.
+// Writes bytes through the safe writer (WriteFileAtomically), creating
+// missing folders. With onlyIfChanged, a file that already holds exactly these
+// bytes is left alone. False (with `why`, naming the file and the system's
+// reason) on failure.
 bool WriteOutputFile(const std::filesystem::path& file, std::string_view bytes, bool onlyIfChanged,
                      std::string* why);
 

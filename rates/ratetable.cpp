@@ -116,14 +116,25 @@ RateTableReadResult DecodeRateTable(const std::vector<char>& bytes)
         if (in.remaining() / kRateRowSize < static_cast<std::size_t>(n))
             ThrowFault(kErrPastEnd, "OpenRates", "the file is shorter than its row count says");
         res.rows.resize(static_cast<std::size_t>(n));
-        for (RateRow& r : res.rows) {
+        for (std::size_t i = 0; i < res.rows.size(); ++i) {
+            RateRow& r = res.rows[i];
             visitRow(in, r);
             in.raw(r.reserved.data(), 4);
             in.raw(&r.sCalcMethod, 1);
+            const std::string row = "row " + std::to_string(i + 1);
+            for (const auto& [name, d] : {std::pair{"dtFrom", r.dtFrom}, {"dtThru", r.dtThru}})
+                if (!IsReadableDate(d) || d.isNoDate())
+                    ThrowFault(kErrInvalidFormat, "OpenRates",
+                               row + " " + name + ": not a date " + ReadableDatesText());
+            if (r.dtThru < r.dtFrom || (i > 0 && !(res.rows[i - 1].dtThru < r.dtFrom)))
+                ThrowFault(kErrInvalidFormat, "OpenRates",
+                           row + ": dtFrom must follow the row before and not be after dtThru");
         }
     } catch (const Fault& f) {
         res.status = RateTableReadResult::Status::Damaged;
-        res.detail = ErrorDescription(f.number());
+        // A table that ends early or holds no rows is a read error (62).
+        res.errNumber = f.number() == kErrInvalidFormat ? kErrInvalidFormat : kErrPastEnd;
+        res.detail = f.number() == kErrInvalidFormat ? f.detail() : ErrorDescription(f.number());
         res.rows.clear();
     }
     return res;
@@ -146,20 +157,26 @@ std::string RateTableProblem(const RateTableReadResult& r)
 
 RateTableReadResult ReadRateTableFile(const std::filesystem::path& path)
 {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(path, ec)) {
-        RateTableReadResult r;
+    const FileBytes file = ReadFileBounded(path.string(), kMaxRateTableSize);
+    RateTableReadResult r;
+    switch (file.status) {
+    case ReadStatus::Ok:
+        return DecodeRateTable(file.bytes);
+    case ReadStatus::Missing:
+    case ReadStatus::NotAFile:
         r.status = RateTableReadResult::Status::NotFound;
         return r;
+    case ReadStatus::TooLarge:
+        r.errNumber = kErrInvalidFormat;
+        r.detail = "larger than any rate table (" + std::to_string(kMaxRateTableSize) + " bytes)";
+        break;
+    case ReadStatus::Failed:
+        r.errNumber = kErrPathAccess;
+        r.detail = ErrorDescription(kErrPathAccess) + ": " + file.reason;
+        break;
     }
-    std::vector<char> bytes;
-    if (!ReadWholeFile(path.string(), bytes)) {
-        RateTableReadResult r;
-        r.status = RateTableReadResult::Status::Damaged;
-        r.detail = ErrorDescription(kErrPathAccess);
-        return r;
-    }
-    return DecodeRateTable(bytes);
+    r.status = RateTableReadResult::Status::Damaged;
+    return r;
 }
 
 bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTable& rates)
@@ -189,7 +206,7 @@ bool OpenRates(std::string_view code, const Paths& paths, Messages& msgs, RateTa
             MsgIcon::Information);
         return false;
     case RateTableReadResult::Status::Damaged:
-        ThrowFault(kErrPastEnd, "OpenRates", path + ": " + r.detail);
+        ThrowFault(r.errNumber, "OpenRates", path + ": " + r.detail);
     case RateTableReadResult::Status::Ok:
         break;
     }

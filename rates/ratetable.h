@@ -56,12 +56,20 @@ std::string_view MassachusettsNotice();
 
 std::vector<char> EncodeRateTable(const RateTable& rows);
 
+// The most rows a table can hold: one per day of the years 1800 to 2199.
+inline constexpr std::size_t kMaxRateRows = 146097;
+inline constexpr std::size_t kMaxRateTableSize = 10 + kMaxRateRows * kRateRowSize;
+
 struct RateTableReadResult {
     enum class Status { Ok, NotFound, BadMarker, Damaged };
     Status status = Status::Ok;
     RateTable rows;
     std::string detail;
+    std::int16_t errNumber = 0;  // Damaged: the error it amounts to
 };
+// A table is damaged when it is shorter than its row count says, holds no
+// rows, or a row's dates are out of order or not days of the years 1800 to
+// 2199 (the detail names the row and the field).
 RateTableReadResult DecodeRateTable(const std::vector<char>& bytes);
 // What is wrong with a table that did not read, to follow its file name:
 // "does not exist", "is not a rate table (...)", "is damaged: ..."; empty for Ok.

@@ -13,8 +13,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <iterator>
+#include <thread>
 #include <tuple>
 
 using rw::Case;
@@ -170,7 +175,10 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
     rwtest::TempDir dir;
     const std::string path = (dir / "BAD.INT").string();
     const std::string pastEnd = "Retrieve (Open) Error: Input past end of file",
-                      marker = "Problem With Case File";
+                      marker = "Problem With Case File", outOfRange = "Retrieve (Open) Error: ",
+                      calendar = "not a date from 01/01/1800 to 12/31/2199: day ",
+                      tooLarge
+                      = outOfRange + "the file is larger than any case file (5079399 bytes)";
     const auto good = rwtest::HandAsCurrent(
         rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
     struct Row {
@@ -191,14 +199,23 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
           Row{"last deposit cut by a byte", 0, {}, 823, Status::Damaged, pastEnd},
           Row{"negative payments", R + 122, i16(-1), 824, Status::Damaged, ""},
           Row{"largest deposits", R + 126, i16(32767), 824, Status::Damaged, ""},
-          Row{"one payment beyond the file", R + 122, i16(3), 824, Status::Damaged, ""}}) {
+          Row{"one payment beyond the file", R + 122, i16(3), 824, Status::Damaged, ""},
+          // Day 2,958,466 is 1/1/10000, one day after the desktop calendar's last.
+          Row{"due in the year 10000", R + 104, HandBytes().f64(2958466.0).bytes, 824,
+              Status::Damaged, outOfRange + "init.dtDue: " + calendar + "2958466"},
+          Row{"a payment a billion days before 1900", 514 + 57 + 16, HandBytes().f64(-1e9).bytes,
+              824, Status::Damaged, outOfRange + "payments[1].dtPmt: " + calendar + "-1e+09"},
+          // 26 + 488 + 32,767 x (57 + 56 + 42) bytes is the largest case file.
+          Row{"padded to a gigabyte", 0, {}, std::size_t{1} << 30, Status::Damaged, tooLarge}}) {
         SCOPED_TRACE(row.name);
         std::vector<char> file = good;
         Put(file, row.at, row.bytes);
-        file.resize(row.length);
+        file.resize(std::min(row.length, file.size()));
         std::filesystem::remove(path);
         if (row.length > 0)
             rwtest::WriteBytes(path, file);
+        if (row.length > file.size())
+            std::filesystem::resize_file(path, row.length);  // a hole: no disk space taken
         rwtest::RecordingMessages msgs;
         Case c = Cleared();
         c.init.sName = "Kept";
@@ -221,17 +238,21 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
 
 // ---- Writing ------------------------------------------------------------------------------
 
-enum class Step { Create, Write, WriteNothing, Flush, Close, Rename };
+enum class Step { Create, Write, WriteNothing, Flush, Close, Rename, PlantLink };
 
 // The real calls, with one step made to fail; a write fails once `allow`
-// bytes are written (after a short write).
+// bytes are written (after a short write). PlantLink puts a link to VICTIM
+// at the first temporary name before it is created, as an attacker might.
 struct FailingCalls : rw::FileSystemCalls {
     Step step = Step::Create;
     std::size_t allow = 0;
+    bool planted = false;
     static int Fail(int err) { return errno = err, -1; }
-    int create(const char* p) override
+    int create(const char* p, unsigned mode) override
     {
-        return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(p);
+        if (step == Step::PlantLink && !std::exchange(planted, true))
+            std::filesystem::create_symlink(std::filesystem::path(p).parent_path() / "VICTIM", p);
+        return step == Step::Create ? Fail(EACCES) : FileSystemCalls::create(p, mode);
     }
     long write(int fd, const char* data, std::size_t n) override
     {
@@ -256,27 +277,31 @@ struct FailingCalls : rw::FileSystemCalls {
     }
 };
 
-// The fault a save ends in, as "number procedure"; "none" when it succeeded.
+// The fault a save ends in, as "number procedure: detail"; "none" when it succeeded.
 std::string FaultOf(const std::function<void()>& save)
 {
     try {
         save();
         return "none";
     } catch (const rw::Fault& f) {
-        return std::to_string(f.number()) + " " + f.procedure();
+        return std::to_string(f.number()) + " " + f.procedure() + ": " + f.detail();
     }
 }
+
+// The entries of a folder: no temporary file is ever left behind.
+const auto Entries
+    = [](const auto& dir) { return std::distance(std::filesystem::directory_iterator(dir), {}); };
 
 TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
 {
     for (const auto& [step, allowBytes, fault] :
-         {std::tuple{Step::Create, 0, "75 WriteCase"},
-          {Step::Write, 0, "57 WriteCase"},
-          {Step::Write, 4999, "57 WriteCase"},  // one byte short
-          {Step::WriteNothing, 0, "57 WriteCase"},
-          {Step::Flush, 0, "57 WriteCase"},
-          {Step::Close, 0, "57 WriteCase"},
-          {Step::Rename, 0, "75 WriteCase"}}) {
+         {std::tuple{Step::Create, 0, "70 WriteCase: cannot write CASE.INT: Permission denied"},
+          {Step::Write, 0, "57 WriteCase: cannot write CASE.INT: No space left on device"},
+          {Step::Write, 4999, "57 WriteCase: cannot write CASE.INT: No space left on device"},
+          {Step::WriteNothing, 0, "57 WriteCase: cannot write CASE.INT: Input/output error"},
+          {Step::Flush, 0, "57 WriteCase: cannot write CASE.INT: Input/output error"},
+          {Step::Close, 0, "57 WriteCase: cannot write CASE.INT: Input/output error"},
+          {Step::Rename, 0, "75 WriteCase: cannot replace CASE.INT: Invalid cross-device link"}}) {
         SCOPED_TRACE(static_cast<int>(step));
         rwtest::TempDir dir;
         const std::string path = (dir / "CASE.INT").string();
@@ -284,37 +309,89 @@ TEST(SafeSave, AFailedWriteKeepsThePreviousFile)
         FailingCalls calls;
         calls.step = step;
         calls.allow = static_cast<std::size_t>(allowBytes);
-        EXPECT_EQ(FaultOf([&] {
-                      rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase",
-                                              calls);
-                  }),
-                  fault);
+        std::string said = FaultOf([&] {
+            rw::WriteFileAtomically(path, std::vector<char>(5000, 'n'), "WriteCase", calls);
+        });
+        EXPECT_EQ(said.replace(said.find(path), path.size(), "CASE.INT"), fault);
         EXPECT_EQ(rwtest::ReadText(path), "old");
-        EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
+        EXPECT_EQ(Entries(dir.path()), 1);
     }
 }
 
-TEST(SafeSave, WriteCaseReplacesTheFileWholeOrFailsCleanly)
+// What stands where the file is written (CASE.INT holding "old", mode 0640,
+// first): the file, a folder, a link; the umask is 027.
+TEST(SafeSave, WritesThroughLinksKeepsPermissionsAndRefusesWriteProtection)
 {
+    namespace fs = std::filesystem;
+    using Setup = std::function<void(const fs::path&)>;
+    const mode_t umaskBefore = ::umask(027);
+    for (const auto& [name, setup, fault, file, mode] :
+         std::vector<std::tuple<const char*, Setup, std::string, std::string, int>>{
+             {"a new file", [](auto& d) { fs::remove(d / "CASE.INT"); }, "none", "CASE.INT", 0640},
+             {"a private file", [](auto& d) { fs::permissions(d / "CASE.INT", fs::perms(0600)); },
+              "none", "CASE.INT", 0600},
+             {"write-protected", [](auto& d) { fs::permissions(d / "CASE.INT", fs::perms(0444)); },
+              "70 WriteCase: DIR/CASE.INT is write-protected", "CASE.INT", 0444},
+             {"a link: the file it names is written, the link stays",
+              [](auto& d) {
+                  fs::rename(d / "CASE.INT", d / "REAL.INT");
+                  fs::permissions(d / "REAL.INT", fs::perms(0604));
+                  fs::create_symlink("REAL.INT", d / "CASE.INT");
+              },
+              "none", "REAL.INT", 0604},
+             {"a folder where the file should be",
+              [](auto& d) { fs::remove(d / "CASE.INT"), fs::create_directory(d / "CASE.INT"); },
+              "75 WriteCase: cannot write DIR/CASE.INT: Is a directory", "", 0}}) {
+        SCOPED_TRACE(name);
+        rwtest::TempDir dir;
+        rwtest::WriteBytes(dir / "CASE.INT", {'o', 'l', 'd'});
+        fs::permissions(dir / "CASE.INT", fs::perms(0640));
+        setup(dir.path());
+        std::string said = FaultOf([&] {
+            rw::WriteFileAtomically((dir / "CASE.INT").string(), {'n', 'e', 'w'}, "WriteCase");
+        });
+        if (const auto at = said.find(dir.path().string()); at != std::string::npos)
+            said.replace(at, dir.path().string().size(), "DIR");
+        EXPECT_EQ(said, fault);
+        EXPECT_TRUE(file.empty()
+                    || (rwtest::ReadText(dir / file) == (said == "none" ? "new" : "old")
+                        && fs::status(dir / file).permissions() == fs::perms(mode)));
+        EXPECT_EQ(Entries(dir.path()), file == "REAL.INT" ? 2 : 1);
+    }
+    ::umask(umaskBefore);
+
+    // A link planted at the name the temporary file was to have is never
+    // followed: another name is taken, and the file the link names is untouched.
     rwtest::TempDir dir;
-    const std::string path = (dir / "CASE.INT").string();
-    rwtest::WriteBytes(path, std::vector<char>(5000, 'p'));
-    Case c = Cleared();
-    c.init.sName = "Written";
-    rw::WriteCase(path, c);
-    EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(c));
-    EXPECT_FALSE(std::filesystem::exists(path + ".tmp~"));
-    // A folder in the way of the temporary file: the real calls fail to create
-    // it, whoever runs the test (permissions do not stop an administrator).
-    std::filesystem::create_directory(path + ".tmp~");
-    EXPECT_EQ(FaultOf([&] { rw::WriteCase(path, rw::Case{}); }), "75 WriteCase");
-    EXPECT_EQ(rwtest::ReadBytes(path), rw::EncodeCase(c));
-    EXPECT_NE(FaultOf([&] { rw::WriteCase((dir / "no-such-folder" / "A.INT").string(), c); }),
-              "none");
+    rwtest::WriteBytes(dir / "VICTIM", {'v'});
+    FailingCalls planting;
+    planting.step = Step::PlantLink;
+    rw::WriteFileAtomically((dir / "CASE.INT").string(), {'n'}, "WriteCase", planting);
+    EXPECT_EQ(rwtest::ReadText(dir / "CASE.INT") + rwtest::ReadText(dir / "VICTIM"), "nv");
     // The folder of a case file, for the next file dialog.
     EXPECT_EQ(rw::FolderOf("/home/pat/A.INT") + " " + rw::FolderOf("C:\\Data\\A.INT"),
               "/home/pat C:\\Data");
     EXPECT_EQ(rw::FolderOf("A.INT") + rw::FolderOf("/A.INT"), "");
+}
+
+// Two saves of one file at the same moment, again and again: each is told it
+// saved, and the file is always one of the two, whole.
+TEST(SafeSave, TwoSavesAtOnceEachLeaveAWholeFile)
+{
+    rwtest::TempDir dir;
+    const std::string path = (dir / "CASE.INT").string();
+    const std::vector<char> a(100000, 'a'), b(70000, 'b');
+    for (int round = 0; round < 50; ++round) {
+        std::string saidB;
+        std::thread other(
+            [&] { saidB = FaultOf([&] { rw::WriteFileAtomically(path, b, "WriteCase"); }); });
+        const std::string saidA = FaultOf([&] { rw::WriteFileAtomically(path, a, "WriteCase"); });
+        other.join();
+        const std::vector<char> now = rwtest::ReadBytes(path);
+        ASSERT_TRUE(saidA + saidB == "nonenone" && (now == a || now == b))
+            << round << saidA << saidB;
+    }
+    EXPECT_EQ(Entries(dir.path()), 1);
 }
 
 }  // namespace

@@ -132,7 +132,15 @@ TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
              {"no count", HandBytes().raw("NOTVB3\x01").bytes, damaged},
              {"huge count", HandTable({}, 0x7fffffff), damaged},
              {"negative count", HandTable({}, -1), damaged},
-             {"no rows", HandTable({}, 0), damaged}}) {
+             {"no rows", HandTable({}, 0), damaged},
+             // Day 2,958,466 is 1/1/10000.
+             {"a row ending in the year 10000", HandTable({{k1990, 2958466.0, 0.1f, 0.1f, 'C'}}, 1),
+              "fault 321 OpenRates: row 1 dtThru: not a date from 01/01/1800 to 12/31/2199"},
+             {"rows out of order",
+              HandTable({{33001.0, kEnd2017, 0.1f, 0.1f, 'C'}, {k1990, 33000.0, 0.1f, 0.1f, 'C'}},
+                        2),
+              "fault 321 OpenRates: row 2: dtFrom must follow the row before and not be after "
+              "dtThru"}}) {
         SCOPED_TRACE(name);
         std::filesystem::remove(dir / "fed.tbl");
         if (!bytes.empty())
@@ -146,6 +154,8 @@ TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
                                           : "messages: " + std::to_string(msgs.shown.size());
         } catch (const rw::Fault& f) {
             said = "fault " + std::to_string(f.number()) + " " + f.procedure();
+            if (f.number() == rw::kErrInvalidFormat)  // the detail after the file's name
+                said += f.detail().substr(f.detail().find(".tbl") + 4);
         }
         EXPECT_EQ(said, outcome);
         EXPECT_EQ(rates, previous);

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 using rw::Date;
@@ -151,10 +152,19 @@ TEST(Dates, WhatTheUserTypesAndTheStrictFormOfTheSources)
           Row{"1/1/29", D(2029, 1, 1), {}}, Row{"1/1/30", D(1930, 1, 1), {}},
           Row{"02/29/2017", {}, {}}, Row{"13/01/2016", {}, {}}, Row{"0/1/2017", {}, {}},
           Row{"", {}, {}}, Row{"4/15", {}, {}}, Row{"4/15/201", {}, {}}, Row{"004/15/2016", {}, {}},
-          Row{"01-01-1982", {}, {}}}) {
+          Row{"01-01-1982", {}, {}},
+          // Files hold the years 1800 to 2199 only.
+          Row{"12/31/2199", D(2199, 12, 31), D(2199, 12, 31)}, Row{"01/01/2200", D(2200, 1, 1), {}},
+          Row{"12/31/1799", D(1799, 12, 31), {}}}) {
         EXPECT_EQ(rw::ParseUserDate(r.text), r.user) << r.text;
         EXPECT_EQ(rw::ParseMMDDYYYY(r.text), r.strict) << r.text;
     }
+    // What a file may hold: NoDate, or a day from 1/1/1800 (day -36,522) to
+    // 12/31/2199 (day 109,574), fractions of a day included.
+    std::string readable;
+    for (double n : {-32767.0, -36522.0, -36522.5, 109574.99, 109575.0, std::nan(""), 1e300})
+        readable += rw::IsReadableDate(Date(n)) ? "y" : "n";
+    EXPECT_EQ(readable, "yynynnn");
 }
 
 }  // namespace

@@ -158,9 +158,29 @@ TEST(CaseJson, RatesGoFromTheirTextStraightToTheNearestSingle)
 
 // ---- Round trips ----------------------------------------------------------------------
 
-// Any bytes in the fields of a current file (marker, tag and counts set) come
-// back through JSON, in field order or alphabetical, as they were, but for
-// the reserved field, written as 0; and so do the extremes random bytes miss.
+// Every date of a current case file image made a day from 32,768 (9/16/1989)
+// to 65,535 (6/4/2079): its sign and exponent bytes set, the rest random.
+void PutReadableDates(std::vector<char>& img, const rwtest::HandCounts& n)
+{
+    std::vector<std::size_t> at;
+    for (std::size_t k :
+         {104, 160, 224, 280, 290, 298, 308, 316, 324, 340, 364, 384, 412, 424, 440, 456, 464, 472})
+        at.push_back(26 + k);
+    std::size_t pos = 514;  // the lists: each entry's size and the places of its dates
+    for (const auto& [count, size, dates] : {std::tuple{n.pmts, 57, std::vector<std::size_t>{16}},
+                                             {n.charges, 56, {16, 24}},
+                                             {n.deposits, 42, {0, 8, 26, 34}}})
+        for (int i = 0; i < count; ++i, pos += static_cast<std::size_t>(size))
+            for (std::size_t d : dates)
+                at.push_back(pos + d);
+    for (std::size_t a : at)
+        img[a + 7] = 0x40, img[a + 6] = static_cast<char>(0xE0 | (img[a + 6] & 0x0F));
+}
+
+// Any bytes in the fields of a current file (marker, tag and counts set, dates
+// readable) come back through JSON, in field order or alphabetical, as they
+// were, but for the reserved field, written as 0; and so do the extremes
+// random bytes miss.
 TEST(CaseJson, EveryValueSurvivesTheRoundTrip)
 {
     const auto through = [](const Case& c) {
@@ -176,16 +196,16 @@ TEST(CaseJson, EveryValueSurvivesTheRoundTrip)
             = rwtest::HandCaseFile("Qrat2018Q1.10", rwtest::HandLayout::L488, 0, n);
         for (std::size_t i = 26; i < img.size(); ++i)
             img[i] = i < 26 + 122 || i >= 26 + 128 ? static_cast<char>(rng() & 0xFF) : img[i];
+        PutReadableDates(img, n);
         const rw::CaseReadResult r = rw::DecodeCase(img);
-        ASSERT_EQ(r.status, rw::CaseReadResult::Status::Ok);
+        ASSERT_EQ(r.status, rw::CaseReadResult::Status::Ok) << r.detail;
         ASSERT_EQ(through(r.kase), rwtest::HandAsCurrent(img, rwtest::HandLayout::L488))
             << "round " << round;
     }
     for (const auto& set : std::vector<std::function<void(rw::InitInputs&)>>{
              [](auto& in) {
-                 in.dtDue = Date(-0.0), in.dtFiled = Date(-std::numeric_limits<double>::infinity());
+                 in.dtDue = Date(-0.0), in.dtFiled = Date(rw::kLastReadableDate.dayNumber() + 0.75);
              },
-             [](auto& in) { in.dtFiled = Date(1e300), in.dtDue = Date(-9007199254740992.0); },
              [](auto& in) {
                  in.cSUPAmt = Money::fromRaw(kMinRaw), in.cOValAmt = Money::fromRaw(-(kMinRaw + 1));
              },
@@ -212,13 +232,26 @@ std::string Deposits(int n)
 TEST(CaseJson, RefusalsNameTheField)
 {
     const std::string amount = "not an amount of money (at most four decimals): ";
+    const std::string calendar = "not a date from 01/01/1800 to 12/31/2199: ";
     for (
         const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
             {R"({"payments": [{}, {"dtPmt": "13/45/2016"}]})",
              R"(payments[1].dtPmt: not a date: "13/45/2016")"},
             {R"({"init": {"dtDue": "2/30/2017"}})", R"(init.dtDue: not a date: "2/30/2017")"},
             {R"({"init": {"dtDue": 9007199254740993}})",
-             "init.dtDue: day number out of range: 9007199254740993"},
+             "init.dtDue: " + calendar + "9007199254740993"},
+            {R"({"init": {"dtFiled": "0xfff0000000000000"}})",  // minus infinity
+             "init.dtFiled: " + calendar + R"("0xfff0000000000000")"},
+            {R"({"payments": [{"dtPmt": "1/1/2200"}]})",
+             "payments[0].dtPmt: " + calendar + R"("1/1/2200")"},
+            {R"({"deposits": [{"dtJeopardy": -1e300}]})",
+             "deposits[0].dtJeopardy: " + calendar + "-1e300"},
+            {std::string("{\"init\": {}}\0{\"init\": 5}", 24),
+             "not valid JSON: a NUL byte at line 1, column 13"},
+            {std::string(30000, '[') + std::string(30000, ']'),  // 60 KB
+             "not valid JSON: nested deeper than 256 levels at line 1, column 257"},
+            {"{}\n\"x\"", "not valid JSON: parse error at line 2, column 3: syntax error while "
+                          "parsing value - unexpected string literal; expected end of input"},
             {R"({"init": {"cAmtOnReturn": "1.00001"}})",
              "init.cAmtOnReturn: " + amount + R"("1.00001")"},
             {R"({"charges": [{"cTotal": 0.00001}]})", "charges[0].cTotal: " + amount + "0.00001"},

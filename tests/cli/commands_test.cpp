@@ -96,14 +96,40 @@ TEST(CliImportExport, RefusalsWriteNothingAndExitWithTheirStatus)
 }
 
 // Florida's table of the tests' release has no published rate for the first
-// half of 2003: interest owed then cannot be computed, and the computation is
-// refused as a JSON object beside the message on the error stream.
+// half of 2003: interest owed then cannot be computed.
+const std::string kFloridaHole
+    = R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2003", "dtExtended": "01/01/2003",
+        "tlStart": {"dtDate": "01/01/2003", "cTax": "10000.00"}, "tlStop": {"dtDate": "06/30/2003"}}})";
+
+// Files written by commands are written whole or not at all: a JSON case
+// that cannot be written, a PDF whose computation is refused.
+TEST(CliImportExport, AFailedCommandLeavesItsOutputFileAsItWas)
+{
+    rwtest::TempDir dir;
+    WriteText(dir / "payroll.json", R"({"init": {"bPayroll": true}})");
+    WriteText(dir / "fl.json", kFloridaHole);
+    WriteText(dir / "OUT.json", "previous");
+    WriteText(dir / "OUT.pdf", "previous");
+    fs::permissions(dir / "OUT.json", fs::perms(0444));
+    const auto arranged = RunCliCommand(
+        {"arrange", (dir / "payroll.json").string(), "-o", (dir / "OUT.json").string()});
+    EXPECT_EQ(arranged.status, 1);
+    EXPECT_EQ(arranged.err,
+              "qratcalc-cli arrange: " + (dir / "OUT.json").string() + " is write-protected\n");
+    EXPECT_EQ(RunCliCommand({"print", "--reports", "summary", "--pdf", (dir / "OUT.pdf").string(),
+                             (dir / "fl.json").string()})
+                  .status,
+              2);
+    EXPECT_EQ(rwtest::ReadText(dir / "OUT.json") + rwtest::ReadText(dir / "OUT.pdf"),
+              "previousprevious");
+}
+
+// A refused computation is answered as a JSON object beside the message on
+// the error stream.
 TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
 {
     rwtest::TempDir dir;
-    WriteText(dir / "fl.json",
-              R"({"init": {"sTaxAuth": "FL  ", "dtDue": "01/01/2003", "dtExtended": "01/01/2003",
-        "tlStart": {"dtDate": "01/01/2003", "cTax": "10000.00"}, "tlStop": {"dtDate": "06/30/2003"}}})");
+    WriteText(dir / "fl.json", kFloridaHole);
     const auto r = RunCliCommand({"compute", "--json", (dir / "fl.json").string()});
     EXPECT_EQ(r.status, 2);
     const nlohmann::json j = nlohmann::json::parse(r.out);

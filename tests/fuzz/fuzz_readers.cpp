@@ -1,10 +1,12 @@
 // libFuzzer target for everything that reads outside input: case files, rate
-// tables and JSON cases. A reader may refuse an input but must never crash,
-// and a case it accepts must write and read back unchanged.
+// tables, JSON cases and release files. A reader may refuse an input but must
+// never crash, and a case it accepts must hold only readable dates and write
+// and read back unchanged.
 
 #include "casedata/casefile.h"
 #include "casejson/casejson.h"
 #include "rates/ratetable.h"
+#include "rates/release.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -18,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const rw::CaseReadResult c = rw::DecodeCase(bytes);
     if (c.status == rw::CaseReadResult::Status::Ok) {
-        if (!c.kase.countsConsistent())
+        if (!c.kase.countsConsistent() || !rw::DateOutOfRange(c.kase).empty())
             std::abort();
         const std::vector<char> image = rw::EncodeCase(c.kase);
         nlohmann::json doc;
@@ -38,10 +40,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string error;
     if (rw::ParseCaseJson(std::string_view(bytes.data(), bytes.size()), doc, error)) {
         if (std::optional<rw::Case> k = rw::CaseFromJson(doc, error)) {
+            if (!rw::DateOutOfRange(*k).empty())
+                std::abort();
             const std::optional<rw::Case> again = rw::CaseFromJson(rw::CaseToJson(*k), error);
             if (!again || rw::EncodeCase(*again) != rw::EncodeCase(*k))
                 std::abort();
         }
     }
+
+    rw::ReleaseInfo release;
+    rw::ParseReleaseInfo(std::string_view(bytes.data(), bytes.size()), "fuzz", release, &error);
     return 0;
 }

@@ -8,6 +8,9 @@
 // as a PDF whose text can be searched. Needs only Qt GUI; run it with
 // QT_QPA_PLATFORM=offscreen where there is no display.
 
+#include "base/binio.h"
+
+#include <QBuffer>
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
@@ -80,7 +83,11 @@ int main(int argc, char** argv)
     doc.setMarkdown(text, QTextDocument::MarkdownDialectGitHub);
     doc.setMetaInformation(QTextDocument::DocumentTitle, QStringLiteral("Ratewright User Manual"));
 
-    QPdfWriter pdf(args[2]);
+    // Painted into memory, then written whole: an interrupted build never
+    // leaves a cut-off manual that looks up to date.
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    QPdfWriter pdf(&out);
     pdf.setTitle(QStringLiteral("Ratewright User Manual"));
     pdf.setCreator(QStringLiteral("Ratewright mkmanual"));
     pdf.setPageLayout(
@@ -89,8 +96,12 @@ int main(int argc, char** argv)
     // QTextDocument::print breaks the text into pages of the writer's size,
     // keeps a 2 cm margin around it and numbers the pages at the foot.
     doc.print(&pdf);
-    if (!QFile::exists(args[2])) {
-        std::fprintf(stderr, "mkmanual: cannot write %s\n", qPrintable(args[2]));
+    try {
+        rw::WriteFileAtomically(args[2].toStdString(),
+                                std::vector<char>(out.data().begin(), out.data().end()),
+                                "mkmanual");
+    } catch (const rw::Fault& f) {
+        std::fprintf(stderr, "mkmanual: %s\n", f.detail().c_str());
         return 1;
     }
     return 0;
