@@ -105,9 +105,17 @@ int RunCli(int argc, char** argv, std::ostream& out, std::ostream& err)
     if (tables) {
         env.paths.ratesDir = *tables;
         env.release.folder = *tables;
+        // The folder's own release file, when it has one, is checked as any release is.
         ReleaseInfo own;
-        if (ReadReleaseInfo(env.paths.releaseFile(), own))
-            env.release.info = std::move(own);
+        std::error_code ec;
+        if (std::filesystem::exists(env.paths.releaseFile(), ec)) {
+            const std::string problem = CheckReleaseFolder(*tables, own);
+            if (problem.empty())
+                env.release.info = std::move(own);
+            else
+                err << "qratcalc-cli: the release in " << *tables << " is not used: " << problem
+                    << "\n";
+        }
     } else
         for (const std::string& warning : env.release.warnings)
             err << "qratcalc-cli: " << warning << "\n";

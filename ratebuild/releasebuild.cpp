@@ -24,6 +24,11 @@ int quarterOf(Date d)
     return (d.civil().month - 1) / 3 + 1;
 }
 
+constexpr std::string_view kReleaseComment
+    = "A release of the interest rates, written by the release build. The program uses\n"
+      "it only when every table matches its table line (rows, first and last date,\n"
+      "checksum) and this file matches its last line: edit the sources and build again.";
+
 bool isEstimate(const SourceRow& row)
 {
     return std::string_view(row.source).starts_with(kEstimateMark);
@@ -170,6 +175,7 @@ ReleaseBuild BuildRelease(const fs::path& sourcesDir)
                 continue;
             ReleaseDates dates = DeriveReleaseDates(fed);
             take(dates.problems);
+            dates.info.tables = std::move(out.info.tables);
             out.info = std::move(dates.info);
             sourceName = fed.name;
             rows = fed.rows;
@@ -193,6 +199,7 @@ ReleaseBuild BuildRelease(const fs::path& sourcesDir)
         if (!built.ok())
             continue;
         table.rows = std::move(built.rows);
+        out.info.tables.push_back(RecordTable(a.file, EncodeRateTable(table.rows), table.rows));
         out.tables.push_back(std::move(table));
     }
 
@@ -239,7 +246,17 @@ bool WriteRelease(const ReleaseBuild& build, const fs::path& outDir, std::string
                              false, why))
             return false;
     }
-    return WriteOutputFile(outDir / kReleaseFileName, FormatReleaseInfo(build.info), false, why);
+    if (!WriteOutputFile(outDir / kReleaseFileName, FormatReleaseInfo(build.info, kReleaseComment),
+                         false, why))
+        return false;
+    // Read back as the program will read it: a release that would be refused
+    // is not left behind.
+    ReleaseInfo back;
+    if (std::string problem = CheckReleaseFolder(outDir, back); !problem.empty()) {
+        fs::remove(outDir / kReleaseFileName, ec);
+        return fail("the release written does not read back: " + problem);
+    }
+    return true;
 }
 
 std::string ReleaseTablesSummary(const ReleaseBuild& build)

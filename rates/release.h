@@ -15,8 +15,11 @@
 #include "base/dates.h"
 #include "base/money.h"
 #include "base/paths.h"
+#include "rates/ratetable.h"
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +60,20 @@ std::optional<FtfMinimum> ReadFtfMinimum(std::string_view year, std::string_view
                                          std::string_view source, const FtfMinimumSchedule& before,
                                          std::string& why);
 
+// What a release file records of one of its tables, so that a table changed,
+// cut short or swapped after the release was written is never used.
+struct TableRecord {
+    std::string file;  // "fed.tbl"
+    std::int32_t rows = 0;
+    Date first = NoDate;  // the first row's dtFrom
+    Date last = NoDate;  // the last row's dtThru
+    std::uint32_t crc32 = 0;  // of the whole table file
+
+    friend bool operator==(const TableRecord&, const TableRecord&) = default;
+};
+// The record of a table file's bytes, decoded as `rows`.
+TableRecord RecordTable(std::string_view file, std::span<const char> bytes, const RateTable& rows);
+
 struct ReleaseInfo {
     std::string name;  // "Qrat2026Q2"
     std::string description;  // "2026, 2nd Quarter": the window title and the About box
@@ -65,6 +82,7 @@ struct ReleaseInfo {
     Date estimatedThrough = NoDate;
     std::string estimatedThroughText;  // "December 31, 2026"
     FtfMinimumSchedule ftfMinimums;
+    std::vector<TableRecord> tables;  // in the authorities' list order
 
     // False for the empty value a release file that cannot be read leaves.
     bool loaded() const { return !verifiedThrough.isNoDate(); }
@@ -74,25 +92,30 @@ struct ReleaseInfo {
 
 // Reads a release file: "key=value" lines (name, description,
 // verified_through, verified_through_text, estimated_through,
-// estimated_through_text, and one "ftf_minimum=YEAR,AMOUNT,SOURCE" line per
-// row, oldest first); '#' lines are comments. Every key must be given, the
-// dates must be mm/dd/yyyy with estimated_through not before
-// verified_through, and the minimum rows must begin in increasing years with
-// positive amounts and a source. On any problem `out` is left empty, the
-// function returns false and `problem` says what is wrong, naming the file
-// and the line.
+// estimated_through_text, one "ftf_minimum=YEAR,AMOUNT,SOURCE" line per
+// row, oldest first, and one "table=FILE,ROWS,FIRST,LAST,CRC32" line per
+// table), then last "file_crc32=CRC32", the checksum of every byte before
+// that line; '#' lines are comments. Every key must be given, the dates must
+// be mm/dd/yyyy of the years 1800 to 2199 with estimated_through not before
+// verified_through, the minimum rows must begin in increasing years with
+// positive amounts and a source, and the checksum must match: a file cut
+// short or changed by hand is refused. On any problem `out` is left empty,
+// the function returns false and `problem` says what is wrong, naming the
+// file and the line.
 bool ReadReleaseInfo(const std::filesystem::path& file, ReleaseInfo& out,
                      std::string* problem = nullptr);
 bool ParseReleaseInfo(std::string_view text, std::string_view fileName, ReleaseInfo& out,
                       std::string* problem);
 
-// The release file's text for info (the form ReadReleaseInfo reads back).
-std::string FormatReleaseInfo(const ReleaseInfo& info);
+// The release file's text for info (the form ReadReleaseInfo reads back),
+// after `comment` as '#' lines, and sealed with its checksum.
+std::string FormatReleaseInfo(const ReleaseInfo& info, std::string_view comment = {});
 
 // Checks a release folder: its release file reads, every authority's table is
-// there and reads, and the federal table reaches the estimated-through date.
-// Empty when the folder can be used (info filled); otherwise the problem,
-// naming the file.
+// there, reads, and is the table the release file records (its rows, first
+// and last date and checksum), and the federal table reaches the
+// estimated-through date. Empty when the folder can be used (info filled);
+// otherwise the problem, naming the file.
 std::string CheckReleaseFolder(const std::filesystem::path& folder, ReleaseInfo& info);
 
 // Which release the program uses.
@@ -107,8 +130,9 @@ struct ReleaseInUse {
     std::vector<std::string> notes;
 };
 
-// The installed release, or the user's when it is usable and verified
-// through a later date.
+// The installed release, or the user's when it is verified through a later
+// date and passes CheckReleaseFolder. A user's release that is not later is
+// not checked further: it is not used either way.
 ReleaseInUse ChooseRelease(const Paths& paths);
 
 // The title of the message that carries ReleaseInUse::warnings.

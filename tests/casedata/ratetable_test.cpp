@@ -5,6 +5,7 @@
 #include "rates/ratetable.h"
 #include "rates/release.h"
 
+#include "base/binio.h"
 #include "base/fault.h"
 
 #include "handcase.h"
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <ranges>
 #include <tuple>
 
@@ -172,11 +174,22 @@ TEST_F(InstalledTables, AMissingOrDamagedTableKeepsTheRatesInUse)
 
 // ---- The release file ----------------------------------------------------------------------
 
-const std::string kGood
-    = "# a comment\nname=Qrat2026Q2\ndescription=2026, 2nd Quarter\nverified_through=06/30/2026\n"
+const std::string kBody
+    = "name=Qrat2026Q2\ndescription=2026, 2nd Quarter\nverified_through=06/30/2026\n"
       "verified_through_text=June 30, 2026\nestimated_through=12/31/2026\n"
       "estimated_through_text=December 31, 2026\nftf_minimum=1800,100.00,IRC 6651(a), flush\n"
-      "ftf_minimum=2020,435.00,P.L. 116-94\nftf_minimum=2024,485.00,Rev. Proc. 2023-34\n";
+      "ftf_minimum=2020,435.00,P.L. 116-94\nftf_minimum=2024,485.00,Rev. Proc. 2023-34\n"
+      "table=fed.tbl,2,01/01/1990,12/31/2017,0123abcd\n";
+// Sealed with the CRC-32 of "# a comment\n" and kBody (Python's zlib.crc32).
+const std::string kGood = "# a comment\n" + kBody + "file_crc32=01d1a4c3\n";
+
+// A release file of the given lines, sealed as the release build seals it.
+std::string Sealed(const std::string& body)
+{
+    char crc[16];
+    std::snprintf(crc, sizeof crc, "%08x", rw::Crc32("# a comment\n" + body));
+    return "# a comment\n" + body + "file_crc32=" + crc + "\n";
+}
 
 TEST(ReleaseFile, ReadsEveryKeyAndWritesTheSameBack)
 {
@@ -188,7 +201,9 @@ TEST(ReleaseFile, ReadsEveryKeyAndWritesTheSameBack)
     EXPECT_EQ(info.verifiedThrough, rw::Date::fromCivil(2026, 6, 30));
     ASSERT_EQ(info.ftfMinimums.rows.size(), 3u);
     EXPECT_EQ(info.ftfMinimums.rows[0].source, "IRC 6651(a), flush");  // the rest of the line
-    EXPECT_EQ(rw::FormatReleaseInfo(info), kGood.substr(kGood.find('\n') + 1));
+    EXPECT_EQ(info.tables, (std::vector<rw::TableRecord>{
+                               {"fed.tbl", 2, Date(k1990), Date(kEnd2017), 0x0123abcd}}));
+    EXPECT_EQ(rw::FormatReleaseInfo(info, "a comment"), kGood);
 
     // The minimum of the last listed year at or before the due year.
     const rw::FtfMinimumSchedule m = info.ftfMinimums;
@@ -208,27 +223,47 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
 
 TEST(ReleaseFile, RefusalsNameTheFileAndLineAndKeepNothing)
 {
+    const std::string notADate = " is not a date mm/dd/yyyy from 01/01/1800 to 12/31/2199: ";
+    const std::string tableForm = "rel.txt:12: table must be FILE,ROWS,FIRST,LAST,CRC32 (rows "
+                                  "from 1, dates mm/dd/yyyy, 8 hex digits)";
     for (const auto& [text, said] : std::vector<std::pair<std::string, std::string>>{
-             {Replaced(kGood, "name=Qrat2026Q2\n", ""), "rel.txt: name is not given"},
-             {Replaced(kGood, "=06/30/2026", "=6/30/26"),
-              "rel.txt:4: verified_through is not a date mm/dd/yyyy: 6/30/26"},
-             {Replaced(kGood, "=12/31/2026", "=2/30/26"),
-              "rel.txt:6: estimated_through is not a date mm/dd/yyyy: 2/30/26"},
-             {Replaced(kGood, "=12/31/2026", "=03/31/2026"),
+             // Cut short or changed after it was written.
+             {kGood.substr(0, kGood.find("ftf_minimum=2024")),
+              "rel.txt: file_crc32 is not given: the file is cut short or was not written by the "
+              "release build"},
+             {Replaced(kGood, "485.00", "100.00"),
+              "rel.txt:12: the file has changed since it was written (its checksum differs from "
+              "file_crc32)"},
+             {kGood + "name=again\n", "rel.txt:13: text after file_crc32"},
+             // Sealed, but wrong inside.
+             {Sealed(Replaced(kBody, "name=Qrat2026Q2\n", "")), "rel.txt: name is not given"},
+             {Sealed(Replaced(kBody, "=06/30/2026", "=6/30/26")),
+              "rel.txt:4: verified_through" + notADate + "6/30/26"},
+             {Sealed(Replaced(kBody, "=12/31/2026", "=01/01/2200")),
+              "rel.txt:6: estimated_through" + notADate + "01/01/2200"},
+             {Sealed(Replaced(kBody, "=12/31/2026", "=03/31/2026")),
               "rel.txt: estimated_through is before verified_through"},
-             {kGood + "name=again\n", "rel.txt:11: name is given twice"},
-             {kGood + "colour=blue\n", "rel.txt:11: unknown key colour"},
-             {kGood + "just words\n", "rel.txt:11: expected key=value"},
-             {kGood + "ftf_minimum=2023,450.00,x\n",
-              "rel.txt:11: ftf_minimum: the years must increase"},
-             {kGood + "ftf_minimum=2025,0,x\n",
-              "rel.txt:11: ftf_minimum: not an amount in dollars and cents above 0: 0"},
-             {kGood + "ftf_minimum=2025,510.00\n",
-              "rel.txt:11: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
-             {kGood + "ftf_minimum=2025,510.00, \n",
-              "rel.txt:11: ftf_minimum: the row has no source"},
-             {kGood + "ftf_minimum=MMXXV,510.00,x\n", "rel.txt:11: ftf_minimum: not a year: MMXXV"},
-             {kGood.substr(0, kGood.find("ftf_minimum")), "rel.txt: no ftf_minimum is given"}}) {
+             {Sealed(kBody + "name=again\n"), "rel.txt:12: name is given twice"},
+             {Sealed(kBody + "colour=blue\n"), "rel.txt:12: unknown key colour"},
+             {Sealed(kBody + "just words\n"), "rel.txt:12: expected key=value"},
+             {Sealed(kBody + "ftf_minimum=2023,450.00,x\n"),
+              "rel.txt:12: ftf_minimum: the years must increase"},
+             {Sealed(kBody + "ftf_minimum=2025,0,x\n"),
+              "rel.txt:12: ftf_minimum: not an amount in dollars and cents above 0: 0"},
+             {Sealed(kBody + "ftf_minimum=2025,510.00\n"),
+              "rel.txt:12: ftf_minimum must be YEAR,AMOUNT,SOURCE"},
+             {Sealed(kBody + "ftf_minimum=2025,510.00, \n"),
+              "rel.txt:12: ftf_minimum: the row has no source"},
+             // A year the writer could not write back as four digits.
+             {Sealed(kBody + "ftf_minimum=0900,510.00,x\n"),
+              "rel.txt:12: ftf_minimum: not a year from 1800 to 2199: 0900"},
+             {Sealed(kBody + "table=fed.tbl,2,01/01/1990,12/31/2017,0123abcd\n"),
+              "rel.txt:12: table: fed.tbl is given twice"},
+             {Sealed(kBody + "table=fed.csv,2,01/01/1990,12/31/2017,0123abcd\n"),
+              "rel.txt:12: table: fed.csv is not the table of an authority"},
+             {Sealed(kBody + "table=pa1.tbl,2,01/01/1990,12/31/2017,0123abc\n"), tableForm},
+             {Sealed(kBody.substr(0, kBody.find("ftf_minimum"))),
+              "rel.txt: no ftf_minimum is given"}}) {
         rw::ReleaseInfo info;
         info.name = "left over";
         std::string problem;

@@ -13,6 +13,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fstream>
+#include <tuple>
 
 namespace {
 
@@ -190,17 +191,33 @@ TEST_F(ReleaseCommand, BuildsIntoTheUsersFolderShowsWhatIsInUseAndRefusesABadSou
         "")
         << shown.out;
 
-    const fs::path damaged = userRates / "ny_ind1.tbl";
-    fs::resize_file(damaged, fs::file_size(damaged) - 7);
-    const rwtest::CliRun installed = Run({"release", "show"});
-    EXPECT_EQ(installed.status, 0);
-    EXPECT_NE(installed.err.find(damaged.string()), std::string::npos) << installed.err;
-    EXPECT_EQ(Missing(installed, {"Release:            Qrat2026Q4 (2026, 4th Quarter)",
-                                  "(installed with the program)",
-                                  "Verified through:   12/31/2026  December 31, 2026",
-                                  "  from 2024          485.00  ", "PA    Pennsylvania"}),
-              "")
-        << installed.out;
+    // A release that fails its check (a file cut by `cut` bytes, or a bit of
+    // the first rate changed) is told once, by name and reason, and the
+    // installed release (copied into a folder of its own) is shown instead.
+    const fs::path pristine = dataHome / "pristine";
+    fs::copy(userRates, pristine, fs::copy_options::recursive);
+    const std::string notUsed = "qratcalc-cli: The interest rates in " + userRates.string();
+    for (const auto& [file, cut, said] : std::vector<std::tuple<std::string, int, std::string>>{
+             {"ny_ind1.tbl", 7, " (Qrat2027Q1) are not used: % is damaged: Input past end of file"},
+             {"pa1.tbl", 0,
+              " (Qrat2027Q1) are not used: %: the table has changed since the release was written "
+              "(its checksum differs from the release file's)"},
+             {"qrat-release.txt", 200,
+              " are not used: %: file_crc32 is not given: the file is cut short or was not written "
+              "by the release build"}}) {
+        SCOPED_TRACE(file);
+        fs::remove_all(userRates);
+        fs::copy(pristine, userRates, fs::copy_options::recursive);
+        std::vector<char> bytes = rwtest::ReadBytes(userRates / file);
+        cut ? bytes.resize(bytes.size() - static_cast<std::size_t>(cut)) : void(bytes[26] ^= 1);
+        rwtest::WriteBytes(userRates / file, bytes);
+        const rwtest::CliRun installed = Run({"release", "show"});
+        EXPECT_EQ(installed.status, 0);
+        std::string expected = notUsed + said + ".  The installed rates are used instead.\n";
+        expected.replace(expected.find('%'), 1, (userRates / file).string());
+        EXPECT_EQ(installed.err, expected);
+        EXPECT_EQ(Missing(installed, {"Release:            Qrat2026Q4", "(installed with"}), "");
+    }
 
     // A bad source builds nothing.
     std::ofstream(sources / "fed.csv", std::ios::app | std::ios::binary)

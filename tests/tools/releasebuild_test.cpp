@@ -52,6 +52,7 @@ TEST(ReleaseDates, VerifiedThroughTheLastRowNotMarkedAsAnEstimate)
                                        "June 30, 2026",
                                        Date::fromCivil(2026, 12, 31),
                                        "December 31, 2026",
+                                       {},
                                        {}}));
     // Without estimates both dates are the table's end.
     const rs::ReleaseDates plain = Dates("01/01/2018,03/31/2018,0.04,0.04,C,Rev. Rul. 2017-25\n");
