@@ -12,6 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <stdexcept>
+
 namespace rwtest {
 
 // A one-row rate table (1/1/1990 to 12/31/2029) whose rate tells which file it is.
@@ -32,6 +35,26 @@ inline void WriteRelease(const std::filesystem::path& folder)
     std::filesystem::copy_file(Release2018Folder() / rw::kReleaseFileName,
                                folder / rw::kReleaseFileName,
                                std::filesystem::copy_options::overwrite_existing);
+}
+
+// Writes folder's release file again for the tables it now holds, as the
+// release build would, after `change` (a later name and dates, say).
+inline void SealRelease(const std::filesystem::path& folder,
+                        const std::function<void(rw::ReleaseInfo&)>& change)
+{
+    rw::ReleaseInfo info;
+    std::string problem;
+    if (!rw::ReadReleaseInfo(folder / rw::kReleaseFileName, info, &problem))
+        throw std::runtime_error(problem);
+    info.tables.clear();
+    for (const rw::Authority& a : rw::Authorities()) {
+        const std::vector<char> bytes = ReadBytes(folder / a.file);
+        info.tables.push_back(
+            rw::RecordTable(a.file, bytes, rw::ReadRateTableFile(folder / a.file).rows));
+    }
+    change(info);
+    const std::string text = rw::FormatReleaseInfo(info);
+    WriteBytes(folder / rw::kReleaseFileName, {text.begin(), text.end()});
 }
 
 class ShellTest : public testing::Test {

@@ -161,13 +161,11 @@ TEST_F(StartupRun, ALaterUserReleaseIsUsedAndADamagedOneIsRefusedOnce)
     rwtest::WriteBytes(folder / "fed.tbl", rwtest::OneRowTable(0.07f));
     rw::Startup(session, paths, msgs);  // not later: left quietly
     EXPECT_TRUE(msgs.shown.empty() && session.gRates.at(0).fUPRate == 0.01f);
-    std::string text = rwtest::ReadText(folder / "qrat-release.txt");
-    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
-             {"verified_through=03/31/2018", "verified_through=06/30/2018"},
-             {"verified_through_text=March 31, 2018", "verified_through_text=June 30, 2018"},
-             {"name=Qrat2018Q1", "name=Qrat2018Q2"}})
-        text.replace(text.find(from), from.size(), to);
-    std::ofstream(folder / "qrat-release.txt", std::ios::binary) << text;
+    rwtest::SealRelease(folder, [](rw::ReleaseInfo& r) {
+        r.name = "Qrat2018Q2";
+        r.verifiedThrough = rwtest::D(2018, 6, 30);
+        r.verifiedThroughText = "June 30, 2018";
+    });
 
     rw::Session s;
     rw::Startup(s, paths, msgs);
