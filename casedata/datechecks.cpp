@@ -16,11 +16,18 @@ bool IsBlankDate(std::string_view text)
 
 bool DateValid(std::string_view text, std::string_view name, Date& out, Messages& msgs)
 {
-    if (auto d = ParseUserDate(text)) {
+    const std::optional<Date> d = ParseUserDate(text);
+    if (d && IsReadableDate(*d)) {
         out = *d;
         return true;
     }
-    if (IsBlankDate(text))
+    if (d)
+        // A date the case file could hold but no file could be read back with.
+        Warn(msgs, "The " + std::string(name) + " date entered as " + std::string(TrimBlanks(text))
+                       + " lies outside the years this program works with, 1800 to 2199.  Please "
+                         "enter a date "
+                       + kDateExample);
+    else if (IsBlankDate(text))
         Warn(msgs, "Please enter the " + std::string(name) + " date " + kDateExample);
     else
         Warn(msgs, "The " + std::string(name) + " date entered as " + std::string(TrimBlanks(text))

@@ -174,11 +174,11 @@ void SettingsFile::write(std::string_view section, std::string_view key, std::st
     }
     try {
         // The per-user folder of the settings may not exist yet.
-        std::error_code ec;
-        std::filesystem::create_directories(file_.parent_path(), ec);
+        std::error_code made;
+        std::filesystem::create_directories(file_.parent_path(), made);
         WriteFileAtomically(file_.string(), out, "WriteSettings");
     } catch (const Fault& f) {
-        ThrowFault(kErrPathAccess, "WriteSettings", f.detail());
+        ThrowFault(f.number(), "WriteSettings", f.detail());
     }
 }
 
