@@ -1,5 +1,6 @@
 #include "ui/reports/reportwindows.h"
 
+#include "base/fault.h"
 #include "base/numtext.h"
 #include "qtprint/qtprinter.h"
 #include "reports/standardsources.h"
@@ -421,8 +422,21 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
                          ctx.setNote(note);
                  },
                  repaint};
-    PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job,
-                 StandardReportSources(ctx.rates, ctx.ftfMinimums));
+    try {
+        PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job,
+                     StandardReportSources(ctx.rates, ctx.ftfMinimums));
+    } catch (const Fault& f) {
+        // A PDF file that cannot be written (a folder the user may not write
+        // to, a full disk) is told; the case and any earlier file stay.
+        if (f.number() != kErrPathAccess && f.number() != kErrDeviceIO
+            && f.number() != kErrPermission)
+            throw;
+        ctx.msgs.show("Print",
+                      "The reports could not be written ("
+                          + Utf8ToLatin1(target.describe().toStdString())
+                          + ").\n\nReason: " + Utf8ToLatin1(f.detail()),
+                      MsgIcon::Exclamation);
+    }
 }
 
 }  // namespace rw::ui

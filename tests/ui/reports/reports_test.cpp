@@ -11,6 +11,8 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
+#include <fstream>
+
 using namespace rwtest;
 
 namespace {
@@ -126,6 +128,14 @@ private Q_SLOTS:
         rw::ui::RunPrintCommand(rig.ctx, {hooks.choosePdfFile, {}, {}});
         RW_VERIFY_DRIVEN(drive);
         QVERIFY(QFileInfo(asked).size() > 0);
+        // A file that cannot be written is told, not a fault.
+        std::ofstream((rig.dir / "plain").string()) << "a file, not a folder";
+        const QString blocked = QString::fromStdString((rig.dir / "plain" / "x.pdf").string());
+        drive.when("Report Choices", Choose(rw::kRptSummary));
+        OneBoxAfter(rig.msgs, [&rig, &blocked] {
+            rw::ui::RunPrintCommand(rig.ctx, {[&blocked](QWidget*) { return blocked; }, {}, {}});
+        });
+        RW_VERIFY_DRIVEN(drive);
     }
 
     // A fault in the modal window closes it and reaches the caller; one in a
