@@ -63,9 +63,12 @@ TEST(DateChecks, FieldsRefuseWhatIsNotADateAndAnEmptyOneTheCaseNeeds)
         {"13/45/2022", Need::Optional, {}, {"The Payment date entered as 13/45/2022" + notADate}},
         {"abc", Need::Optional, {}, {"The Payment date entered as abc" + notADate}},
         {"12/31/2199", Need::Needed, D(2199, 12, 31), {}},
-        {"1/1/2200", Need::Optional, {},
+        {"1/1/2200",
+         Need::Optional,
+         {},
          {"The Payment date entered as 1/1/2200 lies outside the years this program works with, "
-          "1800 to 2199.  Please enter a date " + example}},
+          "1800 to 2199.  Please enter a date "
+          + example}},
         {"", Need::Needed, {}, {"Please enter the Payment date " + example}},
         {"__/__/____", Need::Optional, rw::NoDate, {}},
     };
