@@ -57,22 +57,6 @@ Money MoneyFieldOrZero(std::string_view text);
 // Whether the case needs a date field filled in.
 enum class DateNeed { Optional, Needed };
 
-// A date field being left: its date, or nothing for an empty field and for a
-// text that is not a date, which is refused (told, and the field marked in
-// form.refused).
-template<typename Form>
-std::optional<Date> DateLeft(Form& form, FormField<Form> field, std::string_view name,
-                             Messages& msgs)
-{
-    if (IsBlankDate(form.*field))
-        return std::nullopt;
-    Date d;
-    if (DateValid(form.*field, name, d, msgs))
-        return d;
-    form.refused = field;
-    return std::nullopt;
-}
-
 // A date field read on OK: its date, NoDate for an empty field the case can do
 // without; nothing when refused (not a date, or empty and needed).
 template<typename Form>
@@ -86,6 +70,18 @@ std::optional<Date> TakeDate(Form& form, FormField<Form> field, std::string_view
         return d;
     form.refused = field;
     return std::nullopt;
+}
+
+// A date field being left: its date, or nothing for an empty field and for a
+// text that is not a date, which is refused (told, and the field marked in
+// form.refused).
+template<typename Form>
+std::optional<Date> DateLeft(Form& form, FormField<Form> field, std::string_view name,
+                             Messages& msgs)
+{
+    if (IsBlankDate(form.*field))
+        return std::nullopt;
+    return TakeDate(form, field, name, DateNeed::Needed, msgs);
 }
 
 // A money field being left, or read on OK: its amount, or nothing when the

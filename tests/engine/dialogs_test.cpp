@@ -2,6 +2,7 @@
 // and the warnings of the interest options, suspension and extended due date.
 #include "support/casebuilder.h"
 #include "support/recordingmessages.h"
+#include "support/refusal.h"
 
 #include "casedata/datechecks.h"
 #include "casedata/extduedate.h"
@@ -133,10 +134,7 @@ TEST(Dialogs, InterestOptionsAtTheirThresholds)
 template<typename Dialog, typename Form>
 void CheckRefused(const char* name, rw::Case c, Form f, rw::FormField<Form> field)
 {
-    const rw::Case before = c;
-    RecordingMessages msgs;
-    EXPECT_FALSE(Dialog(c, msgs).accept(f)) << name;
-    EXPECT_TRUE(f.refused == field && msgs.shown.size() == 1 && c == before) << name;
+    EXPECT_EQ(rwtest::RefusalProblem<Dialog>(std::move(c), std::move(f), field), "") << name;
 }
 
 // What the option dialogs need on OK: a start date for a corporate rate that

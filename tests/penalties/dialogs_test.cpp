@@ -3,6 +3,7 @@
 // other lists in tests/payments, as is a money field that is not a number.)
 #include "support/casebuilder.h"
 #include "support/recordingmessages.h"
+#include "support/refusal.h"
 
 #include "penalties/accreldialog.h"
 #include "penalties/ftodialogs.h"
@@ -65,10 +66,7 @@ TEST(PenaltyDialogs, OkStores)
 template<typename Dialog, typename Form>
 void CheckRefused(const char* name, rw::Case c, Form f, rw::FormField<Form> field)
 {
-    const rw::Case before = c;
-    RecordingMessages msgs;
-    EXPECT_FALSE(Dialog(c, msgs).accept(f)) << name;
-    EXPECT_TRUE(f.refused == field && msgs.shown.size() == 1 && c == before) << name;
+    EXPECT_EQ(rwtest::RefusalProblem<Dialog>(std::move(c), std::move(f), field), "") << name;
 }
 
 // The dates a penalty needs: the filing date; the assessment only of a
