@@ -229,7 +229,7 @@ MUTANTS: list[Mutant] = [
       "p.cTax = pm.cToTax;",
       "a payment's tax part increases the balance instead of reducing it"),
     M("timeline-charge-from-liability", "engine/timeline.cpp",
-      "return ch.dtIntStart.isGiven() && ch.dtIntStart != Date() ? ch.dtIntStart : ch.dtLiab;",
+      "return HasInterestDate(ch) ? ch.dtIntStart : ch.dtLiab;",
       "return ch.dtLiab;",
       "interest on a charge runs from its liability date, ignoring its interest date"),
     M("timeline-tax-to-date-exclusive", "engine/timeline.cpp",
