@@ -281,6 +281,9 @@ TEST_F(Payments, TheUsersOwnInterestPartIsAdvisedAboutAboveItsCeiling)
     EXPECT_TRUE(msgs.shown.empty());
     for (int leave = 0; leave < 2; ++leave)
         dlg.paymentDialog().moneyLeft(f, &PaymentForm::toInterest);
+    f.toTax = "400.00";
+    dlg.paymentDialog().amountChanged(f);
+    EXPECT_EQ(f.unallocatedLabel, "Unallocated: 95.03");  // 500.00 - 400.00 - 4.97
     f.toTax = "495.03";
     EXPECT_TRUE(dlg.paymentDialog().okAllowed(f));  // advised already; it only advises
     EXPECT_EQ(
