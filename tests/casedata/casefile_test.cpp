@@ -168,6 +168,22 @@ TEST(CaseFile, LayoutsAreChosenByTheWholeTagAndWrittenBackInTheCurrentOne)
     }
 }
 
+// The two older layouts hold no accuracy-related rate: the converters give
+// the record they read into the normal 20 %, whatever it held before.
+TEST(CaseFile, OlderLayoutsGetTheNormalAccuracyRelatedRate)
+{
+    for (const auto& [layout, convert] : {std::pair{HandLayout::L482, &rw::ConvTo2000Q22},
+                                          std::pair{HandLayout::L484, &rw::ConvTo2010Q311}}) {
+        const std::vector<char> file = rwtest::HandCaseFile("Qrat1999Q4.10", layout, 3, {1, 1, 1});
+        const std::span<const char> records = std::span<const char>(file).subspan(6 + 20);
+        rw::BinReader in(records, "ReadCase");  // after the marker and the tag
+        rw::InitInputs init;
+        init.fAccRelRate = 0.4f;
+        convert(in, init);
+        EXPECT_EQ(init.fAccRelRate, 0.2f);
+    }
+}
+
 // ---- Reading damaged files, with the messages ------------------------------------------------
 
 TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
