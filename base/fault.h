@@ -44,6 +44,15 @@ private:
 [[noreturn]] void ThrowFault(std::int16_t number, std::string_view procedure,
                              std::string detail = {});
 
+// A file that could not be written (the safe writer's faults: the device 57,
+// permission 70, the path 75): told to the user where it arises, never a fault
+// of the program.
+inline bool IsWriteFault(const Fault& f)
+{
+    return f.number() == kErrDeviceIO || f.number() == kErrPermission
+           || f.number() == kErrPathAccess;
+}
+
 // An expected condition met inside a computation: the case asks for something
 // the program cannot honestly give (interest on a rate the table does not
 // hold). It is answered with a message where the computation was asked for;

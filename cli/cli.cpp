@@ -68,12 +68,6 @@ bool TakeSwitch(std::vector<std::string>& args, const std::string& name)
     return true;
 }
 
-bool IsWriteFault(const Fault& f)
-{
-    return f.number() == kErrDeviceIO || f.number() == kErrPermission
-           || f.number() == kErrPathAccess;
-}
-
 int TellNotWritten(CliEnv& env, std::string_view command, const std::string& path, const Fault& f)
 {
     env.err << "qratcalc-cli " << command << ": ";

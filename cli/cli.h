@@ -45,7 +45,6 @@ bool TakeSwitch(std::vector<std::string>& args, const std::string& name);
 // writer's fault (57, 70 or 75) as "qratcalc-cli COMMAND: DETAIL" (the
 // detail names the file and the system's reason), another fault as
 // "qratcalc-cli COMMAND: cannot write PATH: FAULT". The command's status: 1.
-bool IsWriteFault(const Fault& f);
 int TellNotWritten(CliEnv& env, std::string_view command, const std::string& path, const Fault& f);
 
 // The commands.

@@ -2,8 +2,6 @@
 
 #include "shell/filecommands.h"
 
-#include "base/numtext.h"
-
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -33,11 +31,8 @@ void AppendLogLine(ShellContext& ctx, const std::string& line)
     if (log)
         log << line << "\n" << std::flush;
     if (!log)
-        ctx.msgs.show("Error Log",
-                      "The error log could not be written.\n\nFile: " + Utf8ToLatin1(file.string())
-                          + "\nReason: "
-                          + (errno != 0 ? std::strerror(errno) : "the file could not be opened"),
-                      MsgIcon::Exclamation);
+        TellNotWritten(ctx.msgs, "Error Log", "The error log", file,
+                       errno != 0 ? std::strerror(errno) : "the file could not be opened");
 }
 
 }  // namespace

@@ -19,16 +19,8 @@ void WriteSetting(ShellContext& ctx, std::string_view section, std::string_view 
 {
     Session& s = ctx.session;
     const std::filesystem::path file = s.paths.iniFile();
-    if (s.settingsFailureTold) {
-        try {
-            SettingsFile(file).write(section, key, value);
-        } catch (const Fault&) {
-        }
-        return;
-    }
-    if (!WriteOrTell(ctx.msgs, "Settings", "The program's settings", file,
-                     [&] { SettingsFile(file).write(section, key, value); }))
-        s.settingsFailureTold = true;
+    WriteOrTellOnce(ctx.msgs, s.settingsFailureTold, "Settings", "The program's settings", file,
+                    [&] { SettingsFile(file).write(section, key, value); });
 }
 
 void SaveRecentFiles(ShellContext& ctx)
@@ -124,9 +116,7 @@ void FileNew(ShellContext& ctx)
     OpenRates("US  ", s.paths, ctx.msgs, s.gRates);
     MarkSaved(s);
     s.gsFileName = std::string(kUntitled);
-    EnableInputs(s);
-    SetPenaltyChecks(s);
-    SetOptionChecks(s);
+    DrawMenuMarks(s);
     RefreshTitle(s);
     if (!ctx.dialogs.showInitialInputs(s)) {
         // Cancelled: the new case was never begun.
@@ -159,19 +149,14 @@ void FileOpenRecent(ShellContext& ctx, const std::string& path)
     }
 }
 
-bool OpenCaseFile(ShellContext& ctx, const std::string& name)
-{
-    return OpenCase(ctx, name, false);
-}
-
 void OpenSampleCase(ShellContext& ctx, std::string_view sample)
 {
     if (!ConfirmDiscard(ctx))
         return;
-    OpenCase(ctx, (ctx.session.paths.installDir / sample).string(), true);
+    OpenCaseFile(ctx, (ctx.session.paths.installDir / sample).string(), true);
 }
 
-bool OpenCase(ShellContext& ctx, const std::string& name, bool asCopy)
+bool OpenCaseFile(ShellContext& ctx, const std::string& name, bool asCopy)
 {
     Session& s = ctx.session;
     if (EndsWithTBL(name)) {
@@ -237,11 +222,6 @@ bool FileSaveAs(ShellContext& ctx)
     return true;
 }
 
-bool ExitPrompt(ShellContext& ctx)
-{
-    return ConfirmDiscard(ctx);
-}
-
 void ExitProgram(ShellContext& ctx, bool saveFirst)
 {
     Session& s = ctx.session;
@@ -255,7 +235,7 @@ void ExitProgram(ShellContext& ctx, bool saveFirst)
 
 bool CloseMainWindow(ShellContext& ctx)
 {
-    if (!ExitPrompt(ctx))
+    if (!ConfirmDiscard(ctx))
         return false;
     ExitProgram(ctx, false);
     return true;

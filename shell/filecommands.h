@@ -41,17 +41,14 @@ void FileOpenRecent(ShellContext& ctx, const std::string& path);
 // that rate tables follow the authority chosen in Initial Inputs, and nothing
 // else changes. A missing file or one of another kind is told and leaves the
 // session as it was; a damaged file is told, and the case in memory stays too.
-// False when the case was not opened.
-bool OpenCaseFile(ShellContext& ctx, const std::string& name);
+// asCopy opens the file as a case without a file of its own, named as the file
+// is (Save asks where to keep it). False when the case was not opened.
+bool OpenCaseFile(ShellContext& ctx, const std::string& name, bool asCopy = false);
 
 // Help - Sample Cases: after ConfirmDiscard, opens the sample installed with
 // the program as a copy that has no file yet (Save asks where to keep it), so
 // the installed sample is never written.
 void OpenSampleCase(ShellContext& ctx, std::string_view sample);
-
-// OpenCaseFile's work; asCopy opens the file as a case without a file of its
-// own, named as the file is.
-bool OpenCase(ShellContext& ctx, const std::string& name, bool asCopy);
 
 // Save: writes the case to its own file (Save As while the case has none).
 // True when the case was written.
@@ -61,15 +58,12 @@ bool FileSave(ShellContext& ctx);
 // the dialog was cancelled or the file could not be written.
 bool FileSaveAs(ShellContext& ctx);
 
-// The closing question (ConfirmDiscard). False when the user chose to stay.
-bool ExitPrompt(ShellContext& ctx);
-
 // The exit procedure: stores the tool bar and tool tip choices in the
 // settings file, hides the main window, runs Save As when saveFirst, and ends
 // the program.
 void ExitProgram(ShellContext& ctx, bool saveFirst);
 
-// The main window closes (File - Exit or its close box): ExitPrompt, then
+// The main window closes (File - Exit or its close box): ConfirmDiscard, then
 // ExitProgram without saving. False when the user cancelled: the program and
 // the case stay as they were.
 bool CloseMainWindow(ShellContext& ctx);

@@ -70,14 +70,19 @@ void MarkSaved(Session& s)
     s.gbSaved = kYes;
 }
 
+void DrawMenuMarks(Session& s)
+{
+    EnableInputs(s);
+    SetPenaltyChecks(s);
+    SetOptionChecks(s);
+}
+
 void NoteCaseChanges(Session& s, Messages& msgs)
 {
     if (s.kase != s.copiedCase)
         WriteRecoveryCopy(s, msgs);
     s.gbSaved = s.kase == s.savedCase ? kYes : kNo;
-    EnableInputs(s);
-    SetPenaltyChecks(s);
-    SetOptionChecks(s);
+    DrawMenuMarks(s);
     RefreshTitle(s);
 }
 
@@ -94,23 +99,22 @@ std::optional<std::string> TryWrite(const std::filesystem::path& file,
         write();
         return std::nullopt;
     } catch (const Fault& f) {
-        if (f.number() != kErrPathAccess && f.number() != kErrDeviceIO
-            && f.number() != kErrPermission)
+        if (!IsWriteFault(f))
             throw;
         return f.detail();
     }
 }
 
+}  // namespace
+
 void TellNotWritten(Messages& msgs, std::string_view title, std::string_view what,
-                    const std::filesystem::path& file, const std::string& reason)
+                    const std::filesystem::path& file, std::string_view reason)
 {
     msgs.show(title,
               std::string(what) + " could not be written.\n\nFile: " + Utf8ToLatin1(file.string())
                   + "\nReason: " + Utf8ToLatin1(reason),
               MsgIcon::Exclamation);
 }
-
-}  // namespace
 
 bool WriteOrTell(Messages& msgs, std::string_view title, std::string_view what,
                  const std::filesystem::path& file, const std::function<void()>& write)
@@ -121,22 +125,26 @@ bool WriteOrTell(Messages& msgs, std::string_view title, std::string_view what,
     return !failure;
 }
 
+bool WriteOrTellOnce(Messages& msgs, bool& told, std::string_view title, std::string_view what,
+                     const std::filesystem::path& file, const std::function<void()>& write)
+{
+    const std::optional<std::string> failure = TryWrite(file, write);
+    if (failure && !told)
+        TellNotWritten(msgs, title, what, file, *failure);
+    told = told || failure.has_value();
+    return !failure;
+}
+
 bool WriteRecoveryCopy(Session& s, Messages& msgs)
 {
     const std::filesystem::path copy = s.paths.recoveryCopy();
-    const std::optional<std::string> failure
-        = TryWrite(copy, [&] { WriteCase(copy.string(), s.kase); });
-    if (!failure) {
+    const bool written = WriteOrTellOnce(
+        msgs, s.recoveryCopyFailureTold, "Recovery Copy",
+        "The recovery copy of the case, kept in case the program stops unexpectedly,", copy,
+        [&] { WriteCase(copy.string(), s.kase); });
+    if (written)
         s.copiedCase = s.kase;
-        return true;
-    }
-    if (!s.recoveryCopyFailureTold)
-        TellNotWritten(msgs, "Recovery Copy",
-                       "The recovery copy of the case, kept in case the program stops "
-                       "unexpectedly,",
-                       copy, *failure);
-    s.recoveryCopyFailureTold = true;
-    return false;
+    return written;
 }
 
 bool IsRecoveryCopy(const Session& s, const std::string& path)

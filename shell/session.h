@@ -112,6 +112,10 @@ std::string DisplayName(const Session& s);
 // The case now is what its file holds: nothing unsaved.
 void MarkSaved(Session& s);
 
+// Every menu check mark drawn from the case: EnableInputs, SetPenaltyChecks
+// and SetOptionChecks.
+void DrawMenuMarks(Session& s);
+
 // After every command: the case compared with its file ("*" in the title
 // while they differ) and with the recovery copy (written again when the case
 // changed), and every menu mark drawn again from the case.
@@ -128,6 +132,14 @@ bool WriteRecoveryCopy(Session& s, Messages& msgs);
 // written, the file and why; false then. Any other fault passes on.
 bool WriteOrTell(Messages& msgs, std::string_view title, std::string_view what,
                  const std::filesystem::path& file, const std::function<void()>& write);
+// WriteOrTell for a file the program keeps for itself (recovery copy,
+// settings): told only while `told` is false, which a failure sets, so a
+// folder that cannot be written is told once a run.
+bool WriteOrTellOnce(Messages& msgs, bool& told, std::string_view title, std::string_view what,
+                     const std::filesystem::path& file, const std::function<void()>& write);
+// The message of WriteOrTell: what could not be written, the file, the reason.
+void TellNotWritten(Messages& msgs, std::string_view title, std::string_view what,
+                    const std::filesystem::path& file, std::string_view reason);
 
 // True when path names the recovery copy.
 bool IsRecoveryCopy(const Session& s, const std::string& path);

@@ -342,7 +342,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PromptRow{"CloseDontSave", kClose, DontSave, false, true, false},
                     PromptRow{"CloseCancel", kClose, Cancel, false, false, false},
                     PromptRow{"CloseSaveAsCancelled", kClose, Save, true, false, false}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(FileCommands, ClosingWithNothingUnsavedAsksNothingAndStoresTheOptions)
 {

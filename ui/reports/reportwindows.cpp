@@ -428,8 +428,7 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
     } catch (const Fault& f) {
         // A PDF file that cannot be written (a folder the user may not write
         // to, a full disk) is told; the case and any earlier file stay.
-        if (f.number() != kErrPathAccess && f.number() != kErrDeviceIO
-            && f.number() != kErrPermission)
+        if (!IsWriteFault(f))
             throw;
         ctx.msgs.show("Print",
                       "The reports could not be written ("
