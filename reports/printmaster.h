@@ -10,6 +10,7 @@
 #include "reports/grid.h"
 #include "reports/inputs.h"
 #include "reports/printmanager.h"
+#include "reports/provenance.h"
 
 #include <array>
 #include <cstdint>
@@ -88,6 +89,9 @@ public:
 struct ReportSources {
     // Computes a copy of the case with every penalty it asks for.
     std::function<CaseComputation(const Case&)> compute;
+    // The release of the rates and the day of preparing, for the
+    // provenance lines of the summary, the detailed analysis and the inputs.
+    ReportProvenance provenance;
 };
 
 // ---- Print command -------------------------------------------------------------

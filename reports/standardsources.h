@@ -10,6 +10,10 @@ namespace rw {
 
 // The rate table and the failure-to-file minimums are copied; the sources
 // stay valid on their own.
-ReportSources StandardReportSources(const RateTable& rates, const FtfMinimumSchedule& ftfMinimums);
+ReportSources StandardReportSources(const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+                                    ReportProvenance provenance = {});
+
+// The provenance of reports prepared on `today` with the rates of `release`.
+ReportProvenance ProvenanceOf(const ReleaseInfo& release, Date today);
 
 }  // namespace rw

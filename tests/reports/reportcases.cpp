@@ -77,7 +77,7 @@ TLPoint Point(std::string_view code, Date d, std::string_view tax, std::string_v
 
 ReportSources SourcesFor(const CaseComputation& comp)
 {
-    return {[comp](const Case&) { return comp; }};
+    return {[comp](const Case&) { return comp; }, {}};
 }
 
 std::string Expected(const std::string& caseAndFile)

@@ -48,7 +48,7 @@ struct Paper {
     }
     ReportSources sources(const CaseComputation& comp)
     {
-        return {[this, comp](const Case&) { return ++computations, comp; }};
+        return {[this, comp](const Case&) { return ++computations, comp; }, {}};
     }
 };
 

@@ -9,6 +9,7 @@
 #include "casedata/caserecord.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
+#include "reports/provenance.h"
 
 #include <functional>
 #include <string_view>
@@ -42,6 +43,8 @@ struct CommandContext {
     // opens it when the filing date is left; the accuracy-related command
     // after its dialog when the penalty is on).
     std::function<void()> openExtendedDueDate;
+    // The release of the rates in use and today, for the reports' provenance.
+    ReportProvenance provenance;
 };
 
 }  // namespace rw::ui

@@ -1,6 +1,7 @@
 #include "ui/main/mainwindow.h"
 
 #include "base/numtext.h"
+#include "reports/standardsources.h"
 #include "shell/errorreporter.h"
 #include "shell/filecommands.h"
 #include "shell/mainwindow.h"
@@ -451,6 +452,7 @@ CommandContext MainWindow::commandContext()
         [this] { helpContents(); },
         [this] { WriteRecoveryCopy(session_, services_.msgs); },
         [this] { openExtendedDueDate(); },
+        ProvenanceOf(session_.release, services_.clock->today()),
     };
 }
 

@@ -14,8 +14,9 @@ void RunReportDisplayCommand(CommandContext& ctx)
 void RunReportDisplayCommand(CommandContext& ctx, const ReportHooks& hooks)
 {
     QtReportChooser chooser(nullptr, ctx.parent);
-    const std::vector<ReportWindow> windows = ReportDisplayCommand(
-        ctx.kase, ctx.reportChoice, chooser, StandardReportSources(ctx.rates, ctx.ftfMinimums));
+    const std::vector<ReportWindow> windows
+        = ReportDisplayCommand(ctx.kase, ctx.reportChoice, chooser,
+                               StandardReportSources(ctx.rates, ctx.ftfMinimums, ctx.provenance));
     int cascade = 0;
     for (const ReportWindow& w : windows)
         OpenReportWindow(ctx, hooks, w, cascade++);

@@ -424,7 +424,7 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
                  repaint};
     try {
         PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job,
-                     StandardReportSources(ctx.rates, ctx.ftfMinimums));
+                     StandardReportSources(ctx.rates, ctx.ftfMinimums, ctx.provenance));
     } catch (const Fault& f) {
         // A PDF file that cannot be written (a folder the user may not write
         // to, a full disk) is told; the case and any earlier file stay.

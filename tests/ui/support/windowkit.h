@@ -443,9 +443,9 @@ struct CommandRig {
     rw::PrintState printState;
     std::vector<std::string> notes;
     int helpOpened = 0, recoveryCopies = 0, extendedDueDateOpened = 0;
-    rw::ui::CommandContext ctx{nullptr, kase, rates,  FixtureRelease().ftfMinimums,
-                               paths,   msgs, choice, printState,
-                               {},      {},   {},     {}};
+    rw::ui::CommandContext ctx{
+        nullptr, kase, rates, FixtureRelease().ftfMinimums, paths, msgs, choice, printState, {}, {},
+        {},      {},   {}};
 };
 
 }  // namespace rwtest
