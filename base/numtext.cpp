@@ -111,6 +111,25 @@ std::string FormatRateDotHash0(double x)
     return FormatFixed(x, 2, 0);
 }
 
+std::string FormatRateAsHeld(float rate, bool leadingZero)
+{
+    char buf[64];
+    const auto res = std::to_chars(buf, buf + sizeof buf, rate, std::chars_format::fixed);
+    std::string s(buf, res.ptr);
+    std::size_t point = s.find('.');
+    if (point == std::string::npos) {
+        point = s.size();
+        s += '.';
+    }
+    while (s.size() - point - 1 < 2)
+        s += '0';
+    // No leading zero before the point: "0.125" -> ".125", "-0.5" -> "-.50".
+    const std::size_t digits = s[0] == '-' ? 1 : 0;
+    if (!leadingZero && point == digits + 1 && s[digits] == '0')
+        s.erase(digits, 1);
+    return s;
+}
+
 std::string PlainFloat(float f)
 {
     char buf[32];

@@ -25,6 +25,12 @@ std::string FormatFixed(double x, int decimals, int minIntDigits = 1, bool thous
 // ".#0": two decimals, no leading zero (0.2 -> ".20", 1.5 -> "1.50").
 std::string FormatRateDotHash0(double x);
 
+// A rate as the user gave it, in the ".#0" form but with every decimal the
+// single holds (its shortest text that reads back the same): 0.2f -> ".20",
+// 0.125f -> ".125", 1.5f -> "1.50". Showing it again and reading it back
+// never changes the rate. With leadingZero: "0.20", "0.125".
+std::string FormatRateAsHeld(float rate, bool leadingZero = false);
+
 // A float as plain text with the fewest digits that read back as the same
 // single (0.2f -> "0.2", 0.25f -> "0.25").
 std::string PlainFloat(float f);

@@ -14,9 +14,11 @@ constexpr Date kLastDueBeforeAccRel = Date::fromCivil(1989, 12, 31);
 constexpr float kEconomicSubstanceRate = 0.4f;
 constexpr const char* kUnderpaymentLabel = "Accuracy Related Underpayment";
 
+// The rate with every decimal it holds, so that OK on an unchanged form
+// stores the same rate again (12.5 % stays .125).
 std::string rateText(float rate)
 {
-    return FormatRateDotHash0(static_cast<double>(rate));
+    return FormatRateAsHeld(rate);
 }
 
 // The decimal text straight to the nearest single.

@@ -46,8 +46,9 @@ std::string DispAccRelPen(const InitInputs& init)
         AppendLine(text, para);
         AppendLine(text, "");
         AppendLine(text, sFormatSummLine("Understated Taxes", init.cAccRelAmt));
-        AppendLine(text, sFormatSummLine("Penalty Rate",
-                                         Money::fromDouble(static_cast<double>(init.fAccRelRate))));
+        // The rate with every decimal it holds, under the amounts' last digits.
+        AppendLine(text, LeftAlign("Penalty Rate", 30)
+                             + RightAlign(FormatRateAsHeld(init.fAccRelRate, true), 14));
         AppendLine(text, std::string(30, ' ') + "--------------");
         AppendLine(text, "");
         AppendLine(text, sFormatSummLine("Accuracy Related penalty", AccRelReportPenalty(init)));
@@ -87,7 +88,9 @@ void PrnAccRelPen(PrintManager& pm, const InitInputs& taxpayer, const InitInputs
         pm.PrnAmtAt(init.cAccRelAmt, 27);
         p.endLine();
         p.printAt(c, "Penalty Rate");
-        p.printAt(37, FormatFixed(static_cast<double>(init.fAccRelRate), 2, 1));
+        // Right-aligned with the amounts, which end in column 40.
+        const std::string rate = FormatRateAsHeld(init.fAccRelRate, true);
+        p.printAt(41 - static_cast<int>(rate.size()), rate);
         p.endLine();
         p.printLine(27, "--------------");
         p.emptyLine();

@@ -7,6 +7,7 @@
 #include "casedata/caserecord.h"
 #include "reports/grid.h"
 #include "reports/printmanager.h"
+#include "reports/provenance.h"
 
 #include <string>
 
@@ -14,7 +15,7 @@ namespace rw {
 
 // The printed listing (Courier New 12, restored at the end); the lists follow
 // when they have entries.
-void PrintInputs(PrintManager& pm, const Case& c);
+void PrintInputs(PrintManager& pm, const Case& c, const ReportProvenance& prov = {});
 // The three lists (charges and payments in Courier New 8, restored after;
 // deposits in the listing's font) and their column headings.
 void PrnCharges(PrintManager& pm, const Case& c);
@@ -25,7 +26,7 @@ void PrnDeposits(PrintManager& pm, const Case& c);
 void PrnDepHeadings(PrintManager& pm, const InitInputs& init);
 
 // The text of the inputs window, lines ended by CR LF.
-std::string DispInputs(const Case& c);
+std::string DispInputs(const Case& c, const ReportProvenance& prov = {});
 
 // The list grids of the inputs window: the heading row and `rows` empty rows
 // after it (Setup...), or every entry of the list (Fill...).
@@ -48,6 +49,6 @@ struct InputsWindowData {
     bool paymentsEnabled = false;  // "Payments"
     friend bool operator==(const InputsWindowData&, const InputsWindowData&) = default;
 };
-InputsWindowData InputsWindow(const Case& c);
+InputsWindowData InputsWindow(const Case& c, const ReportProvenance& prov = {});
 
 }  // namespace rw

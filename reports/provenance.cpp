@@ -1,6 +1,7 @@
 #include "reports/provenance.h"
 
 #include "rates/ratetable.h"
+#include "reports/reporttext.h"
 
 #include <algorithm>
 
@@ -40,6 +41,27 @@ std::vector<std::string> ProvenanceLines(const ReportProvenance& prov, const Ini
         lines.push_back("Estimated rates: " + FormatShortDate(span->from) + " to "
                         + FormatShortDate(span->thru));
     return lines;
+}
+
+void AppendProvenance(std::string& text, const std::vector<std::string>& lines)
+{
+    // One empty line between the report and its provenance.
+    const std::string blankEnd = std::string(kCrLf) + std::string(kCrLf);
+    if (!text.ends_with(blankEnd))
+        AppendLine(text, "");
+    for (const std::string& line : lines)
+        AppendLine(text, line);
+}
+
+void PrintProvenance(PrintManager& pm, const InitInputs& init, std::string_view title,
+                     const std::vector<std::string>& lines)
+{
+    Printer& p = pm.printer();
+    pm.PrnManager2(static_cast<std::int16_t>(lines.size() + 1), init.sName.shown(),
+                   init.s2ndLine.shown(), title);
+    p.emptyLine();
+    for (const std::string& line : lines)
+        p.printLine(kTextColumn, line);
 }
 
 }  // namespace rw

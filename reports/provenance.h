@@ -7,6 +7,7 @@
 // published rate forward until an announcement is seen).
 #include "casedata/caserecord.h"
 #include "engine/intcalc.h"
+#include "reports/printmanager.h"
 
 #include <optional>
 #include <string>
@@ -42,6 +43,15 @@ bool IsEstimatedRow(const ReportProvenance& prov, const ResultPeriod& row);
 //   "Prepared: 11/25/2026"                              (when the day is given)
 //   "Estimated rates: 1/1/2027 to 2/15/2027"            (when any)
 std::vector<std::string> ProvenanceLines(const ReportProvenance& prov, const InitInputs& init);
+
+// The lines after an empty line, at the end of a report's window text (lines
+// ended by CR LF).
+void AppendProvenance(std::string& text, const std::vector<std::string>& lines);
+
+// The lines after an empty line, at print column 3, kept together on one page
+// under the report's page headings and title.
+void PrintProvenance(PrintManager& pm, const InitInputs& init, std::string_view title,
+                     const std::vector<std::string>& lines);
 
 // The mark after the rate of an estimated row of the detailed analysis, and
 // the line that explains it.

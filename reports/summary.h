@@ -7,6 +7,7 @@
 #include "casedata/caserecord.h"
 #include "engine/timeline.h"
 #include "reports/printmanager.h"
+#include "reports/provenance.h"
 
 #include <string>
 #include <string_view>
@@ -54,10 +55,13 @@ std::string sFormatSummLine(std::string_view label, Money amount);
 // The text of the summary window, lines ended by CR LF. init is the case
 // as computed (ComputeCase): in an overpayment case with stop days its stop
 // date is already the day interest stops, and a line under the period says
-// so with the check date.
-std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest);
+// so with the check date. The provenance lines close the text.
+std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest,
+                        const ReportProvenance& prov = {});
 
-// Prints the summary through the page manager (Courier New 12, restored).
-void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Money interest);
+// Prints the summary through the page manager (Courier New 12, restored),
+// the provenance lines under the total.
+void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Money interest,
+                const ReportProvenance& prov = {});
 
 }  // namespace rw
