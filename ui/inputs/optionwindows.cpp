@@ -44,15 +44,30 @@ YesNo yesNoGroup(const QString& caption, const QString& name, QWidget* parent)
     return g;
 }
 
-QLabel* legalCaption(const QString& text, const QString& name, QWidget* parent)
+// A legal caption in bold and, under it, one plain line saying what the
+// provision does, so that "*OLD*" and "*NEW*" are not guessed at.
+QWidget* legalCaption(const QString& text, const QString& explanation, const QString& name,
+                      QWidget* parent)
 {
-    auto* label = new QLabel(text, parent);
+    auto* box = new QWidget(parent);
+    auto* label = new QLabel(text, box);
     label->setObjectName(name);
     QFont f = label->font();
     f.setBold(true);
     label->setFont(f);
     label->setAlignment(Qt::AlignCenter);
-    return label;
+    auto* note = new QLabel(explanation, box);
+    note->setObjectName(name + QStringLiteral("Note"));
+    note->setWordWrap(true);
+    note->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    note->setMinimumWidth(note->fontMetrics().horizontalAdvance(QString(30, QLatin1Char('n'))));
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addStretch();
+    column->addWidget(label);
+    column->addWidget(note);
+    column->addStretch();
+    return box;
 }
 
 // OK and Cancel; OK is the default button.
@@ -141,15 +156,21 @@ OptRatesWindow::OptRatesWindow(Case& c, Messages& msgs, QWidget* parent)
     // (tax-motivated transactions) and the new one (large corporations).
     auto* grid = new QGridLayout;
     grid->addWidget(taxMot.group, 0, 0);
-    grid->addWidget(
-        legalCaption(QStringLiteral("6621(c) *OLD*"), QStringLiteral("lblOld6621c"), this), 0, 1);
+    grid->addWidget(legalCaption(QStringLiteral("6621(c) *OLD*"),
+                                 QStringLiteral("Tax-motivated transactions: 120% of the "
+                                                "underpayment rate, for interest after 1984 on "
+                                                "returns due before 1990."),
+                                 QStringLiteral("lblOld6621c"), this),
+                    0, 1);
     grid->addWidget(corpUP.group, 1, 0);
     grid->addWidget(corpOP.group, 2, 0);
-    grid->addWidget(
-        legalCaption(QStringLiteral("6621(c) *NEW*"), QStringLiteral("lblNew6621c"), this), 1, 1, 2,
-        1);
-    grid->setColumnMinimumWidth(1, fontMetrics().horizontalAdvance(QStringLiteral("6621(c) *NEW*"))
-                                       + 24);
+    grid->addWidget(legalCaption(QStringLiteral("6621(c) *NEW*"),
+                                 QStringLiteral("Large corporate underpayments (over $100,000): "
+                                                "2 points above the underpayment rate, from "
+                                                "1991. Corporate overpayments over $10,000: "
+                                                "2.5 points below it, from 1995."),
+                                 QStringLiteral("lblNew6621c"), this),
+                    1, 1, 2, 1);
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(grid);

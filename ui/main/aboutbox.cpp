@@ -45,10 +45,10 @@ AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent
     QFont bold = description->font();
     bold.setBold(true);
     description->setFont(bold);
-    auto* version = line(QStringLiteral("Version ") + fromCore(kProgramVersion),
+    // The version names the layout of the case files; the release of the
+    // rates, which changes every quarter, comes first.
+    auto* version = line(QStringLiteral("Case file format: version ") + fromCore(kProgramVersion),
                          QStringLiteral("lblVersion"), this);
-    // The release of the rates beside the program's version: a release can
-    // be newer than the program.
     auto* rates = line(
         release.loaded()
             ? QStringLiteral("Interest rates: release ") + fromCore(release.name)
@@ -96,8 +96,8 @@ AboutBox::AboutBox(const ReleaseInfo& release, Desktop& desktop, QWidget* parent
     top->addWidget(purpose);
     top->addSpacing(8);
     top->addWidget(description);
-    top->addWidget(version);
     top->addWidget(rates);
+    top->addWidget(version);
     top->addSpacing(8);
     top->addWidget(notice);
     top->addSpacing(8);
