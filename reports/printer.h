@@ -13,7 +13,8 @@
 // Physical pages: every line takes the height of one line of the font in use
 // when it is printed. A line that would reach below the printable area starts
 // a new page first, as a printer does when it runs off the sheet; the page
-// manager never lets that happen while one font is used on a page.
+// manager, which counts every line at its height in its font, never lets that
+// happen.
 //
 // New pages are started lazily: after newPage() the next page begins with its
 // first line, so ending the document right after newPage() adds no blank

@@ -3,6 +3,7 @@
 #include "base/fault.h"
 
 #include <limits>
+#include <utility>
 
 namespace rw {
 
@@ -16,6 +17,14 @@ std::int16_t toCount(std::int32_t v, std::string_view procedure)
     return static_cast<std::int16_t>(v);
 }
 
+std::int32_t addHeight(std::int32_t used, std::int64_t more, std::string_view procedure)
+{
+    const std::int64_t sum = static_cast<std::int64_t>(used) + more;
+    if (sum > std::numeric_limits<std::int32_t>::max())
+        ThrowFault(kErrOverflow, procedure, "page height out of range");
+    return static_cast<std::int32_t>(sum);
+}
+
 }  // namespace
 
 PrintManager::PrintManager(Printer& printer, PrintState& state, Messages& msgs)
@@ -25,14 +34,24 @@ PrintManager::PrintManager(Printer& printer, PrintState& state, Messages& msgs)
 {
 }
 
+std::int32_t PrintManager::lineHeight()
+{
+    const std::int32_t h = printer_.textHeight("Sample");
+    if (h <= 0)
+        ThrowFault(kErrDivisionByZero, "nLinesPerPage", "the font has no height");
+    return h;
+}
+
 std::int16_t PrintManager::nLinesPerPage()
 {
     return WithFaultName("nLinesPerPage", [&] {
-        const std::int32_t lineHeight = printer_.textHeight("Sample");
-        if (lineHeight <= 0)
-            ThrowFault(kErrDivisionByZero, "nLinesPerPage", "the font has no height");
-        return toCount(printer_.pageHeight() / lineHeight, "nLinesPerPage");
+        return toCount(printer_.pageHeight() / lineHeight(), "nLinesPerPage");
     });
+}
+
+std::int32_t PrintManager::bodyLimit()
+{
+    return (static_cast<std::int32_t>(nLinesPerPage()) - kFooterLines - 1) * lineHeight();
 }
 
 void PrintManager::PrintHeadings(std::string_view heading1, std::string_view heading2,
@@ -48,27 +67,50 @@ void PrintManager::PrintHeadings(std::string_view heading1, std::string_view hea
     });
 }
 
-void PrintManager::PrnPgNo(std::int16_t& lineCount)
+void PrintManager::PrnPgNo()
 {
     WithFaultName("PrnPgNo()", [&] {
-        const std::int32_t foot = nLinesPerPage() - kFooterLines;
-        while (lineCount < foot) {
+        const std::int32_t h = lineHeight();
+        const std::int32_t foot = (static_cast<std::int32_t>(nLinesPerPage()) - kFooterLines) * h;
+        std::int32_t& used = state_.usedHeight;
+        while (used + h <= foot) {
             printer_.emptyLine();
-            lineCount = toCount(lineCount + 1, "PrnPgNo()");
+            used += h;
         }
         printer_.printLine(kTextColumn, "Page " + std::to_string(printer_.page()));
         printer_.newPage();
+        used = 0;
+        state_.bodyTop = 0;
     });
+}
+
+void PrintManager::beginPage(std::string_view heading1, std::string_view heading2,
+                             std::string_view title)
+{
+    if (state_.usedHeight != 0)
+        PrnPgNo();
+    PrintHeadings(heading1, heading2, title);
+    state_.usedHeight = kHeadingLines * lineHeight();
+    state_.bodyTop = state_.usedHeight;
+    if (listHeadings_ && !repeating_) {
+        repeating_ = true;
+        try {
+            listHeadings_();
+        } catch (...) {
+            repeating_ = false;
+            throw;
+        }
+        repeating_ = false;
+    }
 }
 
 std::int16_t PrintManager::PrnManager2(std::int16_t lines, std::string_view heading1,
                                        std::string_view heading2, std::string_view title)
 {
     return WithFaultName("PrnManager2()", [&]() -> std::int16_t {
-        std::int16_t& count = state_.nLineCount;
         if (lines == kEndReportPage) {
-            PrnPgNo(count);
-            count = 0;
+            if (state_.usedHeight != 0)
+                PrnPgNo();
             return 0;
         }
         if (lines < 1 || lines > kMaxReserve) {
@@ -78,27 +120,48 @@ std::int16_t PrintManager::PrnManager2(std::int16_t lines, std::string_view head
                        MsgIcon::Critical);
             return 0;
         }
+        const std::int64_t height = static_cast<std::int64_t>(lines) * lineHeight();
         std::int16_t result = 0;
-        if (count == 0) {
-            PrintHeadings(heading1, heading2, title);
-            count = kHeadingLines;
+        if (state_.usedHeight == 0
+            || (state_.usedHeight > state_.bodyTop && state_.usedHeight + height > bodyLimit())) {
+            beginPage(heading1, heading2, title);
             result = 1;
         }
-        if (static_cast<std::int32_t>(count) + lines
-            >= static_cast<std::int32_t>(nLinesPerPage()) - kFooterLines) {
-            PrnPgNo(count);
-            PrintHeadings(heading1, heading2, title);
-            count = kHeadingLines;
-            result = 1;
-        }
-        count = toCount(static_cast<std::int32_t>(count) + lines, "PrnManager2()");
+        state_.usedHeight = addHeight(state_.usedHeight, height, "PrnManager2()");
         return result;
+    });
+}
+
+std::int16_t PrintManager::KeepTogether(std::int16_t lines, std::string_view heading1,
+                                        std::string_view heading2, std::string_view title)
+{
+    return WithFaultName("KeepTogether", [&]() -> std::int16_t {
+        if (lines < 1)
+            return 0;
+        const std::int64_t height = static_cast<std::int64_t>(lines) * lineHeight();
+        if (state_.usedHeight == 0
+            || (state_.usedHeight > state_.bodyTop && state_.usedHeight + height > bodyLimit())) {
+            beginPage(heading1, heading2, title);
+            return 1;
+        }
+        return 0;
     });
 }
 
 void PrintManager::PrnAmtAt(Money amount, int column)
 {
     printer_.printAt(column, RtJustAmt(amount));
+}
+
+RepeatedHeadings::RepeatedHeadings(PrintManager& pm, std::function<void()> printHeadings)
+    : pm_(pm)
+    , previous_(std::exchange(pm.listHeadings_, std::move(printHeadings)))
+{
+}
+
+RepeatedHeadings::~RepeatedHeadings()
+{
+    pm_.listHeadings_ = std::move(previous_);
 }
 
 void SetNewFont(Printer& printer, std::string_view name, float size, SavedFont& saved)

@@ -47,15 +47,16 @@ void TextPrinter::beginLineIfNeeded()
         return;
     ended_ = false;
     const std::int32_t h = lineHeight();
-    if (!pagePending_ && usedHeight_ + h > metrics_.pageHeight) {
+    if (!pagePending_ && usedHeights_.back() + h > metrics_.pageHeight) {
         // Off the bottom of the sheet: the printer feeds a new one.
         ++pageNo_;
+        ++runOffs_;
         pagePending_ = true;
     }
     if (pagePending_) {
         pages_.emplace_back();
+        usedHeights_.push_back(0);
         pagePending_ = false;
-        usedHeight_ = 0;
     }
     lineOpen_ = true;
     open_.clear();
@@ -77,7 +78,7 @@ void TextPrinter::endLine()
     while (!open_.empty() && open_.back() == ' ')
         open_.pop_back();
     pages_.back().push_back(open_);
-    usedHeight_ += lineHeight();
+    usedHeights_.back() += lineHeight();
     open_.clear();
     lineOpen_ = false;
 }
@@ -86,8 +87,10 @@ void TextPrinter::newPage()
 {
     if (lineOpen_)
         endLine();
-    if (pagePending_)
+    if (pagePending_) {
         pages_.emplace_back();  // a page break on an empty page leaves a blank sheet
+        usedHeights_.push_back(0);
+    }
     ++pageNo_;
     pagePending_ = true;
 }

@@ -47,6 +47,12 @@ public:
 
     // The pages printed so far (the last one may still be open).
     const std::vector<std::vector<std::string>>& pages() const { return pages_; }
+    // The height each page's lines take, page by page (never more than the
+    // page height: a line that does not fit goes on a new sheet).
+    const std::vector<std::int32_t>& usedHeights() const { return usedHeights_; }
+    // How many times a line did not fit below the lines of its page and the
+    // printer fed a new sheet for it, a page the page manager did not end.
+    int runOffs() const { return runOffs_; }
     // True once endDoc has been called (and nothing printed since).
     bool ended() const { return ended_; }
     int documents() const { return documents_; }
@@ -63,11 +69,12 @@ private:
     std::string fontName_ = "Courier New";
     float fontSize_ = 12.0f;
     std::vector<std::vector<std::string>> pages_;
+    std::vector<std::int32_t> usedHeights_;
     std::string open_;  // the line being composed
     bool lineOpen_ = false;
     bool pagePending_ = true;  // the next line begins a new page
-    std::int32_t usedHeight_ = 0;
     int pageNo_ = 1;
+    int runOffs_ = 0;
     bool ended_ = false;
     int documents_ = 0;
 };

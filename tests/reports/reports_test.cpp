@@ -153,7 +153,7 @@ TEST_P(GoldenText, MatchesTheTextWrittenOut)
     const std::string expected = Expected(GetParam().caseName + "/" + GetParam().file);
     EXPECT_EQ(window.empty() ? p.printer.text() : CrLfToLf(window), expected);
     EXPECT_TRUE(p.msgs.shown.empty());
-    EXPECT_EQ(p.state.nLineCount, 0);  // a printed report ends its page
+    EXPECT_EQ(p.state.usedHeight, 0);  // a printed report ends its page
     // A report that prints in a font of its own gives back the one it found.
     EXPECT_TRUE(p.printer.fontName() == "Arial" && p.printer.fontSize() == 10.0f);
 }
@@ -255,7 +255,7 @@ TEST(PrnManager2, ANewPageWhenTheReservationWouldReachTheFoot)
         for (int n : r.reservations)
             got.push_back(p.reserve(n));
         EXPECT_EQ(got, r.newPage);
-        EXPECT_EQ(p.state.nLineCount, r.counter);
+        EXPECT_EQ(p.state.usedHeight, r.counter * 10);  // lines of 10 units
     }
 }
 
@@ -268,7 +268,7 @@ TEST(PrnManager2, EndOfReportPadsNumbersThePageAndTheNextJobRunsOn)
     p.pm.PrnAmtAt(Money::fromCents(-5), 25);
     p.printer.endLine();
     EXPECT_EQ(p.reserve(kEndReportPage), 0);
-    EXPECT_EQ(p.state.nLineCount, 0);
+    EXPECT_EQ(p.state.usedHeight, 0);
     Lines page = {
         "", "", "  Taxpayer", "  Line 2", "  Title", "", "  Total    1,234,567.89          -0.05"};
     page.resize(53, "");  // up to capacity - 6 on the counter
@@ -294,25 +294,71 @@ TEST(PrnManager2, OutsideOneToFortyIsRefusedWithTheErrorMessage)
                   std::tuple("Error!", MsgIcon::Critical,
                              std::to_string(n)
                                  + " lines passed to PrnManager2(). Please use between 1 and 40"));
-        EXPECT_TRUE(p.printer.pages().empty() && p.state.nLineCount == 0);
+        EXPECT_TRUE(p.printer.pages().empty() && p.state.usedHeight == 0);
     }
 }
 
-TEST(PrnManager2, CapacityIsPageHeightOverTheCurrentFontsLineHeight)
+TEST(PrnManager2, MixedFontsFillThePageByTheirHeights)
 {
-    // 12-point lines 13 units high, 8-point lines 9, on a page 700 high: 53
-    // and 77 whole lines.
+    // A page 700 high; 12-point lines 13 high: 53 whole lines, reserved lines
+    // ending by (53 - 7) x 13 = 598; 8-point lines 9 high: 77 lines, by 630.
+    // The heading block counts 7 lines of the font it is printed in.
     PageMetrics m;
     m.pageHeight = 700;
     m.lineHeight = [](std::string_view, float size) { return size >= 12.0f ? 13 : 9; };
-    Paper p(m);
-    EXPECT_EQ(p.pm.nLinesPerPage(), 53);
-    p.printer.setFont("Courier New", 8.0f);
-    EXPECT_EQ(p.pm.nLinesPerPage(), 77);
-    p.reserve(40);  // 47
-    EXPECT_EQ(p.reserve(20), 0);  // 67 < 71
-    p.printer.setFont("Courier New", 12.0f);
-    EXPECT_EQ(p.reserve(1), 1);  // 68 >= 47
+    struct Row {
+        std::string name;
+        float first;
+        int firstLines;
+        float then;
+        int fit;
+    };
+    for (const Row& r : {Row{"EightAfterTwelve", 12, 10, 8, 45},  // (630 - 91 - 130) / 9 = 45.4
+                         Row{"TwelveAfterEight", 8, 40, 12, 13}}) {  // (598 - 63 - 360) / 13 = 13.5
+        SCOPED_TRACE(r.name);
+        Paper p(m);
+        auto printed = [&](int n) {
+            const std::int16_t began = p.reserve(n);
+            for (int i = 0; i < n; ++i)
+                p.printer.printLine(3, "x");
+            return began;
+        };
+        p.printer.setFont("Courier New", r.first);
+        EXPECT_EQ(p.pm.nLinesPerPage(), r.first == 12 ? 53 : 77);
+        printed(r.firstLines);
+        p.printer.setFont("Courier New", r.then);
+        int fit = 0;
+        while (printed(1) == 0)
+            ++fit;
+        EXPECT_EQ(fit, r.fit);
+        p.reserve(kEndReportPage);
+        EXPECT_EQ(p.printer.runOffs(), 0);
+        ASSERT_EQ(p.printer.pages().size(), 2u);
+        EXPECT_EQ(p.printer.pages()[0].back(), "  Page 1");
+        EXPECT_LE(p.printer.usedHeights()[0], 700);
+    }
+}
+
+TEST(KeepTogether, ABlockThatDoesNotFitBeginsTheNextPageAndReservesNothing)
+{
+    // 60 lines a page: the heading block and 46 reserved lines.
+    struct Row {
+        std::string name;
+        int reserved, kept;
+        std::int16_t newPage;
+        int counter;  // lines on the page after it
+    };
+    for (const Row& r : {Row{"FitsToTheLastLine", 40, 6, 0, 47}, Row{"OneLineTooMany", 40, 7, 1, 7},
+                         Row{"BeginsAReportsFirstPage", 0, 3, 1, 7},
+                         Row{"TallerThanAPageStaysOnAFreshOne", 0, 99, 1, 7}}) {
+        SCOPED_TRACE(r.name);
+        Paper p;
+        if (r.reserved > 0)
+            p.reserve(r.reserved);
+        EXPECT_EQ(p.pm.KeepTogether(static_cast<std::int16_t>(r.kept), "a", "b", "c"), r.newPage);
+        EXPECT_EQ(p.pm.KeepTogether(static_cast<std::int16_t>(r.kept), "a", "b", "c"), 0);
+        EXPECT_EQ(p.state.usedHeight, r.counter * 10);
+    }
 }
 
 TEST(PrintMaster, ComputesOnceSkipsWhatDoesNotApplyAndNumbersThePagesOnThroughTheJob)
@@ -389,18 +435,17 @@ TEST(PrintMaster, CancelPrintsNothingAndFailureToPayAlonePrintsItsBlock)
                              [](auto& l) { return l.starts_with("Failure to pay rate"); }));
 }
 
-TEST(ReportDisplay, WindowsOpenPayrollAccuracyFailureDetailSummaryInputs)
+TEST(ReportDisplay, WindowsOpenSummaryDetailFailureAccuracyPayrollInputs)
 {
     const CaseComputation comp = Computation("everypenalty");
     const auto windows = ReportWindows(63, comp.kase, SourcesFor(comp));
     const ReportWindowKind order[]
-        = {ReportWindowKind::PayrollPenalty, ReportWindowKind::AccuracyRelated,
-           ReportWindowKind::FailFilePay,    ReportWindowKind::DetailedInterest,
-           ReportWindowKind::Summary,        ReportWindowKind::Inputs};
+        = {ReportWindowKind::Summary,        ReportWindowKind::DetailedInterest,
+           ReportWindowKind::FailFilePay,    ReportWindowKind::AccuracyRelated,
+           ReportWindowKind::PayrollPenalty, ReportWindowKind::Inputs};
     ASSERT_EQ(windows.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i)
         EXPECT_EQ(windows[i].kind, order[i]);
-    EXPECT_TRUE(windows[2].modal);
     EXPECT_TRUE(windows[5].inputs->paymentsEnabled && windows[5].inputs->depositsEnabled);
     // The failure to file and pay grid's last row: 8 x 50.00 + 100.00; 5 x 450.00.
     EXPECT_EQ(windows[2].grid->cells.back(),
