@@ -4,12 +4,16 @@
 #include "base/numtext.h"
 #include "reports/reporttext.h"
 
+#include <optional>
+
 namespace rw {
 
 namespace {
 
 constexpr std::string_view kHeadTitle = "Detailed Interest Analysis";
 constexpr std::string_view kRowTitle = "Period By Period Results";
+constexpr std::int16_t kResultHeadLines = 4;
+constexpr std::int16_t kTotalLines = 3;
 
 }  // namespace
 
@@ -31,7 +35,7 @@ void PrnResultHead(PrintManager& pm, const InitInputs& init)
 {
     WithFaultName("PrnResultHead", [&] {
         Printer& p = pm.printer();
-        pm.PrnManager2(4, init.sName.shown(), init.s2ndLine.shown(), kHeadTitle);
+        pm.PrnManager2(kResultHeadLines, init.sName.shown(), init.s2ndLine.shown(), kHeadTitle);
         p.emptyLine();
         p.printLine(kTextColumn, "                                                             "
                                  "BEGINNING      BEGINNING");
@@ -50,11 +54,16 @@ void PrnResult(PrintManager& pm, const InitInputs& init, const std::vector<Resul
         Printer& p = pm.printer();
         const std::string h1 = init.sName.shown();
         const std::string h2 = init.s2ndLine.shown();
+        // The column headings begin a page with a row (or the totals) under them.
+        pm.KeepTogether(kResultHeadLines + (rows.empty() ? kTotalLines : 1), h1, h2, kHeadTitle);
         PrnResultHead(pm, init);
         Money total;
+        std::optional<RepeatedHeadings> repeat(std::in_place, pm, [&] { PrnResultHead(pm, init); });
         for (const ResultPeriod& r : rows) {
-            if (pm.PrnManager2(1, h1, h2, kRowTitle) == 1)
-                PrnResultHead(pm, init);
+            // The totals never begin a page: the last row goes with them.
+            if (&r == &rows.back())
+                pm.KeepTogether(1 + kTotalLines, h1, h2, kRowTitle);
+            pm.PrnManager2(1, h1, h2, kRowTitle);
             // The description keeps its 16 cells on paper, set or not.
             const DetailLine t = DetailRowCells(r);
             p.printAt(9, LeftAlign(t[2], 16) + " " + t[0] + " " + t[1] + " " + t[3] + " ");
@@ -66,7 +75,8 @@ void PrnResult(PrintManager& pm, const InitInputs& init, const std::vector<Resul
             p.endLine();
             total += r.cInterest;
         }
-        pm.PrnManager2(3, h1, h2, kRowTitle);
+        pm.PrnManager2(kTotalLines, h1, h2, kRowTitle);
+        repeat.reset();
         p.printLine(103, "--------------");
         pm.PrnAmtAt(total, 103);
         p.endLine();

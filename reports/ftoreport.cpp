@@ -4,11 +4,19 @@
 #include "base/numtext.h"
 #include "reports/reporttext.h"
 
+#include <optional>
+
 namespace rw {
 
 namespace {
 
 constexpr std::string_view kTitle = "Failure To File and/or Pay Analysis";
+// Reserved lines: the column headings (one more than they print), the totals
+// and the two closing sections.
+constexpr std::int16_t kHeadLines = 5;
+constexpr std::int16_t kTotalLines = 3;
+constexpr std::int16_t kFileSectionLines = 7;
+constexpr std::int16_t kPaySectionLines = 8;
 
 }  // namespace
 
@@ -54,7 +62,7 @@ void PrnFtoFPHead(PrintManager& pm, const InitInputs& init)
 {
     WithFaultName("PrnFtoFPHead", [&] {
         Printer& p = pm.printer();
-        pm.PrnManager2(5, init.sName.shown(), init.s2ndLine.shown(), kTitle);
+        pm.PrnManager2(kHeadLines, init.sName.shown(), init.s2ndLine.shown(), kTitle);
         p.emptyLine();
         p.printLine(
             1, "       DATE                NET        GROSS     FAIL        FAILURE        NET");
@@ -75,11 +83,23 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
         const std::string h2 = init.s2ndLine.shown();
         SavedFont saved;
         SetNewFont(p, kReportFont, 8.0f, saved);
+        const std::int16_t fileLines
+            = IsYes(init.bFtoFile)
+                  ? static_cast<std::int16_t>(kFileSectionLines + (note.empty() ? 0 : 1))
+                  : 0;
+        const std::int16_t payLines = IsYes(init.bFtoPay) ? kPaySectionLines : 0;
+        // What closes the analysis: the totals and the sections that explain
+        // it, which never stand on a page without a row of the table.
+        const auto closing = static_cast<std::int16_t>(kTotalLines + fileLines + payLines);
+        pm.KeepTogether(static_cast<std::int16_t>(kHeadLines + (rows.empty() ? closing : 1)), h1,
+                        h2, kTitle);
         PrnFtoFPHead(pm, init);
         Money ftp, ftf;
+        std::optional<RepeatedHeadings> repeat(std::in_place, pm, [&] { PrnFtoFPHead(pm, init); });
         for (const FtoRow& r : rows) {
-            if (pm.PrnManager2(1, h1, h2, kTitle) == 1)
-                PrnFtoFPHead(pm, init);
+            if (&r == &rows.back())
+                pm.KeepTogether(static_cast<std::int16_t>(1 + closing), h1, h2, kTitle);
+            pm.PrnManager2(1, h1, h2, kTitle);
             p.printAt(6, FormatMMDDYYYY(r.dtComp));
             pm.PrnAmtAt(r.cNetTax, 18);
             pm.PrnAmtAt(r.cGrossFtf, 33);
@@ -90,14 +110,15 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
             ftp += r.cFtp;
             ftf += r.cNetFtf;
         }
-        pm.PrnManager2(3, h1, h2, kTitle);
+        pm.PrnManager2(kTotalLines, h1, h2, kTitle);
+        repeat.reset();
         p.printLine(54, "-------------- --------------");
         pm.PrnAmtAt(ftp, 54);
         pm.PrnAmtAt(ftf, 69);
         p.endLine();
         p.printLine(54, "============== ==============");
         if (IsYes(init.bFtoFile)) {
-            pm.PrnManager2(7, h1, h2, kTitle);
+            pm.PrnManager2(fileLines, h1, h2, kTitle);
             p.emptyLine();
             p.emptyLine();
             p.printLine(1, "FAILURE TO FILE:");
@@ -108,13 +129,11 @@ void PrnFtoFilePay(PrintManager& pm, const InitInputs& init, const std::vector<F
                         "Penalty stops on filing date of return: " + FormatMMDDYYYY(init.dtFiled));
             p.printLine(1, "If after 1984, interest runs on penalty from extended due date: "
                                + FormatMMDDYYYY(init.dtExtended));
-            if (!note.empty()) {
-                pm.PrnManager2(1, h1, h2, kTitle);
+            if (!note.empty())
                 p.printLine(1, std::string(note));
-            }
         }
         if (IsYes(init.bFtoPay)) {
-            pm.PrnManager2(8, h1, h2, kTitle);
+            pm.PrnManager2(kPaySectionLines, h1, h2, kTitle);
             p.emptyLine();
             p.emptyLine();
             p.printLine(1, "FAILURE TO PAY:");

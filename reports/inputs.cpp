@@ -27,10 +27,13 @@ std::string shortDate(Date d)
 }
 
 // The lines of the listing in groups, each group printed after one
-// reservation of its size.
+// reservation of its size. The details of a question answered Yes are a
+// group of their own that keeps with the question's group on paper.
 struct Group {
     std::vector<std::string> lines;
+    bool details = false;
 };
+constexpr bool kDetails = true;
 
 std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
 {
@@ -58,15 +61,17 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     g.push_back(std::move(first));
     if (IsYes(in.bFtoFile))
         g.push_back({{"Date Failure To File Assessed: " + shortDate(in.dtFtoFileAssess),
-                      "Date Filed: " + shortDate(in.dtFiled)}});
+                      "Date Filed: " + shortDate(in.dtFiled)},
+                     kDetails});
     g.push_back({{"Calculate Failure To Pay Penalty: " + YesNo(in.bFtoPay)}});
     if (IsYes(in.bFtoPay)) {
         g.push_back({{"Date Failure To Pay Assessed: " + shortDate(in.dtFtoPayAssess),
                       "Unpaid Tax Shown On Return: " + PlainMoney(in.cAmtOnReturn),
-                      "Calculate Failure To Pay 6651(d)(1) Penalty: " + YesNo(in.b6651d1)}});
+                      "Calculate Failure To Pay 6651(d)(1) Penalty: " + YesNo(in.b6651d1)},
+                     kDetails});
         if (IsYes(in.b6651d1))
-            g.push_back(
-                {{"Date of Failure To Pay Switched to 1%: " + shortDate(in.dt6651d1Start)}});
+            g.push_back({{"Date of Failure To Pay Switched to 1%: " + shortDate(in.dt6651d1Start)},
+                         kDetails});
     }
     g.push_back({{"", "Calculate Other Penalty: " + YesNo(in.bOtherPen),
                   "Calculate Accuracy Related Penalty: " + YesNo(in.bAccRel)}});
@@ -75,14 +80,17 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
                                      ? PlainFloat(in.fAccRelRate)
                                      : FormatRateDotHash0(static_cast<double>(in.fAccRelRate));
         g.push_back({{"Accuracy Related Penalty Underpayment Amount: " + PlainMoney(in.cAccRelAmt),
-                      "Accuracy Related Penalty Rate: " + rate}});
+                      "Accuracy Related Penalty Rate: " + rate},
+                     kDetails});
     }
     g.push_back({{"", "Use Corporate Underpayment Rate: " + YesNo(in.bCorpUPRate)}});
     if (IsYes(in.bCorpUPRate))
-        g.push_back({{"Start Corporate Underpayment Rate: " + shortDate(in.dtCorpUPRateStart)}});
+        g.push_back(
+            {{"Start Corporate Underpayment Rate: " + shortDate(in.dtCorpUPRateStart)}, kDetails});
     g.push_back({{"Use Corporate Overpayment Rate: " + YesNo(in.bCorpOPRate)}});
     if (IsYes(in.bCorpOPRate))
-        g.push_back({{"Start Corporate Overpayment Rate: " + shortDate(in.dtCorpOPRateStart)}});
+        g.push_back(
+            {{"Start Corporate Overpayment Rate: " + shortDate(in.dtCorpOPRateStart)}, kDetails});
     g.push_back({{""}});
     if (isSet(in.dtExtended))
         g.push_back({{"Extended Due Date: " + shortDate(in.dtExtended)}});
@@ -106,10 +114,13 @@ std::string h2(const InitInputs& in)
     return in.s2ndLine.shown();
 }
 
+constexpr std::int16_t kListTitleLines = 3;
+constexpr std::int16_t kColumnHeadingLines = 4;
+
 // The title of a list, after a reservation of three lines.
 void listTitle(PrintManager& pm, const InitInputs& in, std::string_view title)
 {
-    pm.PrnManager2(3, h1(in), h2(in), kTitle);
+    pm.PrnManager2(kListTitleLines, h1(in), h2(in), kTitle);
     pm.printer().emptyLine();
     pm.printer().printLine(kTextColumn, title);
     pm.printer().emptyLine();
@@ -118,10 +129,28 @@ void listTitle(PrintManager& pm, const InitInputs& in, std::string_view title)
 void columnHeadings(PrintManager& pm, const InitInputs& in,
                     std::initializer_list<std::string_view> lines)
 {
-    pm.PrnManager2(4, h1(in), h2(in), kTitle);
+    pm.PrnManager2(kColumnHeadingLines, h1(in), h2(in), kTitle);
     pm.printer().emptyLine();
     for (std::string_view l : lines)
         pm.printer().printLine(kTextColumn, l);
+}
+
+// A list in the current font: its title and column headings begin a page
+// only with the first row under them, and the headings are repeated on every
+// page the rows run on to.
+template<typename Rows, typename PrintRow>
+void printList(PrintManager& pm, const InitInputs& in, std::string_view title,
+               void (*headings)(PrintManager&, const InitInputs&), const Rows& rows,
+               PrintRow printRow)
+{
+    pm.KeepTogether(kListTitleLines + kColumnHeadingLines + 1, h1(in), h2(in), kTitle);
+    listTitle(pm, in, title);
+    headings(pm, in);
+    const RepeatedHeadings repeat(pm, [&] { headings(pm, in); });
+    for (const auto& row : rows) {
+        pm.PrnManager2(1, h1(in), h2(in), kTitle);
+        printRow(row);
+    }
 }
 
 }  // namespace
@@ -164,17 +193,14 @@ void PrnCharges(PrintManager& pm, const Case& c)
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 8.0f, saved);
-        listTitle(pm, c.init, "Other Additions To Tax or Penalties:");
-        PrnChrgHeadings(pm, c.init);
-        for (const ChargeRec& ch : c.otherCharges()) {
-            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
-                PrnChrgHeadings(pm, c.init);
-            p.printAt(3, ch.sDesc.shown());
-            p.printAt(22, FormatMMDDYYYY(ch.dtLiab));
-            p.printAt(33, FormatMMDDYYYY(ChargeInterestDate(ch)));
-            pm.PrnAmtAt(ch.cTotal, 44);
-            p.endLine();
-        }
+        printList(pm, c.init, "Other Additions To Tax or Penalties:", PrnChrgHeadings,
+                  c.otherCharges(), [&](const ChargeRec& ch) {
+                      p.printAt(3, ch.sDesc.shown());
+                      p.printAt(22, FormatMMDDYYYY(ch.dtLiab));
+                      p.printAt(33, FormatMMDDYYYY(ChargeInterestDate(ch)));
+                      pm.PrnAmtAt(ch.cTotal, 44);
+                      p.endLine();
+                  });
         SetOldFont(p, saved);
     });
 }
@@ -185,20 +211,17 @@ void PrnPmts(PrintManager& pm, const Case& c)
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 8.0f, saved);
-        listTitle(pm, c.init, "Payments:");
-        PrnPmtsHeadings(pm, c.init);
-        for (const PaymentRec& pmt : c.payments()) {
-            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
-                PrnPmtsHeadings(pm, c.init);
-            p.printAt(3, pmt.sDesc.shown());
-            p.printAt(20, FormatMMDDYYYY(pmt.dtPmt));
-            pm.PrnAmtAt(pmt.cAmount, 31);
-            pm.PrnAmtAt(pmt.cToTax, 46);
-            pm.PrnAmtAt(pmt.cToPen, 61);
-            pm.PrnAmtAt(pmt.cToInt, 76);
-            p.printAt(94, pmt.sMethod.shown());
-            p.endLine();
-        }
+        printList(pm, c.init, "Payments:", PrnPmtsHeadings, c.payments(),
+                  [&](const PaymentRec& pmt) {
+                      p.printAt(3, pmt.sDesc.shown());
+                      p.printAt(20, FormatMMDDYYYY(pmt.dtPmt));
+                      pm.PrnAmtAt(pmt.cAmount, 31);
+                      pm.PrnAmtAt(pmt.cToTax, 46);
+                      pm.PrnAmtAt(pmt.cToPen, 61);
+                      pm.PrnAmtAt(pmt.cToInt, 76);
+                      p.printAt(94, pmt.sMethod.shown());
+                      p.endLine();
+                  });
         SetOldFont(p, saved);
     });
 }
@@ -207,16 +230,13 @@ void PrnDeposits(PrintManager& pm, const Case& c)
 {
     WithFaultName("PrnDeposits", [&] {
         Printer& p = pm.printer();
-        listTitle(pm, c.init, "Payroll Deposit Liabilities:");
-        PrnDepHeadings(pm, c.init);
-        for (const DepositRec& d : c.payrollDeposits()) {
-            if (pm.PrnManager2(1, h1(c.init), h2(c.init), kTitle) == 1)
-                PrnDepHeadings(pm, c.init);
-            p.printAt(7, FormatMMDDYYYY(d.dtDepDue));
-            p.printAt(19, FormatMMDDYYYY(d.dtDepAssess));
-            pm.PrnAmtAt(d.cRequired, 31);
-            p.endLine();
-        }
+        printList(pm, c.init, "Payroll Deposit Liabilities:", PrnDepHeadings, c.payrollDeposits(),
+                  [&](const DepositRec& d) {
+                      p.printAt(7, FormatMMDDYYYY(d.dtDepDue));
+                      p.printAt(19, FormatMMDDYYYY(d.dtDepAssess));
+                      pm.PrnAmtAt(d.cRequired, 31);
+                      p.endLine();
+                  });
     });
 }
 
@@ -226,7 +246,14 @@ void PrintInputs(PrintManager& pm, const Case& c)
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 12.0f, saved);
-        for (const Group& grp : inputGroups(c.init, false)) {
+        const std::vector<Group> groups = inputGroups(c.init, false);
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            const Group& grp = groups[i];
+            // A question answered Yes keeps with its details.
+            std::size_t keep = grp.lines.size();
+            for (std::size_t j = i + 1; j < groups.size() && groups[j].details; ++j)
+                keep += groups[j].lines.size();
+            pm.KeepTogether(static_cast<std::int16_t>(keep), h1(c.init), h2(c.init), kTitle);
             pm.PrnManager2(static_cast<std::int16_t>(grp.lines.size()), h1(c.init), h2(c.init),
                            kTitle);
             for (const std::string& l : grp.lines)

@@ -5,11 +5,18 @@
 #include "reports/reporttext.h"
 #include "reports/summary.h"
 
+#include <optional>
+
 namespace rw {
 
 namespace {
 
 constexpr std::string_view kTitle = "Payroll Deposit Penalties";
+// Printed lines: the column headings, a deposit's due date line (after an
+// empty one), the total.
+constexpr std::int16_t kHeadLines = 4;
+constexpr std::int16_t kDepositLines = 2;
+constexpr std::int16_t kTotalLines = 3;
 
 // Appends to the window text, or prints at the left margin (the lines carry
 // their own three-blank margin).
@@ -21,12 +28,19 @@ void put(std::string& text, PrintManager* pm, std::string_view line)
         AppendLine(text, line);
 }
 
-// Reserves lines when printing; true when that began a new page.
-bool reserve(PrintManager* pm, const InitInputs& init, std::int16_t lines)
+// Reserves lines when printing.
+void reserve(PrintManager* pm, const InitInputs& init, std::int16_t lines)
 {
-    if (!pm)
-        return false;
-    return pm->PrnManager2(lines, init.sName.shown(), init.s2ndLine.shown(), kTitle) == 1;
+    if (pm)
+        pm->PrnManager2(lines, init.sName.shown(), init.s2ndLine.shown(), kTitle);
+}
+
+// Keeps a block of lines together on one page when printing.
+void keep(PrintManager* pm, const InitInputs& init, int lines)
+{
+    if (pm)
+        pm->KeepTogether(static_cast<std::int16_t>(lines), init.sName.shown(),
+                         init.s2ndLine.shown(), kTitle);
 }
 
 }  // namespace
@@ -42,7 +56,7 @@ std::string PRPenRow(const PRPenTblElement& e)
 void PRPenHeadings(const InitInputs& init, std::string& text, PrintManager* pm)
 {
     WithFaultName("PRPenHeadings", [&] {
-        reserve(pm, init, 4);
+        reserve(pm, init, kHeadLines);
         put(text, pm, "");
         const std::string_view lines[] = {
             "  BEG. BALANCE                                   PEN",
@@ -60,23 +74,31 @@ void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& t
     WithFaultName("ShowPRPenCalc", [&] {
         Date previous(0.0);
         Money total;
+        // The headings begin a page with the first deposit and its first row
+        // under them; a deposit's line never ends a page without a row; the
+        // total never begins one.
+        keep(pm, init, kHeadLines + (table.empty() ? kTotalLines : kDepositLines + 1));
         PRPenHeadings(init, text, pm);
+        std::optional<RepeatedHeadings> repeat;
+        if (pm)
+            repeat.emplace(*pm, [&] { PRPenHeadings(init, text, pm); });
         for (std::size_t i = 0; i < table.size(); ++i) {
             const PRPenTblElement& e = table[i];
-            if (i == 0 || e.dtDepDue != previous) {
-                if (reserve(pm, init, 2))
-                    PRPenHeadings(init, text, pm);
+            const bool newDeposit = i == 0 || e.dtDepDue != previous;
+            keep(pm, init,
+                 (newDeposit ? kDepositLines : 0) + 1 + (i + 1 == table.size() ? kTotalLines : 0));
+            if (newDeposit) {
+                reserve(pm, init, kDepositLines);
                 put(text, pm, "");
                 put(text, pm, "   Deposit Due Date: " + FormatShortDate(e.dtDepDue));
             }
             previous = e.dtDepDue;
-            if (reserve(pm, init, 1))
-                PRPenHeadings(init, text, pm);
+            reserve(pm, init, 1);
             put(text, pm, PRPenRow(e));
             total += e.cPenalty;
         }
-        if (reserve(pm, init, 3))
-            PRPenHeadings(init, text, pm);
+        reserve(pm, init, kTotalLines);
+        repeat.reset();
         put(text, pm, std::string(72, ' ') + "--------------");
         put(text, pm, std::string(66, ' ') + "Total " + sFormatSumm(total));
         put(text, pm, std::string(72, ' ') + "==============");

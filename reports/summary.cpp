@@ -11,6 +11,9 @@ namespace {
 constexpr std::string_view kRule = "--------------";
 constexpr std::string_view kDoubleRule = "==============";
 constexpr std::string_view kNote = "Note: Negative amounts are owed to the taxpayer";
+// Printed lines: the note between empty lines; the rules around the total.
+constexpr std::int16_t kNoteLines = 3;
+constexpr std::int16_t kTotalLines = 4;
 
 std::string ruleLine(std::string_view rule)
 {
@@ -149,20 +152,28 @@ void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Mo
         SetNewFont(p, kReportFont, 12.0f, saved);
         const std::string h1 = init.sName.shown();
         const std::string h2 = init.s2ndLine.shown();
-        pm.PrnManager2(3, h1, h2, "Summary From " + dateRange(init));
-        if (const std::string note = refundStopNote(init); !note.empty()) {
+        const std::string note = refundStopNote(init);
+        Money total;
+        const std::vector<SummaryLine> lines = shownLines(tl, init, interest, total);
+        // The note about negative amounts begins a page with the first line
+        // under it, and the last line ends one with the total.
+        pm.KeepTogether(static_cast<std::int16_t>(kNoteLines + (note.empty() ? 0 : 1) + 1), h1, h2,
+                        "Summary From " + dateRange(init));
+        pm.PrnManager2(kNoteLines, h1, h2, "Summary From " + dateRange(init));
+        if (!note.empty()) {
             pm.PrnManager2(1, h1, h2, "Summary");
             p.printLine(kTextColumn, note);
         }
         p.emptyLine();
         p.printLine(kTextColumn, kNote);
         p.emptyLine();
-        Money total;
-        for (const SummaryLine& l : shownLines(tl, init, interest, total)) {
+        for (const SummaryLine& l : lines) {
+            if (&l == &lines.back())
+                pm.KeepTogether(1 + kTotalLines, h1, h2, "Summary");
             pm.PrnManager2(1, h1, h2, "Summary");
             p.printLine(kTextColumn, sFormatSummLine(l.label, l.amount));
         }
-        pm.PrnManager2(4, h1, h2, "Summary");
+        pm.PrnManager2(kTotalLines, h1, h2, "Summary");
         p.printLine(kTextColumn, ruleLine(kRule));
         p.emptyLine();
         p.printLine(kTextColumn, sFormatSummLine("Total", total));

@@ -84,9 +84,9 @@ struct Golden {
 };
 
 // Each report begins its own page; page numbers run on through a job. In
-// everypenalty the payments' title ends page 1 of the inputs: their column
-// headings do not fit below it and begin page 2. The 50 payments of
-// longpayments cross a page with their headings repeated.
+// everypenalty the payments' title, column headings and first row do not fit
+// below the charges: they begin page 2 of the inputs together. The 50
+// payments of longpayments cross a page with their headings repeated.
 const Golden kGolden[] = {
     {"NewCaseSummaryWindow", "newcase", "summary-display.txt", SummaryWindow},
     {"NewCasePrintedSummary", "newcase", "summary-print.txt", SummaryPrint},
