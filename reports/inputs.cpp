@@ -44,10 +44,11 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
         "Optional Second Line: " + in.s2ndLine.trimmed(),
         "",
         "Date Due: " + shortDate(in.dtDue),
-        "Initially An Overstatement: " + YesNo(in.bOverpayment),
+        // On screen the practitioner's word: the balance is owed to the taxpayer.
+        (forDisplay ? "Initially An Overpayment: " : "Initially An Overstatement: ")
+            + YesNo(in.bOverpayment),
+        "Initial Balance: " + FormatMoney(in.tlStart.cTax),
     };
-    if (!forDisplay)
-        first.lines.push_back("Initial Balance: " + FormatMoney(in.tlStart.cTax));
     for (std::string l : {
              "Use Tax Motivated Interest Rates: " + YesNo(in.bTaxMotivated),
              "Are There Any Penalties: " + YesNo(in.bAnyPenalties),
@@ -66,7 +67,7 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     g.push_back({{"Calculate Failure To Pay Penalty: " + YesNo(in.bFtoPay)}});
     if (IsYes(in.bFtoPay)) {
         g.push_back({{"Date Failure To Pay Assessed: " + shortDate(in.dtFtoPayAssess),
-                      "Unpaid Tax Shown On Return: " + PlainMoney(in.cAmtOnReturn),
+                      "Unpaid Tax Shown On Return: " + FormatMoney(in.cAmtOnReturn),
                       "Calculate Failure To Pay 6651(d)(1) Penalty: " + YesNo(in.b6651d1)},
                      kDetails});
         if (IsYes(in.b6651d1))
@@ -75,11 +76,12 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     }
     g.push_back({{"", "Calculate Other Penalty: " + YesNo(in.bOtherPen),
                   "Calculate Accuracy Related Penalty: " + YesNo(in.bAccRel)}});
+    // The rate with every decimal it holds (.125 stays .125), never rounded
+    // for show; the window shows it as a plain number.
     if (IsYes(in.bAccRel)) {
-        const std::string rate = forDisplay
-                                     ? PlainFloat(in.fAccRelRate)
-                                     : FormatRateDotHash0(static_cast<double>(in.fAccRelRate));
-        g.push_back({{"Accuracy Related Penalty Underpayment Amount: " + PlainMoney(in.cAccRelAmt),
+        const std::string rate
+            = forDisplay ? PlainFloat(in.fAccRelRate) : FormatRateAsHeld(in.fAccRelRate);
+        g.push_back({{"Accuracy Related Penalty Underpayment Amount: " + FormatMoney(in.cAccRelAmt),
                       "Accuracy Related Penalty Rate: " + rate},
                      kDetails});
     }
@@ -240,7 +242,7 @@ void PrnDeposits(PrintManager& pm, const Case& c)
     });
 }
 
-void PrintInputs(PrintManager& pm, const Case& c)
+void PrintInputs(PrintManager& pm, const Case& c, const ReportProvenance& prov)
 {
     WithFaultName("PrintInputs", [&] {
         Printer& p = pm.printer();
@@ -259,6 +261,9 @@ void PrintInputs(PrintManager& pm, const Case& c)
             for (const std::string& l : grp.lines)
                 p.printLine(kTextColumn, l);
         }
+        // Where the figures come from closes the inputs, before the lists, as
+        // in the inputs window.
+        PrintProvenance(pm, c.init, kTitle, ProvenanceLines(prov, c.init));
         if (c.init.nCharges > 0)
             PrnCharges(pm, c);
         if (c.init.nPmts > 0)
@@ -270,13 +275,14 @@ void PrintInputs(PrintManager& pm, const Case& c)
     });
 }
 
-std::string DispInputs(const Case& c)
+std::string DispInputs(const Case& c, const ReportProvenance& prov)
 {
     return WithFaultName("DispInputs", [&] {
         std::string text;
         for (const Group& grp : inputGroups(c.init, true))
             for (const std::string& l : grp.lines)
                 AppendLine(text, l);
+        AppendProvenance(text, ProvenanceLines(prov, c.init));
         return text;
     });
 }
@@ -368,10 +374,10 @@ GridData InputsGrid(const Case& c, InputGridKind kind)
     return FillPmtGrd(c);
 }
 
-InputsWindowData InputsWindow(const Case& c)
+InputsWindowData InputsWindow(const Case& c, const ReportProvenance& prov)
 {
     InputsWindowData w;
-    w.text = DispInputs(c);
+    w.text = DispInputs(c, prov);
     w.depositsEnabled = c.init.nDeposits >= 1;
     w.chargesEnabled = c.init.nCharges >= 1;
     w.paymentsEnabled = c.init.nPmts >= 1;

@@ -121,7 +121,8 @@ std::string sFormatSummLine(std::string_view label, Money amount)
     return WithFaultName("sFormatSumm", [&] { return LeftAlign(label, 30) + sFormatSumm(amount); });
 }
 
-std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest)
+std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money interest,
+                        const ReportProvenance& prov)
 {
     return WithFaultName("DispSummary", [&] {
         std::string text;
@@ -140,11 +141,13 @@ std::string DispSummary(const TimeLine& tl, const InitInputs& init, Money intere
         AppendLine(text, "");
         AppendLine(text, sFormatSummLine("Total", total));
         AppendLine(text, ruleLine(kDoubleRule));
+        AppendProvenance(text, ProvenanceLines(prov, init));
         return text;
     });
 }
 
-void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Money interest)
+void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Money interest,
+                const ReportProvenance& prov)
 {
     WithFaultName("PrnSummary", [&] {
         Printer& p = pm.printer();
@@ -178,6 +181,7 @@ void PrnSummary(PrintManager& pm, const TimeLine& tl, const InitInputs& init, Mo
         p.emptyLine();
         p.printLine(kTextColumn, sFormatSummLine("Total", total));
         p.printLine(kTextColumn, ruleLine(kDoubleRule));
+        PrintProvenance(pm, init, "Summary", ProvenanceLines(prov, init));
         pm.PrnManager2(kEndReportPage, h1, h2, "Summary");
         SetOldFont(p, saved);
     });
