@@ -1,6 +1,7 @@
 #include "ui/main/mainwindow.h"
 
 #include "base/numtext.h"
+#include "reports/overview.h"
 #include "reports/standardsources.h"
 #include "shell/errorreporter.h"
 #include "shell/filecommands.h"
@@ -13,6 +14,7 @@
 #include "ui/inputs/optionwindows.h"
 #include "ui/main/aboutbox.h"
 #include "ui/main/desktop.h"
+#include "ui/main/overviewwidget.h"
 #include "ui/main/updatealert.h"
 
 #include "ui/lists/commands.h"
@@ -65,17 +67,7 @@ MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* p
     setContextMenuPolicy(Qt::PreventContextMenu);
 
     auto* central = new QWidget(this);
-    auto* heading = new QLabel(QStringLiteral("Ratewright"), central);
-    heading->setObjectName(QStringLiteral("lblProduct"));
-    QFont big = heading->font();
-    big.setPointSizeF(big.pointSizeF() * 1.6);
-    big.setBold(true);
-    heading->setFont(big);
-    auto* purpose = new QLabel(QStringLiteral("Interest, and the penalties that carry interest, on "
-                                              "a tax liability between two dates"),
-                               central);
-    purpose->setObjectName(QStringLiteral("lblPurpose"));
-    purpose->setWordWrap(true);
+    overview_ = new OverviewWidget(central);
     note_ = new QLabel(central);
     note_->setObjectName(QStringLiteral("lblNote"));
     note_->setWordWrap(true);
@@ -84,18 +76,19 @@ MainWindow::MainWindow(Session& session, MainWindowServices services, QWidget* p
     note_->setFont(noteFont);
     note_->setMinimumHeight(note_->fontMetrics().height() * 2 + 4);
     auto* layout = new QVBoxLayout(central);
-    layout->setContentsMargins(16, 12, 16, 12);
-    layout->addWidget(heading);
-    layout->addWidget(purpose);
-    layout->addStretch();
+    layout->setContentsMargins(4, 4, 16, 12);
+    layout->addWidget(overview_, 1);
+    note_->setContentsMargins(12, 0, 0, 0);
     layout->addWidget(note_);
     setCentralWidget(central);
 
     buildMenus();
     buildToolBar();
+    connectOverview();
 
-    resize(fontMetrics().horizontalAdvance(QString(80, QLatin1Char('n'))),
-           fontMetrics().height() * 16);
+    // Room for the case beside what it owes, and a few lines of each list.
+    resize(fontMetrics().horizontalAdvance(QString(128, QLatin1Char('n'))),
+           fontMetrics().height() * 40);
     refresh();
 }
 
@@ -379,6 +372,34 @@ void MainWindow::refresh()
     refreshRecentFiles();
     note_->setText(fromCore(m.note));
     setWindowTitle(fromCore(session_.title));
+    // The case as it now stands, computed again when it changed (the overview
+    // tells a computation it cannot make in its place instead of throwing).
+    OverviewBasis basis{session_.kase, session_.gRates, session_.release};
+    if (overviewBasis_ == basis)
+        return;
+    overview_->showOverview(MakeCaseOverview(
+        basis.kase, StandardReportSources(basis.rates, basis.release.ftfMinimums,
+                                          ProvenanceOf(basis.release, services_.clock->today()))));
+    overviewBasis_ = std::move(basis);
+}
+
+void MainWindow::connectOverview()
+{
+    using T = OverviewTarget;
+    const auto entry
+        = [this](const char* action) { return [this, action] { actions_.at(action)->trigger(); }; };
+    overview_->setOpeners({
+        {T::InitialInputs, entry("mnuInputsInitial")},
+        {T::FailureToFile, entry("mnuPenFTFile")},
+        {T::FailureToPay, entry("mnuPenFTPay")},
+        {T::AccuracyRelated, [this] { accuracyRelatedCommand(); }},
+        {T::Payroll, [this] { payrollCommand(); }},
+        {T::InterestRates, [this] { optionalRatesCommand(); }},
+        {T::Suspension, [this] { suspendCommand(); }},
+        {T::ExtendedDueDate, [this] { extendedDueDateCommand(); }},
+        {T::Payments, [this] { paymentsCommand(); }},
+        {T::OtherCharges, entry("mnuInputsCharges")},
+    });
 }
 
 void MainWindow::refreshRecentFiles()

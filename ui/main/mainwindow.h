@@ -1,9 +1,10 @@
 #pragma once
-// The main window (frmMain): the menus, the tool bar, the note line and the
-// title, drawn from the session's MenuState after every command. Every
-// command runs inside the shell's command boundary, so that a fault goes to
-// the error reporter. The window opens the dialogs of the file commands (the
-// shell's ModalDialogs) and the rate currency alert (RateAlertWindow).
+// The main window (frmMain): the menus, the tool bar, the overview of the
+// case, the note line and the title, drawn from the session after every
+// command. Every command runs inside the shell's command boundary, so that a
+// fault goes to the error reporter. The window opens the dialogs of the file
+// commands (the shell's ModalDialogs) and the rate currency alert
+// (RateAlertWindow).
 
 #include "shell/ratealert.h"
 #include "shell/services.h"
@@ -14,6 +15,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +27,7 @@ class QToolBar;
 namespace rw::ui {
 
 class Desktop;
+class OverviewWidget;
 struct CommandContext;
 
 // What the main window works with besides the session. Tests put scripted
@@ -52,7 +55,8 @@ public:
     // "Help", "Exit"; any other key is answered with a warning).
     void toolbarKey(std::string_view key);
 
-    // Draws menus, tool bar, note line and title from the session.
+    // Draws menus, tool bar, note line, title and the overview of the case
+    // from the session.
     void refresh();
 
     // The shell's context for a command.
@@ -74,6 +78,8 @@ private:
 
     void buildMenus();
     void buildToolBar();
+    // What a double-click on each part of the overview opens: its command.
+    void connectOverview();
     QAction* menuAction(QMenu* menu, const char* name, const QString& caption,
                         std::function<void()> command, bool checkable = false,
                         const QKeySequence& shortcut = {});
@@ -115,6 +121,16 @@ private:
     EndWatch endWatch_;
     bool closing_ = false;
 
+    OverviewWidget* overview_ = nullptr;  // the case at a glance, drawn in refresh()
+    // What the overview was computed from; it is computed again only when
+    // the case, the rate table or the release differs.
+    struct OverviewBasis {
+        Case kase;
+        RateTable rates;
+        ReleaseInfo release;
+        friend bool operator==(const OverviewBasis&, const OverviewBasis&) = default;
+    };
+    std::optional<OverviewBasis> overviewBasis_;
     QLabel* note_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     QToolBar* toolBar_ = nullptr;
