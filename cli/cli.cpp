@@ -24,6 +24,8 @@ const Command kCommands[] = {
     {"arrange", CmdArrange,
      "arrange CASE.INT -o OUT.INT       reorder payments for the lowest payroll penalty"},
     {"report", CmdReport, "report --reports LIST CASE        print the display texts of reports"},
+    {"report", CmdReport,
+     "report --csv DIR CASE             write the reports as CSV files into DIR"},
     {"print", CmdPrint, "print --reports LIST (--pdf OUT.pdf | --text) CASE   print reports"},
     {"release", CmdRelease,
      "release show                      the release of the rates in use, its dates and tables"},
@@ -36,6 +38,8 @@ void usage(std::ostream& os)
     os << "usage: qratcalc-cli COMMAND [--tables DIR] ...\n";
     for (const Command& c : kCommands)
         os << "  qratcalc-cli " << c.usage << "\n";
+    os << "report and print: --prepared MM/DD/YYYY names the day the reports were prepared "
+          "(today)\n";
 }
 
 }  // namespace

@@ -18,8 +18,9 @@ namespace rw::cli {
 
 namespace {
 
-constexpr const char* kUsage = "qratcalc-cli print: usage: print [--reports LIST] [--copies N] "
-                               "(--pdf OUT.pdf | --text [--lines N | --pdf-metrics]) CASE\n";
+constexpr const char* kUsage
+    = "qratcalc-cli print: usage: print [--reports LIST] [--copies N] "
+      "[--prepared MM/DD/YYYY] (--pdf OUT.pdf | --text [--lines N | --pdf-metrics]) CASE\n";
 
 std::optional<int> positive(const std::string& s)
 {
@@ -38,7 +39,8 @@ std::optional<int> positive(const std::string& s)
 // pages on standard output; pages are separated by a line holding a single
 // form feed. A text page holds 60 lines in every font (--lines N for another
 // number); --pdf-metrics lays the pages out as the PDF file would be.
-// Progress texts and message boxes go to standard error.
+// Progress texts and message boxes go to standard error. --prepared
+// MM/DD/YYYY: the day the reports name as prepared (today).
 int CmdPrint(CliEnv& env)
 {
     bool missing = false;
@@ -48,6 +50,9 @@ int CmdPrint(CliEnv& env)
     const std::optional<std::string> linesText = TakeOption(env.args, "--lines", "", &missing);
     const bool text = TakeSwitch(env.args, "--text");
     const bool pdfMetrics = TakeSwitch(env.args, "--pdf-metrics");
+    const std::optional<ReportProvenance> provenance = TakeProvenance(env, "print");
+    if (!provenance)
+        return kExitBadInput;
     if (missing || env.args.size() != 1 || env.args[0].starts_with("-") || (pdf.has_value() == text)
         || (!text && (linesText || pdfMetrics)) || (linesText && pdfMetrics)) {
         env.err << kUsage;
@@ -107,7 +112,7 @@ int CmdPrint(CliEnv& env)
     PrintJob job{*printer, state, msgs, [&](std::string_view s) { env.err << s << "\n"; }, {}};
     try {
         PrintReports(*choice, static_cast<std::int16_t>(copies), c, job,
-                     StandardReportSources(rates, env.release.info.ftfMinimums));
+                     StandardReportSources(rates, env.release.info.ftfMinimums, *provenance));
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;

@@ -1,13 +1,17 @@
 #include "cli/cmd_report.h"
 
+#include "base/binio.h"
 #include "base/numtext.h"
 #include "cli/cmd_compute.h"
+#include "reports/csvexport.h"
 #include "reports/grid.h"
 #include "reports/printmaster.h"
 #include "reports/standardsources.h"
 
 #include <nlohmann/json.hpp>
 
+#include <ctime>
+#include <filesystem>
 #include <ostream>
 
 namespace rw::cli {
@@ -41,7 +45,53 @@ void writeGrid(std::ostream& os, const GridData& g)
     os << Latin1ToUtf8(GridAsText(g));
 }
 
+// The computer's local calendar date.
+Date today()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return Date::fromCivil(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
+}
+
+// report --csv DIR: the CSV file of every chosen report the case has, in
+// DIR (made when missing), each path on its own line of the output.
+int writeCsvFiles(CliEnv& env, const std::string& folder, const std::string& caseFile,
+                  const std::vector<CsvTable>& tables)
+{
+    std::error_code ec;
+    std::filesystem::create_directories(folder, ec);
+    const std::string caseName = CsvCaseName(caseFile);
+    for (const CsvTable& t : tables) {
+        const std::string path
+            = (std::filesystem::path(folder) / CsvFileName(caseName, t.report)).string();
+        const std::string bytes = CsvFileBytes(t);
+        try {
+            WriteFileAtomically(path, std::vector<char>(bytes.begin(), bytes.end()),
+                                "ExportReports");
+        } catch (const Fault& f) {
+            return TellNotWritten(env, "report", path, f);
+        }
+        env.out << path << "\n";
+    }
+    return kExitOk;
+}
+
 }  // namespace
+
+std::optional<ReportProvenance> TakeProvenance(CliEnv& env, std::string_view command)
+{
+    bool missing = false;
+    const std::optional<std::string> prepared = TakeOption(env.args, "--prepared", "", &missing);
+    std::optional<Date> day = today();
+    if (prepared)
+        day = ParseUserDate(*prepared);
+    if (missing || !day || !IsReadableDate(*day)) {
+        env.err << "qratcalc-cli " << command << ": --prepared needs a date MM/DD/YYYY\n";
+        return std::nullopt;
+    }
+    return ProvenanceOf(env.release.info, *day);
+}
 
 std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& error)
 {
@@ -108,12 +158,21 @@ void WriteRefusal(CliEnv& env, const Refusal& r)
 // windows print their grid with columns aligned (one blank between columns);
 // the inputs window prints its text and then the grid of every list it can
 // open. Each window begins with a line "=== caption ===".
+// report --csv DIR CASE: instead, the CSV files of the chosen reports
+// (reports/csvexport.h; the inputs give the lists), written into DIR and
+// named on the output.
+// --prepared MM/DD/YYYY: the day the reports name as prepared (today).
 int CmdReport(CliEnv& env)
 {
     bool missing = false;
     const std::optional<std::string> list = TakeOption(env.args, "--reports", "-r", &missing);
+    const std::optional<std::string> csv = TakeOption(env.args, "--csv", "", &missing);
+    const std::optional<ReportProvenance> provenance = TakeProvenance(env, "report");
+    if (!provenance)
+        return kExitBadInput;
     if (missing || env.args.size() != 1 || env.args[0].starts_with("-")) {
-        env.err << "qratcalc-cli report: usage: report [--reports LIST] CASE\n";
+        env.err << "qratcalc-cli report: usage: report [--reports LIST] [--csv DIR] "
+                   "[--prepared MM/DD/YYYY] CASE\n";
         return kExitBadInput;
     }
     std::string error;
@@ -127,9 +186,14 @@ int CmdReport(CliEnv& env)
     if (int status = LoadCaseAndTable(env, "report", env.args[0], c, rates); status != kExitOk)
         return status;
     std::vector<ReportWindow> windows;
+    std::vector<CsvTable> tables;
     try {
-        windows
-            = ReportWindows(*choice, c, StandardReportSources(rates, env.release.info.ftfMinimums));
+        const ReportSources sources
+            = StandardReportSources(rates, env.release.info.ftfMinimums, *provenance);
+        if (csv)
+            tables = CsvTables(*choice, c, sources);
+        else
+            windows = ReportWindows(*choice, c, sources);
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;
@@ -137,6 +201,8 @@ int CmdReport(CliEnv& env)
         WriteFault(env, f);
         return kExitBadInput;
     }
+    if (csv)
+        return writeCsvFiles(env, *csv, env.args[0], tables);
     bool first = true;
     for (const ReportWindow& w : windows) {
         if (!first)

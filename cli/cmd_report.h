@@ -6,6 +6,7 @@
 #include "base/fault.h"
 #include "base/messages.h"
 #include "cli/cli.h"
+#include "reports/provenance.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,6 +18,12 @@ namespace rw::cli {
 // "inputs,summary,detail,ftfp,accrel,payroll" (any of them, any order, or
 // "all") as a report choice; nullopt with error for an unknown name.
 std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& error);
+
+// The provenance of the reports: the release in use and the day of
+// "--prepared MM/DD/YYYY" (taken out of env.args), today without it. A date
+// that is not one is told on env.err after "qratcalc-cli COMMAND: "; nullopt
+// then.
+std::optional<ReportProvenance> TakeProvenance(CliEnv& env, std::string_view command);
 
 // Message boxes as lines on a stream: "TITLE: text".
 class StreamMessages : public Messages {

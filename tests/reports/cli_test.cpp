@@ -16,13 +16,23 @@ using namespace reporttest;
 using rwtest::RunCliCommand;
 
 const std::string kCase = std::string(RW_REPORTS_TESTDATA) + "/clicase/case.json";
+// The day the reports name as prepared, so that their texts stay the same.
+const std::vector<std::string> kPrepared = {"--prepared", "11/25/2026"};
+
+std::vector<std::string> With(std::vector<std::string> args, const std::vector<std::string>& more)
+{
+    args.insert(args.end() - 1, more.begin(), more.end());
+    return args;
+}
 
 TEST(ReportCommands, InputsAsWindowTextAndAsPrintedPages)
 {
-    const rwtest::CliRun shown = RunCliCommand({"report", "--reports", "inputs", kCase});
+    const rwtest::CliRun shown
+        = RunCliCommand(With({"report", "--reports", "inputs", kCase}, kPrepared));
     EXPECT_EQ(shown.status, 0) << shown.err;
     EXPECT_EQ(shown.out, Expected("clicase/report-inputs.txt"));
-    const rwtest::CliRun printed = RunCliCommand({"print", "--reports", "inputs", "--text", kCase});
+    const rwtest::CliRun printed
+        = RunCliCommand(With({"print", "--reports", "inputs", "--text", kCase}, kPrepared));
     EXPECT_EQ(printed.status, 0) << printed.err;
     EXPECT_EQ(printed.out, Expected("clicase/print-inputs.txt"));
     EXPECT_EQ(printed.err, "Printing Inputs...\nPrinting Done\n");
