@@ -141,30 +141,12 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
         std::optional<CaseComputation> comp;
         if (needsComputation(choice))
             comp = computeFor(c, sources);
-        if (chosen(choice, kRptPayroll) && comp->kase.init.nDeposits > 0) {
+        if (chosen(choice, kRptSummary)) {
             ReportWindow w;
-            w.kind = ReportWindowKind::PayrollPenalty;
-            w.name = "frmRptPRDepPen";
-            w.caption = "Payroll Deposit Penalty";
-            w.text = ReportPRPen(comp->kase.init, payrollTableFor(*comp), 0, nullptr);
-            out.push_back(std::move(w));
-        }
-        if (chosen(choice, kRptAccRel) && IsYes(comp->kase.init.bAccRel)) {
-            ReportWindow w;
-            w.kind = ReportWindowKind::AccuracyRelated;
-            w.name = "frmRptAccRelPen";
-            w.caption = "Accuracy Related Penalty";
-            w.text = DispAccRelPen(comp->kase.init);
-            out.push_back(std::move(w));
-        }
-        if (chosen(choice, kRptFailFilePay) && ftoRequested(comp->kase.init)) {
-            ReportWindow w;
-            w.kind = ReportWindowKind::FailFilePay;
-            w.name = "frmRptFailFilePay";
-            w.caption = "Failure To File & Pay Analysis";
-            w.modal = true;
-            w.grid = FailFilePayGrid(comp->ftoRows);
-            w.text = comp->ftfMinimumNote;  // shown under the grid when not empty
+            w.kind = ReportWindowKind::Summary;
+            w.name = "frmSummary";
+            w.caption = "Summary";
+            w.text = DispSummary(comp->timeline, comp->kase.init, comp->interest);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptDetail)) {
@@ -175,12 +157,29 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
             w.grid = DetailGrid(comp->rows);
             out.push_back(std::move(w));
         }
-        if (chosen(choice, kRptSummary)) {
+        if (chosen(choice, kRptFailFilePay) && ftoRequested(comp->kase.init)) {
             ReportWindow w;
-            w.kind = ReportWindowKind::Summary;
-            w.name = "frmSummary";
-            w.caption = "Summary";
-            w.text = DispSummary(comp->timeline, comp->kase.init, comp->interest);
+            w.kind = ReportWindowKind::FailFilePay;
+            w.name = "frmRptFailFilePay";
+            w.caption = "Failure To File & Pay Analysis";
+            w.grid = FailFilePayGrid(comp->ftoRows);
+            w.text = comp->ftfMinimumNote;  // shown under the grid when not empty
+            out.push_back(std::move(w));
+        }
+        if (chosen(choice, kRptAccRel) && IsYes(comp->kase.init.bAccRel)) {
+            ReportWindow w;
+            w.kind = ReportWindowKind::AccuracyRelated;
+            w.name = "frmRptAccRelPen";
+            w.caption = "Accuracy Related Penalty";
+            w.text = DispAccRelPen(comp->kase.init);
+            out.push_back(std::move(w));
+        }
+        if (chosen(choice, kRptPayroll) && comp->kase.init.nDeposits > 0) {
+            ReportWindow w;
+            w.kind = ReportWindowKind::PayrollPenalty;
+            w.name = "frmRptPRDepPen";
+            w.caption = "Payroll Deposit Penalty";
+            w.text = ReportPRPen(comp->kase.init, payrollTableFor(*comp), 0, nullptr);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptInputs)) {

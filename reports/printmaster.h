@@ -131,11 +131,11 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
 // ---- Report display command ----------------------------------------------------
 
 enum class ReportWindowKind {
-    PayrollPenalty,
-    AccuracyRelated,
-    FailFilePay,
-    DetailedInterest,
     Summary,
+    DetailedInterest,
+    FailFilePay,
+    AccuracyRelated,
+    PayrollPenalty,
     Inputs
 };
 
@@ -143,17 +143,17 @@ struct ReportWindow {
     ReportWindowKind kind = ReportWindowKind::Summary;
     std::string name;  // the window's name ("frmRptDetail", ...)
     std::string caption;  // its caption
-    bool modal = false;  // the failure to file and pay analysis opens modally
     std::string
         text;  // text windows: the text, lines ended by CR LF; grid windows: a note under the grid
     std::optional<GridData> grid;  // grid windows
     std::optional<InputsWindowData> inputs;  // the inputs window (text and list buttons)
 };
 
-// The windows of `choice`, in the order they open: payroll penalty analysis
-// (with at least one deposit), accuracy-related (when requested), failure to
-// file and pay (when either is requested), detailed analysis, summary,
-// inputs. Computes first when the choice is 2 or more.
+// The windows of `choice`, in the order they open, none of them modal: the
+// summary, which comes to the front, then the detailed analysis, failure to
+// file and pay (when either is requested), accuracy-related (when
+// requested), payroll penalty analysis (with at least one deposit), inputs.
+// Computes first when the choice is 2 or more.
 std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
                                         const ReportSources& sources);
 

@@ -40,9 +40,11 @@ namespace {
 
 // A report window's own "Print" button runs outside any command: its fault
 // goes to the error reporter all the same.
-ReportHooks reportHooksFor(MainWindow* w)
+ReportHooks reportHooksFor(MainWindow* w, Desktop& desktop)
 {
     ReportHooks hooks;
+    // A PDF file the reports were printed to opens with the desktop's viewer.
+    hooks.openFile = [&desktop](const QUrl& file) { return desktop.openUrl(file); };
     hooks.reportFault = [w](const Fault& f) {
         if (w->programEnded())
             return;
@@ -160,6 +162,13 @@ void MainWindow::buildMenus()
     menuAction(
         file, "mnuFilePrint", QStringLiteral("&Print..."), [this] { printCommand(); }, false,
         QKeySequence::Print);
+    // The reports as CSV files, for a spreadsheet.
+    menuAction(file, "mnuFileExport", QStringLiteral("&Export..."), [this] {
+        run("mnuFileExport_Click", [this] {
+            CommandContext ctx = commandContext();
+            RunExportCommand(ctx, session_.gsFileName, reportHooksFor(this, services_.desktop));
+        });
+    });
     file->addSeparator();
     menuAction(
         file, "mnuFileExit", QStringLiteral("E&xit"), [this] { close(); }, false,
@@ -353,6 +362,7 @@ void MainWindow::refresh()
     set("mnuFileSave", m.saveEnabled, std::nullopt);
     set("mnuFileSaveAs", m.saveAsEnabled, std::nullopt);
     set("mnuFilePrint", m.printEnabled, std::nullopt);
+    set("mnuFileExport", m.printEnabled, std::nullopt);
     set("mnuViewReports", m.reportsEnabled, std::nullopt);
     set("mnuInputsInitial", m.initialInputsEnabled, m.initialInputsChecked);
     set("mnuInputsPayments", true, m.paymentsChecked);
@@ -611,7 +621,7 @@ void MainWindow::reportsCommand()
 {
     run("mnuViewReports_Click", [this] {
         CommandContext ctx = commandContext();
-        RunReportDisplayCommand(ctx, reportHooksFor(this));
+        RunReportDisplayCommand(ctx, reportHooksFor(this, services_.desktop));
     });
 }
 
@@ -619,7 +629,7 @@ void MainWindow::printCommand()
 {
     run("mnuFilePrint_Click", [this] {
         CommandContext ctx = commandContext();
-        RunPrintCommand(ctx, reportHooksFor(this));
+        RunPrintCommand(ctx, reportHooksFor(this, services_.desktop));
     });
 }
 

@@ -118,6 +118,15 @@ bool PrintTarget::resolve()
     return choosePdfFile();
 }
 
+QString PrintTarget::pdfFile() const
+{
+    if (!pdfFile_.isEmpty())
+        return pdfFile_;
+    if (printer_.outputFormat() == QPrinter::PdfFormat)
+        return printer_.outputFileName();
+    return {};
+}
+
 std::unique_ptr<rw::Printer> PrintTarget::makePrinter()
 {
     if (!pdfFile_.isEmpty())

@@ -36,6 +36,9 @@ public:
     bool resolve();
     // The printer back end of the job (after resolve()).
     std::unique_ptr<rw::Printer> makePrinter();
+    // The PDF file the job goes to (the one chosen, or the printer's own
+    // output file); empty for a printer.
+    QString pdfFile() const;
 
 private:
     bool printerAvailable() const;

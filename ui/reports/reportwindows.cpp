@@ -4,14 +4,18 @@
 #include "base/numtext.h"
 #include "qtprint/qtprinter.h"
 #include "reports/standardsources.h"
+#include "reports/tsv.h"
 #include "ui/common/fields.h"
 #include "ui/common/texts.h"
 #include "ui/reports/printtarget.h"
 #include "ui/reports/reportchoices.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPrinter>
@@ -19,6 +23,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QTableWidget>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -46,6 +51,23 @@ QRect availableArea(const QWidget* w)
     return screen ? screen->availableGeometry() : QRect(0, 0, 1280, 800);
 }
 
+// The PDF file the reports went to, named, and opened when the user says Yes.
+void offerToOpen(CommandContext& ctx, const ReportHooks& hooks, const QString& pdf)
+{
+    const std::string path = Utf8ToLatin1(pdf.toStdString());
+    if (!ctx.msgs.ask("Print",
+                      "The reports were written to the PDF file\n" + path + "\n\nOpen it now?",
+                      MsgIcon::Question))
+        return;
+    const QUrl url = QUrl::fromLocalFile(pdf);
+    const bool opened = hooks.openFile ? hooks.openFile(url) : QDesktopServices::openUrl(url);
+    if (!opened)
+        ctx.msgs.show("Print",
+                      "The PDF file " + path
+                          + " could not be opened.  A viewer for PDF files is needed to read it.",
+                      MsgIcon::Exclamation);
+}
+
 void reportFaultByMessage(Messages& msgs, const Fault& f)
 {
     msgs.show("Error!",
@@ -54,15 +76,105 @@ void reportFaultByMessage(Messages& msgs, const Fault& f)
               MsgIcon::Critical);
 }
 
+// The sizes the windows take to show their reports whole are where they
+// begin; the user, and the cascade on a small screen, may make them smaller.
+void letShrink(QWidget* content)
+{
+    content->setMinimumSize(160, 80);
+    if (QLayout* layout = content->parentWidget()->layout())
+        layout->activate();
+}
+
+// The places of one command's windows: the first at the top left of the
+// screen, the others from beside it (or from a step into it when the screen
+// has no room beside it) a step lower and to the right each, starting again
+// after half the screen; each made small enough to end within the screen (a
+// title bar and frame allowed for).
+void layWindows(const std::vector<QWidget*>& windows)
+{
+    constexpr int kStep = 32;
+    constexpr int kMargin = 16;
+    constexpr int kFrame = 40;
+    if (windows.empty())
+        return;
+    const QRect area = availableArea(windows.front());
+    const auto place = [&](QWidget* w, QPoint at) {
+        const QSize room(area.right() + 1 - at.x() - kMargin,
+                         area.bottom() + 1 - at.y() - kMargin - kFrame);
+        w->resize(w->size().boundedTo(room));
+        w->move(at);
+    };
+    const QPoint corner = area.topLeft() + QPoint(kMargin, kMargin);
+    place(windows.front(), corner);
+    const int beside = windows.front()->frameGeometry().right() + 1 + kMargin;
+    const QPoint origin = area.right() + 1 - beside >= std::max(400, area.width() / 3)
+                              ? QPoint(beside, corner.y())
+                              : corner + QPoint(kStep, kStep);
+    const int steps = std::max(1, std::min(area.width(), area.height()) / 2 / kStep);
+    for (std::size_t i = 1; i < windows.size(); ++i) {
+        const int offset = kStep * (static_cast<int>(i - 1) % steps);
+        place(windows[i], origin + QPoint(offset, offset));
+    }
+}
+
 }  // namespace
 
 // ---- Tables ----------------------------------------------------------------------------
 
-QTableWidget* MakeReportTable(const GridData& grid, QWidget* parent, int headingLines)
+ReportTable::ReportTable(GridData grid, QWidget* parent)
+    : QTableWidget(grid.rows() > 0 ? static_cast<int>(grid.rows()) - 1 : 0,
+                   static_cast<int>(grid.columns()), parent)
+    , grid_(std::move(grid))
+{
+}
+
+QString ReportTable::selectionText() const
+{
+    const QList<QTableWidgetSelectionRange> ranges = selectedRanges();
+    GridBlock block;
+    if (!ranges.isEmpty()) {
+        // One block holding every range (the table selects one block at a time).
+        int top = rowCount(), bottom = -1, left = columnCount(), right = -1;
+        for (const QTableWidgetSelectionRange& r : ranges) {
+            top = std::min(top, r.topRow());
+            bottom = std::max(bottom, r.bottomRow());
+            left = std::min(left, r.leftColumn());
+            right = std::max(right, r.rightColumn());
+        }
+        block = {static_cast<std::size_t>(top), static_cast<std::size_t>(bottom),
+                 static_cast<std::size_t>(left), static_cast<std::size_t>(right)};
+    } else if (currentRow() >= 0 && currentColumn() >= 0) {
+        const auto row = static_cast<std::size_t>(currentRow());
+        const auto column = static_cast<std::size_t>(currentColumn());
+        block = {row, row, column, column};
+    } else {
+        return {};
+    }
+    return QString::fromLatin1(GridBlockAsTsv(grid_, block));
+}
+
+void ReportTable::copySelection() const
+{
+    const QString text = selectionText();
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
+}
+
+void ReportTable::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        event->accept();
+        return;
+    }
+    QTableWidget::keyPressEvent(event);
+}
+
+ReportTable* MakeReportTable(const GridData& grid, QWidget* parent, int headingLines)
 {
     const int columns = static_cast<int>(grid.columns());
     const int rows = grid.rows() > 0 ? static_cast<int>(grid.rows()) - 1 : 0;
-    auto* table = new QTableWidget(rows, columns, parent);
+    auto* table = new ReportTable(grid, parent);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::ContiguousSelection);
     table->setWordWrap(false);
@@ -149,10 +261,10 @@ ReportWindowBase::ReportWindowBase(const CommandContext& ctx, const ReportHooks&
 {
     setObjectName(fromCore(report.name));
     setWindowTitle(fromCore(report.caption));
-    // A window beside the main window deletes itself when closed; a modal one
-    // belongs to the command that runs it.
-    setAttribute(Qt::WA_DeleteOnClose, !report.modal);
-    setModal(report.modal);
+    // Beside the main window and the other reports, blocking none of them;
+    // deleted when closed.
+    setAttribute(Qt::WA_DeleteOnClose);
+    setModal(false);
     setSizeGripEnabled(true);
 }
 
@@ -177,11 +289,6 @@ QLayout* ReportWindowBase::commandRow(bool withPrint)
 
 void ReportWindowBase::printClicked()
 {
-    if (isModal()) {
-        // A modal window hands its fault to the command that opened it.
-        guard([this] { PrintCommand(ctx_, hooks_); });
-        return;
-    }
     try {
         WithFaultName("PrintMaster", [this] { PrintCommand(ctx_, hooks_); });
     } catch (const Fault& f) {
@@ -232,6 +339,7 @@ TextReportWindow::TextReportWindow(const CommandContext& ctx, const ReportHooks&
     top->addWidget(text_, 1);
     top->addLayout(commandRow(true));
     finishSetup();
+    letShrink(text_);
 }
 
 GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
@@ -273,6 +381,7 @@ GridReportWindow::GridReportWindow(const CommandContext& ctx, const ReportHooks&
     }
     top->addLayout(commandRow(true));
     finishSetup();
+    letShrink(table_);
 }
 
 InputsReportWindow::InputsReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
@@ -325,6 +434,7 @@ InputsReportWindow::InputsReportWindow(const CommandContext& ctx, const ReportHo
     top->addWidget(text, 1);
     top->addLayout(lower);
     finishSetup();
+    letShrink(text);
 }
 
 void InputsReportWindow::showGrid(InputGridKind kind)
@@ -349,7 +459,7 @@ InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent)
     setObjectName(QStringLiteral("dlgIPGrid"));
     setWindowTitle(fromCore(grid.caption));
     setSizeGripEnabled(true);
-    QTableWidget* table = MakeReportTable(grid, this, 2);
+    ReportTable* table = MakeReportTable(grid, this, 2);
     table->setObjectName(QStringLiteral("vsGrdDispIP"));
     const QRect area = availableArea(this);
     table->setMinimumHeight(std::min(
@@ -372,33 +482,41 @@ InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent)
 
 // ---- Opening and printing -----------------------------------------------------------------
 
-QWidget* OpenReportWindow(const CommandContext& ctx, const ReportHooks& hooks,
-                          const ReportWindow& report, int cascade)
+std::vector<QWidget*> OpenReportWindows(const CommandContext& ctx, const ReportHooks& hooks,
+                                        const std::vector<ReportWindow>& reports)
 {
-    ReportWindowBase* w = nullptr;
-    switch (report.kind) {
-    case ReportWindowKind::DetailedInterest:
-    case ReportWindowKind::FailFilePay:
-        w = new GridReportWindow(ctx, hooks, report);
-        break;
-    case ReportWindowKind::Inputs:
-        w = new InputsReportWindow(ctx, hooks, report);
-        break;
-    default:
-        w = new TextReportWindow(ctx, hooks, report);
-        break;
+    std::vector<QWidget*> windows;
+    try {
+        for (const ReportWindow& report : reports) {
+            switch (report.kind) {
+            case ReportWindowKind::DetailedInterest:
+            case ReportWindowKind::FailFilePay:
+                windows.push_back(new GridReportWindow(ctx, hooks, report));
+                break;
+            case ReportWindowKind::Inputs:
+                windows.push_back(new InputsReportWindow(ctx, hooks, report));
+                break;
+            default:
+                windows.push_back(new TextReportWindow(ctx, hooks, report));
+                break;
+            }
+        }
+    } catch (...) {
+        for (QWidget* w : windows)
+            delete w;
+        throw;
     }
-    if (report.modal) {
-        // Centred; blocks the main window until closed.
-        const std::unique_ptr<ReportWindowBase> owner(w);
-        w->run();
-        return nullptr;
+    layWindows(windows);
+    // Each card in front of the one before it, so that every title shows;
+    // the first last, in front of them all, taking the keys.
+    for (std::size_t i = 1; i < windows.size(); ++i)
+        windows[i]->show();
+    if (!windows.empty()) {
+        windows.front()->show();
+        windows.front()->raise();
+        windows.front()->activateWindow();
     }
-    // The windows that stay open are laid like cards, each a little lower
-    // and to the right of the one before.
-    w->move(w->pos() + QPoint(28 * cascade, 28 * cascade) - QPoint(28 * 2, 28 * 2));
-    w->show();
-    return w;
+    return windows;
 }
 
 void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
@@ -425,6 +543,9 @@ void PrintCommand(CommandContext& ctx, const ReportHooks& hooks)
     try {
         PrintReports(ctx.reportChoice.mask, 1, ctx.kase, job,
                      StandardReportSources(ctx.rates, ctx.ftfMinimums, ctx.provenance));
+        const QString pdf = target.pdfFile();
+        if (!pdf.isEmpty())
+            offerToOpen(ctx, hooks, pdf);
     } catch (const Fault& f) {
         // A PDF file that cannot be written (a folder the user may not write
         // to, a full disk) is told; the case and any earlier file stay.

@@ -169,6 +169,7 @@ private Q_SLOTS:
             = {{"mnuFileSave", &M::saveEnabled, enabled},
                {"mnuFileSaveAs", &M::saveAsEnabled, enabled},
                {"mnuFilePrint", &M::printEnabled, enabled},
+               {"mnuFileExport", &M::printEnabled, enabled},
                {"mnuViewReports", &M::reportsEnabled, enabled},
                {"mnuInputsInitial", &M::initialInputsEnabled, enabled},
                {"mnuInputsInitial", &M::initialInputsChecked, checked},

@@ -369,7 +369,7 @@ inline void CompareReportWindow(QWidget* w, const rw::ReportWindow& r)
 {
     QVERIFY2(w, r.name.c_str());
     QCOMPARE(w->windowTitle(), QString::fromLatin1(r.caption));
-    QCOMPARE(w->isModal(), r.modal);
+    QVERIFY(!w->isModal());
     if (r.grid) {
         CompareGrid(w->findChild<QTableWidget*>(), *r.grid);
     } else if (r.inputs) {
