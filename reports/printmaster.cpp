@@ -92,15 +92,15 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
         for (std::int16_t copy = 0; copy < copies; ++copy) {
             if (chosen(choice, kRptInputs)) {
                 status(kPrintingInputs);
-                PrintInputs(pm, c);
+                PrintInputs(pm, c, sources.provenance);
             }
             if (chosen(choice, kRptSummary)) {
                 status(kPrintingSummary);
-                PrnSummary(pm, comp->timeline, comp->kase.init, comp->interest);
+                PrnSummary(pm, comp->timeline, comp->kase.init, comp->interest, sources.provenance);
             }
             if (chosen(choice, kRptDetail)) {
                 status(kPrintingDetail);
-                PrintDetail(pm, comp->kase.init, comp->rows);
+                PrintDetail(pm, comp->kase.init, comp->rows, sources.provenance);
             }
             if (chosen(choice, kRptFailFilePay) && ftoRequested(comp->kase.init)) {
                 status(kPrintingFailFilePay);
@@ -146,7 +146,8 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
             w.kind = ReportWindowKind::Summary;
             w.name = "frmSummary";
             w.caption = "Summary";
-            w.text = DispSummary(comp->timeline, comp->kase.init, comp->interest);
+            w.text
+                = DispSummary(comp->timeline, comp->kase.init, comp->interest, sources.provenance);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptDetail)) {
@@ -154,7 +155,8 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
             w.kind = ReportWindowKind::DetailedInterest;
             w.name = "frmRptDetail";
             w.caption = "Detailed Interest Analysis";
-            w.grid = DetailGrid(comp->rows);
+            w.grid = DetailGrid(comp->rows, sources.provenance);
+            w.text = DetailNote(comp->kase.init, comp->rows, sources.provenance);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptFailFilePay) && ftoRequested(comp->kase.init)) {
@@ -187,7 +189,7 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
             w.kind = ReportWindowKind::Inputs;
             w.name = "frmDispIP";
             w.caption = "Inputs";
-            w.inputs = InputsWindow(c);
+            w.inputs = InputsWindow(c, sources.provenance);
             w.text = w.inputs->text;
             out.push_back(std::move(w));
         }
