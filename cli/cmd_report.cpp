@@ -155,7 +155,8 @@ void WriteRefusal(CliEnv& env, const Refusal& r)
 
 // report --reports LIST CASE: the texts of the report windows in the order
 // the report display command opens them. Text windows print their text; grid
-// windows print their grid with columns aligned (one blank between columns);
+// windows print their grid with columns aligned (one blank between columns)
+// and, after an empty line, the note under it;
 // the inputs window prints its text and then the grid of every list it can
 // open. Each window begins with a line "=== caption ===".
 // report --csv DIR CASE: instead, the CSV files of the chosen reports
@@ -209,10 +210,14 @@ int CmdReport(CliEnv& env)
             env.out << "\n";
         first = false;
         env.out << "=== " << Latin1ToUtf8(w.caption) << " ===\n";
-        if (w.grid)
+        if (w.grid) {
             writeGrid(env.out, *w.grid);
-        else
+            // The note under the grid: provenance, estimate mark, minimum.
+            if (!w.text.empty())
+                env.out << "\n" << terminalText(w.text);
+        } else {
             env.out << terminalText(w.text);
+        }
         if (w.inputs) {
             const std::pair<bool, InputGridKind> lists[] = {
                 {w.inputs->depositsEnabled, InputGridKind::Deposits},
