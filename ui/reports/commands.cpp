@@ -7,7 +7,10 @@
 #include "ui/reports/reportchoices.h"
 #include "ui/reports/reportwindows.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include <filesystem>
 
@@ -15,10 +18,18 @@ namespace rw::ui {
 
 namespace {
 
-QString defaultExportFolder(QWidget* parent)
+// The chooser opens on the case file's folder, or the user's documents for a
+// case not yet saved.
+QString defaultExportFolder(QWidget* parent, const std::string& caseFile)
 {
-    return QFileDialog::getExistingDirectory(parent,
-                                             QStringLiteral("Export the Reports to a Folder"));
+    QString start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!caseFile.empty()) {
+        const QFileInfo file(QString::fromStdString(caseFile));
+        if (file.absoluteDir().exists())
+            start = file.absolutePath();
+    }
+    return QFileDialog::getExistingDirectory(
+        parent, QStringLiteral("Export the Reports to a Folder"), start);
 }
 
 }  // namespace
@@ -50,7 +61,7 @@ void RunPrintCommand(CommandContext& ctx, const ReportHooks& hooks)
 void RunExportCommand(CommandContext& ctx, const std::string& caseFile, const ReportHooks& hooks)
 {
     const QString chosen = hooks.chooseExportFolder ? hooks.chooseExportFolder(ctx.parent)
-                                                    : defaultExportFolder(ctx.parent);
+                                                    : defaultExportFolder(ctx.parent, caseFile);
     if (chosen.isEmpty())
         return;
     const std::filesystem::path folder(chosen.toStdString());

@@ -458,6 +458,9 @@ InputGridDialog::InputGridDialog(const GridData& grid, QWidget* parent)
 {
     setObjectName(QStringLiteral("dlgIPGrid"));
     setWindowTitle(fromCore(grid.caption));
+    // It blocks only the inputs window that opened it: the other report
+    // windows and the main window stay usable.
+    setWindowModality(Qt::WindowModal);
     setSizeGripEnabled(true);
     ReportTable* table = MakeReportTable(grid, this, 2);
     table->setObjectName(QStringLiteral("vsGrdDispIP"));

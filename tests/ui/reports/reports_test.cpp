@@ -126,6 +126,8 @@ private Q_SLOTS:
             drive.when(grid.caption.c_str(), [&grid](QWidget* d) {
                 CompareGrid(Child<QTableWidget>(d, "vsGrdDispIP"), grid);
                 CheckCopy(Child<QTableWidget>(d, "vsGrdDispIP"), std::nullopt);
+                // It holds only the inputs window, not the other reports.
+                QCOMPARE(d->windowModality(), Qt::WindowModal);
                 Click(d, "btnClose");
             });
             Click(OpenWindow("frmDispIP"), button);
