@@ -1,0 +1,256 @@
+// The estimated tax penalty by the regular method: installments, payments
+// credited earliest underpayment first, and one worksheet line per amount and
+// rate period. Every rate table here is made by hand for its case.
+#include "support/casebuilder.h"
+
+#include "base/fault.h"
+#include "penalties/esttax.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace rwtest;
+using Texts = std::vector<std::string>;
+
+namespace {
+
+// An individual owing 10,000 of tax with no usable prior year: 90 % is 9,000,
+// installments of 2,250.
+rw::EstTaxInput Individual(int year, std::vector<rw::DatedAmount> payments)
+{
+    return {.taxYear = year, .currentTax = M("10000"), .estimatedPayments = std::move(payments)};
+}
+
+// Lines as "installment from to days rate base penalty".
+Texts Lines(const rw::EstTaxResult& r)
+{
+    Texts out;
+    for (const rw::EstTaxLine& l : r.lines)
+        out.push_back(std::to_string(l.installment + 1) + " " + rw::FormatShortDate(l.from) + " "
+                      + rw::FormatShortDate(l.to) + " " + std::to_string(l.days) + " "
+                      + std::to_string(std::lround(l.rate * 100)) + "%/"
+                      + std::to_string(l.yearDays) + " " + rw::FormatMoney(l.base) + " "
+                      + rw::FormatMoney(l.penalty));
+    return out;
+}
+
+struct Case {
+    const char* name;
+    rw::EstTaxInput in;
+    rw::RateTable rates;
+    Texts lines;
+    const char* total;
+};
+
+const rw::RateTable k2021
+    = {Row(D(2021, 4, 1), D(2021, 6, 30), 0.04f), Row(D(2021, 7, 1), D(2021, 9, 30), 0.04f),
+       Row(D(2021, 10, 1), D(2021, 12, 31), 0.05f), Row(D(2022, 1, 1), D(2022, 3, 31), 0.05f),
+       Row(D(2022, 4, 1), D(2022, 6, 30), 0.06f)};
+
+// The rates of the 2005 Form 2210: its two rate periods as two rows.
+const rw::RateTable k2005
+    = {Row(D(2005, 4, 1), D(2005, 9, 30), 0.06f), Row(D(2005, 10, 1), D(2006, 3, 31), 0.07f),
+       Row(D(2006, 4, 1), D(2006, 6, 30), 0.07f)};
+
+TEST(EstTaxPenalty, WorksheetLines)
+{
+    const Case cases[] = {
+        // Due 4/15, 6/15, 9/15/2021 and 1/15/2022, a Saturday before Martin Luther King Day:
+        // paid 1/18/2022 is on time.
+        {"PaidOnEachDueDate",
+         Individual(2021, {{D(2021, 4, 15), M("2250")},
+                           {D(2021, 6, 15), M("2250")},
+                           {D(2021, 9, 15), M("2250")},
+                           {D(2022, 1, 18), M("2250")}}),
+         k2021,
+         {},
+         "0.00"},
+        // 2,250 x 4 % x 76/365 = 18.7397; x 4 % x 92/365 = 22.6849; x 5 % x 1/365 = 0.3082;
+        // x 4 % x 15/365 = 3.6986. 18.74 + 22.68 + 0.31 + 3.70 + 22.68 + 0.31 + 3.70 + 0.31.
+        {"OnePaymentCoversThree",
+         Individual(2021, {{D(2021, 10, 1), M("6750")}, {D(2022, 1, 18), M("2250")}}),
+         k2021,
+         {"1 4/15/2021 6/30/2021 76 4%/365 2,250.00 18.74",
+          "1 6/30/2021 9/30/2021 92 4%/365 2,250.00 22.68",
+          "1 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31",
+          "2 6/15/2021 6/30/2021 15 4%/365 2,250.00 3.70",
+          "2 6/30/2021 9/30/2021 92 4%/365 2,250.00 22.68",
+          "2 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31",
+          "3 9/15/2021 9/30/2021 15 4%/365 2,250.00 3.70",
+          "3 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31"},
+         "72.43"},
+        // 750 over the first installment pays the second in part: 1,500 x 4 % x 15/365 = 2.4658.
+        {"OverpaymentCarriedForward",
+         Individual(2021, {{D(2021, 4, 15), M("3000")},
+                           {D(2021, 7, 15), M("1500")},
+                           {D(2021, 9, 15), M("2250")},
+                           {D(2022, 1, 18), M("2250")}}),
+         k2021,
+         {"2 6/15/2021 6/30/2021 15 4%/365 1,500.00 2.47",
+          "2 6/30/2021 7/15/2021 15 4%/365 1,500.00 2.47"},
+         "4.94"},
+        // The third installment paid 1,000 on 11/14 and 1,250 on 1/18, across the change
+        // to 5 %: 2,250 x 4 % x 15/365 = 3.6986; 1,000 x 5 % x 45/365 = 6.1644; the 1,250
+        // unpaid at the period's end: x 5 % x 92/365 = 15.7534, then x 5 % x 18/365 = 3.0822.
+        {"RateChangesWhileUnpaid",
+         Individual(2021, {{D(2021, 4, 15), M("2250")},
+                           {D(2021, 6, 15), M("2250")},
+                           {D(2021, 11, 14), M("1000")},
+                           {D(2022, 1, 18), M("3500")}}),
+         k2021,
+         {"3 9/15/2021 9/30/2021 15 4%/365 2,250.00 3.70",
+          "3 9/30/2021 11/14/2021 45 5%/365 1,000.00 6.16",
+          "3 9/30/2021 12/31/2021 92 5%/365 1,250.00 15.75",
+          "3 12/31/2021 1/18/2022 18 5%/365 1,250.00 3.08"},
+         "28.69"},
+        // 2024 counts 366 days; 1 to 15 April keeps March's 8 %, not April's 9 %, on one
+        // line. 1,000 x 7 % x 15/365 = 2.8767; x 8 % x 92/365 = 20.1644; x 8 % x 10/366 =
+        // 2.1858; 2,250 x 8 % x 91/366 = 44.7541. The first, due 4/15/2023 (a Saturday
+        // before Emancipation Day kept on Monday), is on time on 4/18.
+        {"LeapYear",
+         Individual(2023, {{D(2023, 4, 18), M("2250")},
+                           {D(2023, 6, 15), M("2250")},
+                           {D(2023, 9, 15), M("1250")},
+                           {D(2024, 1, 10), M("1000")}}),
+         {Row(D(2023, 7, 1), D(2023, 9, 30), 0.07f), Row(D(2023, 10, 1), D(2023, 12, 31), 0.08f),
+          Row(D(2024, 1, 1), D(2024, 3, 31), 0.08f), Row(D(2024, 4, 1), D(2024, 6, 30), 0.09f)},
+         {"3 9/15/2023 9/30/2023 15 7%/365 1,000.00 2.88",
+          "3 9/30/2023 12/31/2023 92 8%/365 1,000.00 20.16",
+          "3 12/31/2023 1/10/2024 10 8%/366 1,000.00 2.19",
+          "4 1/15/2024 4/15/2024 91 8%/366 2,250.00 44.75"},
+         "69.98"},
+        // 6/15/2019 a Saturday, 9/15/2019 a Sunday: paid on Monday 6/17 is on time, paid on
+        // Tuesday 9/17 is late from the 15th: 2,250 x 5 % x 2/365 = 0.6164.
+        {"DueOnAWeekend",
+         Individual(2019, {{D(2019, 4, 15), M("2250")},
+                           {D(2019, 6, 17), M("2250")},
+                           {D(2019, 9, 17), M("2250")},
+                           {D(2020, 1, 15), M("2250")}}),
+         {Row(D(2019, 7, 1), D(2019, 9, 30), 0.05f)},
+         {"3 9/15/2019 9/17/2019 2 5%/365 2,250.00 0.62"},
+         "0.62"},
+        // A year from 7/1/2022: due 10/15/2022 (a Saturday: on time on 10/17), 12/15/2022,
+        // 3/15 and 6/15/2023. 40,000 of tax, under the 100,000 of the prior year: 10,000 each.
+        // 5,000 x 6 % x 16/365 = 13.1507; x 7 % x 74/365 = 70.9589; x 7 % x 16/365 = 15.3425;
+        // x 7 % x 76/365 = 72.8767.
+        {"CorporationFiscalYear",
+         {.filer = rw::EstTaxFiler::Corporation,
+          .taxYear = 2022,
+          .fiscalYearEndMonth = 6,
+          .currentTax = M("40000"),
+          .priorTax = M("100000"),
+          .priorYearUsable = true,
+          .estimatedPayments = {{D(2022, 10, 17), M("10000")},
+                                {D(2022, 12, 15), M("5000")},
+                                {D(2023, 3, 15), M("10000")},
+                                {D(2023, 6, 15), M("15000")}}},
+         {Row(D(2022, 10, 1), D(2022, 12, 31), 0.06f), Row(D(2023, 1, 1), D(2023, 3, 31), 0.07f),
+          Row(D(2023, 4, 1), D(2023, 6, 30), 0.07f)},
+         {"2 12/15/2022 12/31/2022 16 6%/365 5,000.00 13.15",
+          "2 12/31/2022 3/15/2023 74 7%/365 5,000.00 70.96",
+          "3 3/15/2023 3/31/2023 16 7%/365 5,000.00 15.34",
+          "3 3/31/2023 6/15/2023 76 7%/365 5,000.00 72.88"},
+         "172.33"},
+        // Publication 505 (2006), Figure 4-B, Regular Installment Method (Ben Brown), tax year
+        // 2005: tax 7,031, prior year 6,116, withheld 3,228 (807 on each due date), 1,000
+        // paid 9/2/2005 and 1/12/2006; 6 % to 9/30/2005, 7 % to 4/15/2006. Installments of
+        // 1,529. Form 2210 lines 28 and 30: 7.24, 12.99, 6.71, 2.88, 19.95, 3.41, 15.33;
+        // line 31: 68.51.
+        {"Publication505Of2006BenBrown",
+         {.taxYear = 2005,
+          .currentTax = M("7031"),
+          .priorTax = M("6116"),
+          .priorYearUsable = true,
+          .withholding = M("3228"),
+          .estimatedPayments = {{D(2005, 9, 2), M("1000")}, {D(2006, 1, 12), M("1000")}}},
+         k2005,
+         {"1 4/15/2005 6/15/2005 61 6%/365 722.00 7.24",
+          "2 6/15/2005 9/2/2005 79 6%/365 1,000.00 12.99",
+          "2 6/15/2005 9/15/2005 92 6%/365 444.00 6.71",
+          "3 9/15/2005 9/30/2005 15 6%/365 1,166.00 2.88",
+          "3 9/30/2005 1/12/2006 104 7%/365 1,000.00 19.95",
+          "3 9/30/2005 1/15/2006 107 7%/365 166.00 3.41",
+          "4 1/15/2006 4/15/2006 90 7%/365 888.00 15.33"},
+         "68.51"},
+        // 10,000 less 9,001 withheld is under 1,000: no penalty, whatever was paid.
+        {"UnderTheThreshold",
+         [] {
+             rw::EstTaxInput in = Individual(2021, {});
+             in.withholding = M("9001");
+             in.withholdingByDate = {{D(2022, 1, 18), M("9001")}};
+             return in;
+         }(),
+         {},
+         {},
+         "0.00"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const rw::EstTaxResult r = rw::ComputeEstTaxPenalty(c.in, c.rates);
+        EXPECT_EQ(Lines(r), c.lines);
+        EXPECT_EQ(r.total, M(c.total));
+    }
+}
+
+TEST(EstTaxPenalty, InstallmentsAndDates)
+{
+    rw::EstTaxInput brown = {.taxYear = 2005,
+                             .currentTax = M("7031"),
+                             .priorTax = M("6116"),
+                             .priorYearUsable = true,
+                             .withholding = M("3228")};
+    // 1/15/2006: a Sunday before Martin Luther King Day.
+    rw::EstTaxResult r = rw::ComputeEstTaxPenalty(brown, k2005);
+    EXPECT_EQ(r.installments[3].actualDue, D(2006, 1, 17));
+    EXPECT_EQ(r.installments[0].underpayment, M("722"));  // 1,529 - 807
+    EXPECT_EQ(r.installments[3].paidLate, (std::vector<rw::DatedAmount>{}));
+
+    // A high-income individual of 2000: 108.6 % of 10,000 is under 90 % of 20,000.
+    const rw::EstTaxInput rich = {.taxYear = 2000,
+                                  .currentTax = M("20000"),
+                                  .priorTax = M("10000"),
+                                  .priorYearUsable = true,
+                                  .highIncome = true,
+                                  .withholding = M("19000")};
+    EXPECT_EQ(rw::ComputeEstTaxPenalty(rich, {}).requiredAnnualPayment, M("10860"));
+
+    // A large corporation: the first installment on the prior year's 200,000, the second
+    // makes up 50 % of 400,000.
+    rw::EstTaxInput large = {.filer = rw::EstTaxFiler::Corporation,
+                             .taxYear = 2020,
+                             .currentTax = M("400000"),
+                             .priorTax = M("200000"),
+                             .priorYearUsable = true,
+                             .largeCorporation = true,
+                             .estimatedPayments = {{D(2020, 4, 15), M("400000")}}};
+    r = rw::ComputeEstTaxPenalty(large, {});
+    EXPECT_EQ((std::array{r.installments[0].required, r.installments[1].required,
+                          r.installments[3].required}),
+              (std::array{M("50000"), M("150000"), M("100000")}));
+
+    // A corporation's return: the 3rd month after the year for years begun before 2016, the
+    // 4th after; a year ending 30 June keeps the 3rd for years begun before 2026.
+    for (const auto& [year, endMonth, due] : {std::tuple{2015, 12, D(2016, 3, 15)},
+                                              {2016, 12, D(2017, 4, 15)},
+                                              {2025, 6, D(2026, 9, 15)},
+                                              {2026, 6, D(2027, 10, 15)}})
+        EXPECT_EQ(rw::EstTaxReturnDue({.filer = rw::EstTaxFiler::Corporation,
+                                       .taxYear = year,
+                                       .fiscalYearEndMonth = endMonth}),
+                  due);
+    large.currentTax = M("499.99");
+    EXPECT_EQ(rw::ComputeEstTaxPenalty(large, {}).exemption, rw::EstTaxExemption::SmallTax);
+}
+
+TEST(EstTaxPenalty, Refusals)
+{
+    EXPECT_THROW(rw::ComputeEstTaxPenalty(Individual(1999, {}), {}), rw::Refusal);
+    rw::EstTaxInput in = Individual(2021, {});
+    in.priorTax = M("-1");
+    EXPECT_THROW(rw::ComputeEstTaxPenalty(in, {}), rw::Refusal);
+    // Unpaid from 4/15/2021 but the table ends on 6/30/2021.
+    EXPECT_THROW(rw::ComputeEstTaxPenalty(Individual(2021, {}), {k2021[0]}), rw::Refusal);
+}
+
+}  // namespace
