@@ -193,54 +193,50 @@ TEST(EstTaxPenalty, WorksheetLines)
     }
 }
 
+rw::EstTaxInput Corporation(int year, int endMonth, const char* tax, const char* prior)
+{
+    return {.filer = rw::EstTaxFiler::Corporation,
+            .taxYear = year,
+            .fiscalYearEndMonth = endMonth,
+            .currentTax = M(tax),
+            .priorTax = M(prior),
+            .priorYearUsable = true};
+}
+
 TEST(EstTaxPenalty, InstallmentsAndDates)
 {
-    rw::EstTaxInput brown = {.taxYear = 2005,
-                             .currentTax = M("7031"),
-                             .priorTax = M("6116"),
-                             .priorYearUsable = true,
-                             .withholding = M("3228")};
-    // 1/15/2006: a Sunday before Martin Luther King Day.
-    rw::EstTaxResult r = rw::ComputeEstTaxPenalty(brown, k2005);
-    EXPECT_EQ(r.installments[3].actualDue, D(2006, 1, 17));
-    EXPECT_EQ(r.installments[0].underpayment, M("722"));  // 1,529 - 807
-    EXPECT_EQ(r.installments[3].paidLate, (std::vector<rw::DatedAmount>{}));
+    // The last installment of 2005, due 1/15/2006, a Sunday before Martin Luther King Day.
+    rw::EstTaxInput in = Individual(2005, {});
+    in.currentTax = M("7031");
+    in.withholding = M("3228");
+    EXPECT_EQ(rw::ComputeEstTaxPenalty(in, k2005).installments[3].actualDue, D(2006, 1, 17));
 
     // A high-income individual of 2000: 108.6 % of 10,000 is under 90 % of 20,000.
-    const rw::EstTaxInput rich = {.taxYear = 2000,
-                                  .currentTax = M("20000"),
-                                  .priorTax = M("10000"),
-                                  .priorYearUsable = true,
-                                  .highIncome = true,
-                                  .withholding = M("19000")};
-    EXPECT_EQ(rw::ComputeEstTaxPenalty(rich, {}).requiredAnnualPayment, M("10860"));
+    in = {.taxYear = 2000,
+          .currentTax = M("20000"),
+          .priorTax = M("10000"),
+          .priorYearUsable = true,
+          .highIncome = true,
+          .withholding = M("19000")};
+    EXPECT_EQ(rw::ComputeEstTaxPenalty(in, {}).requiredAnnualPayment, M("10860"));
 
     // A large corporation: the first installment on the prior year's 200,000, the second
     // makes up 50 % of 400,000.
-    rw::EstTaxInput large = {.filer = rw::EstTaxFiler::Corporation,
-                             .taxYear = 2020,
-                             .currentTax = M("400000"),
-                             .priorTax = M("200000"),
-                             .priorYearUsable = true,
-                             .largeCorporation = true,
-                             .estimatedPayments = {{D(2020, 4, 15), M("400000")}}};
-    r = rw::ComputeEstTaxPenalty(large, {});
-    EXPECT_EQ((std::array{r.installments[0].required, r.installments[1].required,
-                          r.installments[3].required}),
+    in = Corporation(2020, 12, "400000", "200000");
+    in.largeCorporation = true;
+    in.estimatedPayments = {{D(2020, 4, 15), M("400000")}};
+    const auto& inst = rw::ComputeEstTaxPenalty(in, {}).installments;
+    EXPECT_EQ((std::array{inst[0].required, inst[1].required, inst[3].required}),
               (std::array{M("50000"), M("150000"), M("100000")}));
+    in.currentTax = M("499.99");
+    EXPECT_EQ(rw::ComputeEstTaxPenalty(in, {}).exemption, rw::EstTaxExemption::SmallTax);
 
     // A corporation's return: the 3rd month after the year for years begun before 2016, the
     // 4th after; a year ending 30 June keeps the 3rd for years begun before 2026.
-    for (const auto& [year, endMonth, due] : {std::tuple{2015, 12, D(2016, 3, 15)},
-                                              {2016, 12, D(2017, 4, 15)},
-                                              {2025, 6, D(2026, 9, 15)},
-                                              {2026, 6, D(2027, 10, 15)}})
-        EXPECT_EQ(rw::EstTaxReturnDue({.filer = rw::EstTaxFiler::Corporation,
-                                       .taxYear = year,
-                                       .fiscalYearEndMonth = endMonth}),
-                  due);
-    large.currentTax = M("499.99");
-    EXPECT_EQ(rw::ComputeEstTaxPenalty(large, {}).exemption, rw::EstTaxExemption::SmallTax);
+    EXPECT_EQ(rw::EstTaxReturnDue(Corporation(2015, 12, "0", "0")), D(2016, 3, 15));
+    EXPECT_EQ(rw::EstTaxReturnDue(Corporation(2016, 12, "0", "0")), D(2017, 4, 15));
+    EXPECT_EQ(rw::EstTaxReturnDue(Corporation(2025, 6, "0", "0")), D(2026, 9, 15));
+    EXPECT_EQ(rw::EstTaxReturnDue(Corporation(2026, 6, "0", "0")), D(2027, 10, 15));
 }
 
 TEST(EstTaxPenalty, Refusals)
