@@ -34,21 +34,40 @@ struct ProvenanceCase {
 };
 
 const ProvenanceCase kProvenance[] = {
-    {"PennsylvaniaNamesItsTable", "PA  ", D(2024, 4, 15), D(2026, 6, 30), Q4Release(),
+    {"PennsylvaniaNamesItsTable",
+     "PA  ",
+     D(2024, 4, 15),
+     D(2026, 6, 30),
+     Q4Release(),
      {"Rate table: Pennsylvania", "Rates: Qrat2026Q4, verified through 12/31/2026",
       "Prepared: 11/25/2026"}},
-    {"FederalPastTheVerifiedDateNamesTheEstimatedDays", "US  ", D(2026, 4, 15), D(2027, 2, 15),
+    {"FederalPastTheVerifiedDateNamesTheEstimatedDays",
+     "US  ",
+     D(2026, 4, 15),
+     D(2027, 2, 15),
      Q4Release(),
      {"Rate table: Federal", "Rates: Qrat2026Q4, verified through 12/31/2026",
       "Prepared: 11/25/2026", "Estimated rates: 1/1/2027 to 2/15/2027"}},
     // Interest accrues from the day after the start.
-    {"StartAfterTheVerifiedDate", "US  ", D(2027, 1, 20), D(2027, 3, 1), Q4Release(),
+    {"StartAfterTheVerifiedDate",
+     "US  ",
+     D(2027, 1, 20),
+     D(2027, 3, 1),
+     Q4Release(),
      {"Rate table: Federal", "Rates: Qrat2026Q4, verified through 12/31/2026",
       "Prepared: 11/25/2026", "Estimated rates: 1/21/2027 to 3/1/2027"}},
-    {"StopOnTheVerifiedDateUsesNoEstimate", "US  ", D(2026, 4, 15), D(2026, 12, 31), Q4Release(),
+    {"StopOnTheVerifiedDateUsesNoEstimate",
+     "US  ",
+     D(2026, 4, 15),
+     D(2026, 12, 31),
+     Q4Release(),
      {"Rate table: Federal", "Rates: Qrat2026Q4, verified through 12/31/2026",
       "Prepared: 11/25/2026"}},
-    {"NoReleaseReadSaysOnlyTheTable", "US  ", D(2026, 4, 15), D(2027, 2, 15), {},
+    {"NoReleaseReadSaysOnlyTheTable",
+     "US  ",
+     D(2026, 4, 15),
+     D(2027, 2, 15),
+     {},
      {"Rate table: Federal"}},
 };
 
@@ -116,8 +135,7 @@ class RateAsHeld : public testing::TestWithParam<RateText> { };
 
 TEST_P(RateAsHeld, KeepsEveryDecimal)
 {
-    EXPECT_EQ(rw::FormatRateAsHeld(GetParam().rate, GetParam().leadingZero),
-              GetParam().expected);
+    EXPECT_EQ(rw::FormatRateAsHeld(GetParam().rate, GetParam().leadingZero), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Reports, RateAsHeld, testing::ValuesIn(kRates),
