@@ -128,6 +128,129 @@ void checkDates(std::span<const T> list, const char* name, std::string& bad, Vis
     }
 }
 
+constexpr std::string_view kEstTaxMarker = "ESTX";
+
+void writeFlag(BinWriter& w, bool b)
+{
+    w(ToFlag(b));
+}
+
+void writeDatedAmounts(BinWriter& w, const std::vector<DatedAmount>& list, const char* name)
+{
+    if (list.size() > kMaxEstTaxEntries)
+        ThrowFault(kErrOverflow, "WriteCase",
+                   std::string("estTax.") + name + ": more than "
+                       + std::to_string(kMaxEstTaxEntries) + " entries");
+    w(static_cast<std::int16_t>(list.size()));
+    for (const DatedAmount& a : list) {
+        w(a.date);
+        w(a.amount);
+    }
+}
+
+void writeEstTax(BinWriter& w, const EstTaxCase& e)
+{
+    const EstTaxInput& in = e.input;
+    const bool yearFits
+        = in.taxYear == 0 || (in.taxYear >= kFirstReadableYear && in.taxYear <= kLastReadableYear);
+    if (!yearFits || in.fiscalYearEndMonth < 1 || in.fiscalYearEndMonth > 12)
+        ThrowFault(kErrOverflow, "WriteCase", "estTax: the tax year or its last month is not one");
+    w.raw(kEstTaxMarker.data(), kEstTaxMarker.size());
+    writeFlag(w, e.on);
+    w(static_cast<std::int16_t>(in.filer == EstTaxFiler::Corporation ? 1 : 0));
+    w(static_cast<std::int16_t>(in.taxYear));
+    w(static_cast<std::int16_t>(in.fiscalYearEndMonth));
+    w(in.currentTax);
+    w(in.priorTax);
+    writeFlag(w, in.priorYearUsable);
+    writeFlag(w, in.highIncome);
+    writeFlag(w, in.largeCorporation);
+    w(in.withholding);
+    writeFlag(w, in.installments.has_value());
+    for (std::size_t i = 0; i < 4; ++i)
+        w(in.installments ? (*in.installments)[i] : Money{});
+    w(e.noticeDate);
+    writeDatedAmounts(w, in.withholdingByDate, "withholdingByDate");
+    writeDatedAmounts(w, in.estimatedPayments, "estimatedPayments");
+}
+
+// Reads the estimated tax block, which must end the file. Returns what is
+// wrong with it, empty when nothing; a block cut short is a fault.
+std::string readEstTax(BinReader& in, EstTaxCase& e)
+{
+    char marker[4];
+    in.raw(marker, sizeof marker);
+    if (std::string_view(marker, sizeof marker) != kEstTaxMarker)
+        return "estTax: the estimated tax penalty does not begin with \"ESTX\"";
+    std::string bad;
+    const auto number = [&](const char* name, int low, int high) {
+        std::int16_t v = 0;
+        in(v);
+        if (bad.empty() && (v < low || v > high))
+            bad = std::string("estTax.") + name + ": " + std::to_string(v) + " is not from "
+                  + std::to_string(low) + " to " + std::to_string(high);
+        return static_cast<int>(v);
+    };
+    const auto flag = [&](const char* name) {
+        std::int16_t v = 0;
+        in(v);
+        if (bad.empty() && v != kYes && v != kNo)
+            bad = std::string("estTax.") + name + ": " + std::to_string(v)
+                  + " is not a flag (-1 or 0)";
+        return v == kYes;
+    };
+    const auto list = [&](const char* name, std::vector<DatedAmount>& out) {
+        const int n = number(name, 0, static_cast<int>(kMaxEstTaxEntries));
+        if (!bad.empty())
+            return;
+        // Size the list only after the file has shown that it holds the entries.
+        if (in.remaining() / kDatedAmountSize < static_cast<std::size_t>(n))
+            ThrowFault(kErrPastEnd, "ReadCase", "the file ends before its last entry");
+        out.assign(static_cast<std::size_t>(n), DatedAmount{});
+        for (DatedAmount& a : out) {
+            in(a.date);
+            in(a.amount);
+        }
+    };
+    EstTaxInput& t = e.input;
+    e.on = flag("on");
+    t.filer = number("filer", 0, 1) == 1 ? EstTaxFiler::Corporation : EstTaxFiler::Individual;
+    t.taxYear = number("taxYear", 0, kLastReadableYear);
+    if (bad.empty() && t.taxYear != 0 && t.taxYear < kFirstReadableYear)
+        bad = "estTax.taxYear: " + std::to_string(t.taxYear) + " is neither 0 nor a year from "
+              + std::to_string(kFirstReadableYear) + " to " + std::to_string(kLastReadableYear);
+    t.fiscalYearEndMonth = number("fiscalYearEndMonth", 1, 12);
+    in(t.currentTax);
+    in(t.priorTax);
+    t.priorYearUsable = flag("priorYearUsable");
+    t.highIncome = flag("highIncome");
+    t.largeCorporation = flag("largeCorporation");
+    in(t.withholding);
+    const bool installments = flag("installments");
+    std::array<Money, 4> parts{};
+    for (Money& m : parts)
+        in(m);
+    if (installments)
+        t.installments = parts;
+    else if (bad.empty() && parts != std::array<Money, 4>{})
+        bad = "estTax.installments: amounts given for installments that are not";
+    in(e.noticeDate);
+    list("withholdingByDate", t.withholdingByDate);
+    list("estimatedPayments", t.estimatedPayments);
+    if (bad.empty() && in.remaining() > 0)
+        bad = "estTax: bytes left after the estimated tax penalty, where the file should end: "
+              + std::to_string(in.remaining());
+    return bad;
+}
+
+// A tag the program cannot read: one of its own kind ("Qrat...") above the
+// latest it writes.
+bool isLaterTag(std::string_view tag20)
+{
+    const FixedText<20> latest(kCaseVersionTagEstTax);
+    return tag20.starts_with("Qrat") && tag20 > latest.view();
+}
+
 std::string tooLargeText()
 {
     return "the file is larger than any case file (" + std::to_string(kMaxCaseFileSize) + " bytes)";
@@ -146,6 +269,13 @@ std::string DateOutOfRange(const Case& c)
                [](auto& v, const auto& x) { VisitChargeFields(v, x); });
     checkDates(c.payrollDeposits(), "deposits", bad,
                [](auto& v, const auto& d) { VisitDepositFields(v, d); });
+    DateRangeCheck estTax{"estTax.", bad};
+    estTax.date("noticeDate", c.estTax.noticeDate);
+    const auto dated = [](auto& v, const DatedAmount& a) { v.date("date", a.date); };
+    checkDates(std::span<const DatedAmount>(c.estTax.input.withholdingByDate),
+               "estTax.withholdingByDate", bad, dated);
+    checkDates(std::span<const DatedAmount>(c.estTax.input.estimatedPayments),
+               "estTax.estimatedPayments", bad, dated);
     return bad;
 }
 
@@ -158,11 +288,12 @@ InitLayout LayoutForTag(std::string_view tag20)
     return InitLayout::Current;
 }
 
-std::vector<char> EncodeCase(const Case& c, std::string_view versionTag)
+std::vector<char> EncodeCase(const Case& c)
 {
+    const bool estTax = !c.estTax.isEmpty();
     BinWriter w;
     w.raw(kFileMarker.data(), kFileMarker.size());
-    const FixedText<20> tag(versionTag);
+    const FixedText<20> tag(estTax ? kCaseVersionTagEstTax : kCaseVersionTag);
     w(tag);
     const InitInputs init = [&] {
         InitInputs copy = c.init;
@@ -176,6 +307,8 @@ std::vector<char> EncodeCase(const Case& c, std::string_view versionTag)
         binary(w, ch, [](auto& f, auto& r) { VisitChargeFields(f, r); });
     for (const DepositRec& d : c.payrollDeposits())
         binary(w, d, [](auto& f, auto& r) { VisitDepositFields(f, r); });
+    if (estTax)
+        writeEstTax(w, c.estTax);
     return std::move(w.bytes());
 }
 
@@ -221,6 +354,15 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         in.raw(marker, sizeof marker);
         FixedText<20> tag;
         in(tag);
+        if (isLaterTag(tag.view())) {
+            const std::string_view shown
+                = tag.view().substr(0, tag.view().find_last_not_of(" \0") + 1);
+            r.status = CaseReadResult::Status::Damaged;
+            r.detail = "the file was written by a later version of the program ("
+                       + std::string(shown) + "); this version reads case files up to "
+                       + std::string(kCaseVersionTagEstTax);
+            return r;
+        }
         Case c;
         ClearInputs(c);
         switch (LayoutForTag(tag.view())) {
@@ -245,6 +387,13 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
         readList(in, c.deposits, c.init.nDeposits, kDepositSize, [](BinReader& b, DepositRec& d) {
             binary(b, d, [](auto& f, auto& rec) { VisitDepositFields(f, rec); });
         });
+        if (tag.is(kCaseVersionTagEstTax)) {
+            if (std::string bad = readEstTax(in, c.estTax); !bad.empty()) {
+                r.status = CaseReadResult::Status::Damaged;
+                r.detail = std::move(bad);
+                return r;
+            }
+        }
         if (std::string bad = DateOutOfRange(c); !bad.empty()) {
             r.status = CaseReadResult::Status::Damaged;
             r.detail = std::move(bad);

@@ -3,6 +3,18 @@
 // case record, then the payments, the other charges and the payroll deposits
 // (each list only when its count is above 0). Older files, told apart by their
 // version tag, hold a shorter record that is converted on reading.
+//
+// A case with the estimated tax penalty (asked for or filled in) carries the
+// tag kCaseVersionTagEstTax and, after the deposits, the estimated tax block:
+//     "ESTX", on (flag), filer (integer: 0 individual, 1 corporation),
+//     tax year (integer: 0 or 1800-2199), fiscal year end month (1-12),
+//     current tax, prior tax (currency), prior year usable, high income,
+//     large corporation (flags), withholding (currency), installments given
+//     (flag), the four installments (currency, 0 when not given), the notice
+//     and demand date, the count of dated withholding and its entries (date,
+//     currency), the count of estimated payments and their entries;
+// and nothing after it. Every other case keeps the older tag and ends after
+// its deposits, so its file is the same as before, byte for byte.
 
 #include "base/binio.h"
 #include "base/messages.h"
@@ -18,6 +30,8 @@ namespace rw {
 inline constexpr std::string_view kFileMarker = "NOTVB3";
 // The version tag this program writes (padded to 20 characters in the file).
 inline constexpr std::string_view kCaseVersionTag = "Qrat2018Q1.10";
+// The tag of a case file that carries the estimated tax block.
+inline constexpr std::string_view kCaseVersionTagEstTax = "Qrat2018Q1.11";
 
 // Record sizes in the file.
 inline constexpr std::size_t kInitSize = 488;
@@ -28,16 +42,26 @@ inline constexpr std::size_t kPaymentSize = 57;
 inline constexpr std::size_t kChargeSize = 56;
 inline constexpr std::size_t kDepositSize = 42;
 inline constexpr std::size_t kCaseHeaderSize = 26;
-// The largest case file there can be: every list at its most, 32,767 entries.
+// The estimated tax block: its fixed part, one dated amount, and the most
+// entries each of its two lists may hold.
+inline constexpr std::size_t kEstTaxFixedSize = 88;
+inline constexpr std::size_t kDatedAmountSize = 16;
+inline constexpr std::size_t kMaxEstTaxEntries = 1000;
+// The largest case file there can be: every list at its most, 32,767 entries,
+// and the estimated tax block with both its lists full.
 inline constexpr std::size_t kMaxCaseFileSize
-    = kCaseHeaderSize + kInitSize + 32767 * (kPaymentSize + kChargeSize + kDepositSize);
+    = kCaseHeaderSize + kInitSize + 32767 * (kPaymentSize + kChargeSize + kDepositSize)
+      + kEstTaxFixedSize + 2 * kMaxEstTaxEntries * kDatedAmountSize;
 
 // Which layout a 20-character tag selects. Tags compare as whole fields, byte
 // by byte: "Qrat2000Q2.20" followed by blanks is not below "Qrat2000Q2.20".
 InitLayout LayoutForTag(std::string_view tag20);
 
-// The file image of a case.
-std::vector<char> EncodeCase(const Case& c, std::string_view versionTag = kCaseVersionTag);
+// The file image of a case: with the older tag and no estimated tax block
+// while c.estTax is empty. Estimated tax inputs the block cannot hold (a tax
+// year or month out of range, more than kMaxEstTaxEntries entries) are a
+// fault (kErrOverflow) named "WriteCase".
+std::vector<char> EncodeCase(const Case& c);
 
 // Writes the case to path (a temporary file renamed over the target).
 // Failures are faults named "WriteCase".
@@ -63,7 +87,9 @@ std::string DateOutOfRange(const Case& c);
 
 // Decodes a case file image without touching any case in memory. A file
 // larger than any case file, or holding a date DateOutOfRange names, is
-// damaged.
+// damaged; so is a file whose tag begins with "Qrat" and sorts above
+// kCaseVersionTagEstTax (written by a later version, whose additions this
+// program would lose), and an estimated tax block out of its bounds.
 CaseReadResult DecodeCase(const std::vector<char>& bytes);
 CaseReadResult ReadCaseFile(const std::string& path);
 

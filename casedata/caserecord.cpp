@@ -62,6 +62,7 @@ void ClearInputs(std::vector<PaymentRec>& pmts, std::vector<ChargeRec>& charges,
 void ClearInputs(Case& c)
 {
     ClearInputs(c.pmts, c.charges, c.deposits, c.init);
+    c.estTax = EstTaxCase{};
 }
 
 }  // namespace rw

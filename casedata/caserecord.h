@@ -7,6 +7,7 @@
 #include "base/fault.h"
 #include "base/fixedtext.h"
 #include "base/money.h"
+#include "casedata/esttaxinputs.h"
 
 #include <cstdint>
 #include <span>
@@ -134,6 +135,8 @@ struct Case {
     std::vector<PaymentRec> pmts = std::vector<PaymentRec>(1);
     std::vector<ChargeRec> charges = std::vector<ChargeRec>(1);
     std::vector<DepositRec> deposits = std::vector<DepositRec>(1);
+    // Kept in the case file after the lists (a later version tag).
+    EstTaxCase estTax;
 
     // The entries in use (the first nPmts / nCharges / nDeposits).
     std::span<const PaymentRec> payments() const;
@@ -171,7 +174,8 @@ template<typename T>
 bool RemoveListEntry(std::vector<T>& list, std::int16_t& count, std::size_t index);
 
 // Resets a case to its defaults: everything zero, texts NUL, the eighteen
-// optional dates NoDate, each list one empty entry, accuracy-related rate 0.2.
+// optional dates NoDate, each list one empty entry, accuracy-related rate 0.2;
+// the Case overload also empties the estimated tax penalty.
 void ClearInputs(std::vector<PaymentRec>& pmts, std::vector<ChargeRec>& charges,
                  std::vector<DepositRec>& deposits, InitInputs& init);
 void ClearInputs(Case& c);

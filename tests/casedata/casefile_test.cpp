@@ -194,7 +194,7 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
                       marker = "Problem With Case File", outOfRange = "Retrieve (Open) Error: ",
                       calendar = "not a date from 01/01/1800 to 12/31/2199: day ",
                       tooLarge
-                      = outOfRange + "the file is larger than any case file (5079399 bytes)";
+                      = outOfRange + "the file is larger than any case file (5111487 bytes)";
     const auto good = rwtest::HandAsCurrent(
         rwtest::HandCaseFile("", HandLayout::L488, 1, {2, 2, 2}), HandLayout::L488);
     struct Row {
@@ -221,7 +221,8 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
               Status::Damaged, outOfRange + "init.dtDue: " + calendar + "2958466"},
           Row{"a payment a billion days before 1900", 514 + 57 + 16, HandBytes().f64(-1e9).bytes,
               824, Status::Damaged, outOfRange + "payments[1].dtPmt: " + calendar + "-1e+09"},
-          // 26 + 488 + 32,767 x (57 + 56 + 42) bytes is the largest case file.
+          // 26 + 488 + 32,767 x (57 + 56 + 42) + 88 + 2 x 1,000 x 16 bytes is the largest case
+          // file.
           Row{"padded to a gigabyte", 0, {}, std::size_t{1} << 30, Status::Damaged, tooLarge}}) {
         SCOPED_TRACE(row.name);
         std::vector<char> file = good;
@@ -250,6 +251,106 @@ TEST(CaseFile, ADamagedOrMissingFileIsToldAndTheCaseKept)
     EXPECT_EQ(msgs.shown.at(0).text,
               "File: " + path
                   + ".none does not exist.Please verify the file is in the correct directory.");
+}
+
+// ---- The estimated tax block -----------------------------------------------------------
+
+// A case's estimated tax inputs, and below them their block of the file byte by byte (money
+// in ten-thousandths of a dollar).
+rw::EstTaxCase HandEstTax()
+{
+    rw::EstTaxCase e;
+    e.on = true;
+    rw::EstTaxInput& in = e.input;
+    in.filer = rw::EstTaxFiler::Corporation;
+    std::tie(in.taxYear, in.fiscalYearEndMonth, in.currentTax, in.priorTax)
+        = std::tuple(2017, 6, Money::fromRaw(250000000), Money::fromRaw(180000000));
+    std::tie(in.priorYearUsable, in.highIncome, in.largeCorporation)
+        = std::tuple(true, false, true);
+    in.withholding = Money::fromRaw(10000);
+    in.installments = {Money::fromRaw(1), Money::fromRaw(2), Money::fromRaw(3), Money::fromRaw(4)};
+    e.noticeDate = Date(43000.0);
+    in.withholdingByDate = {{Date(42950.0), Money::fromRaw(10000)}};
+    in.estimatedPayments
+        = {{Date(42900.0), Money::fromRaw(50000000)}, {Date(42990.0), Money::fromRaw(70000000)}};
+    return e;
+}
+std::vector<char> HandEstTaxBlock()
+{
+    HandBytes b;
+    b.raw("ESTX").i16(-1).i16(1).i16(2017).i16(6).i64(250000000).i64(180000000);  // 0-27
+    b.i16(-1).i16(0).i16(-1).i64(10000).i16(-1).i64(1).i64(2).i64(3).i64(4);  // 28-75
+    b.f64(43000.0).i16(1).f64(42950.0).i64(10000);  // 76-101
+    b.i16(2).f64(42900.0).i64(50000000).f64(42990.0).i64(70000000);  // 102-135
+    return b.bytes;
+}
+// The file of HandNamedCase with HandEstTax: the later tag and the block after the deposits.
+std::vector<char> HandEstTaxFile()
+{
+    std::vector<char> f = rwtest::HandAsCurrent(
+        rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1}), HandLayout::L488);
+    Put(f, 6, HandBytes().text("Qrat2018Q1.11", 20).bytes);
+    return HandBytes().append(f).append(HandEstTaxBlock()).bytes;
+}
+
+TEST(CaseFile, EstimatedTaxInputsTravelInTheirBlockUnderTheLaterTag)
+{
+    Case c = HandNamedCase();
+    c.estTax = HandEstTax();
+    EXPECT_EQ(rw::EncodeCase(c), HandEstTaxFile());
+    const rw::CaseReadResult r = rw::DecodeCase(HandEstTaxFile());
+    ASSERT_EQ(r.status, Status::Ok) << r.detail;
+    EXPECT_EQ(r.kase, c);
+    c.estTax.on = false;  // filled in but not asked for: still kept
+    EXPECT_EQ(rw::DecodeCase(rw::EncodeCase(c)).kase, c);
+    c.estTax = {};  // neither: the older file, byte for byte
+    EXPECT_EQ(
+        rw::EncodeCase(c),
+        rwtest::HandAsCurrent(rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1}),
+                              HandLayout::L488));
+}
+
+TEST(CaseFile, ADamagedEstimatedTaxBlockOrALaterTagIsRefused)
+{
+    const std::size_t B = HandEstTaxFile().size() - HandEstTaxBlock().size();
+    const auto i16 = [](std::int16_t v) { return HandBytes().i16(v).bytes; };
+    const std::string pastEnd = "Input past end of file";
+    for (const auto& [name, at, bytes, cut, detail] : std::vector<
+             std::tuple<const char*, std::size_t, std::vector<char>, std::size_t, std::string>>{
+             {"marker",
+              B,
+              {'E', 'S', 'T', 'Y'},
+              0,
+              "estTax: the estimated tax penalty does not begin with \"ESTX\""},
+             {"flag 1", B + 4, i16(1), 0, "estTax.on: 1 is not a flag (-1 or 0)"},
+             {"filer 2", B + 6, i16(2), 0, "estTax.filer: 2 is not from 0 to 1"},
+             {"year 1799", B + 8, i16(1799), 0,
+              "estTax.taxYear: 1799 is neither 0 nor a year from 1800 to 2199"},
+             {"month 13", B + 10, i16(13), 0, "estTax.fiscalYearEndMonth: 13 is not from 1 to 12"},
+             {"amounts without installments", B + 42, i16(0), 0,
+              "estTax.installments: amounts given for installments that are not"},
+             {"notice a billion days before 1900", B + 76, HandBytes().f64(-1e9).bytes, 0,
+              "estTax.noticeDate: not a date from 01/01/1800 to 12/31/2199: day -1e+09"},
+             {"1001 payments", B + 102, i16(1001), 0,
+              "estTax.estimatedPayments: 1001 is not from 0 to 1000"},
+             {"a payment beyond the file", B + 102, i16(3), 0, pastEnd},
+             {"block cut by a byte", 0, {}, 1, pastEnd},
+             {"a byte after the block",
+              B + 136,
+              {'x'},
+              0,
+              "estTax: bytes left after the estimated tax penalty, where the file should end: 1"},
+             {"a later tag", 6, HandBytes().text("Qrat2018Q1.12", 20).bytes, 0,
+              "the file was written by a later version of the program (Qrat2018Q1.12); this "
+              "version reads case files up to Qrat2018Q1.11"}}) {
+        SCOPED_TRACE(name);
+        std::vector<char> file = HandEstTaxFile();
+        file.resize(std::max(file.size(), at + bytes.size()) - cut);
+        Put(file, at, bytes);
+        const rw::CaseReadResult r = rw::DecodeCase(file);
+        EXPECT_EQ(r.status, Status::Damaged);
+        EXPECT_EQ(r.detail, detail);
+    }
 }
 
 // ---- Writing ------------------------------------------------------------------------------
