@@ -391,6 +391,47 @@ J listToJson(std::span<const T> items, Visit visit)
 }
 
 template<typename J>
+J datedAmountsToJson(const std::vector<DatedAmount>& list)
+{
+    J arr = J::array();
+    for (const DatedAmount& a : list) {
+        J item = J::object();
+        item["date"] = dateToJson<J>(a.date);
+        item["amount"] = moneyText(a.amount);
+        arr.push_back(std::move(item));
+    }
+    return arr;
+}
+
+template<typename J>
+J estTaxToJson(const EstTaxCase& e)
+{
+    const EstTaxInput& in = e.input;
+    J out = J::object();
+    out["on"] = e.on;
+    out["filer"] = in.filer == EstTaxFiler::Corporation ? "corporation" : "individual";
+    out["taxYear"] = in.taxYear;
+    out["fiscalYearEndMonth"] = in.fiscalYearEndMonth;
+    out["currentTax"] = moneyText(in.currentTax);
+    out["priorTax"] = moneyText(in.priorTax);
+    out["priorYearUsable"] = in.priorYearUsable;
+    out["highIncome"] = in.highIncome;
+    out["largeCorporation"] = in.largeCorporation;
+    out["withholding"] = moneyText(in.withholding);
+    out["withholdingByDate"] = datedAmountsToJson<J>(in.withholdingByDate);
+    out["estimatedPayments"] = datedAmountsToJson<J>(in.estimatedPayments);
+    J installments(nullptr);
+    if (in.installments) {
+        installments = J::array();
+        for (Money m : *in.installments)
+            installments.push_back(moneyText(m));
+    }
+    out["installments"] = std::move(installments);
+    out["noticeDate"] = dateToJson<J>(e.noticeDate);
+    return out;
+}
+
+template<typename J>
 J caseToJson(const Case& c)
 {
     J out = J::object();
@@ -403,6 +444,8 @@ J caseToJson(const Case& c)
                                    [](auto& v, const ChargeRec& x) { VisitChargeFields(v, x); });
     out["deposits"] = listToJson<J>(c.payrollDeposits(),
                                     [](auto& v, const DepositRec& d) { VisitDepositFields(v, d); });
+    if (!c.estTax.isEmpty())
+        out["estTax"] = estTaxToJson<J>(c.estTax);
     return out;
 }
 
@@ -551,6 +594,146 @@ bool settleCount(const json& doc, const char* countName, const char* listName, s
     return true;
 }
 
+// Reads the "estTax" object: the same bounds as the case file holds (see
+// casedata/casefile.h), each problem named "estTax.field: reason".
+class EstTaxImporter {
+public:
+    explicit EstTaxImporter(std::string& error)
+        : error_(error)
+    {
+    }
+
+    bool read(const json& obj, EstTaxCase& e)
+    {
+        if (!obj.is_object())
+            return fail("estTax", "expected an object, found " + shown(obj));
+        static const std::set<std::string, std::less<>> kKeys = {"on",
+                                                                 "filer",
+                                                                 "taxYear",
+                                                                 "fiscalYearEndMonth",
+                                                                 "currentTax",
+                                                                 "priorTax",
+                                                                 "priorYearUsable",
+                                                                 "highIncome",
+                                                                 "largeCorporation",
+                                                                 "withholding",
+                                                                 "withholdingByDate",
+                                                                 "estimatedPayments",
+                                                                 "installments",
+                                                                 "noticeDate"};
+        for (auto it = obj.begin(); it != obj.end(); ++it)
+            if (!kKeys.contains(it.key()))
+                return fail("estTax." + it.key(), "unknown field");
+        EstTaxInput& in = e.input;
+        std::string why;
+        const auto at = [&](const char* key) { return obj.find(key); };
+        const auto field = [&](const char* key, auto readOne) {
+            const auto it = at(key);
+            if (it == obj.end() || readOne(*it))
+                return true;
+            return fail(std::string("estTax.") + key, why);
+        };
+        const auto boolean = [&](bool& out) {
+            return [&out, &why](const json& v) {
+                if (v.is_boolean())
+                    return out = v.get<bool>(), true;
+                why = "expected true or false, found " + shown(v);
+                return false;
+            };
+        };
+        const auto money = [&](Money& out) {
+            return [&out, &why](const json& v) { return moneyFromJson(v, out, why); };
+        };
+        // A whole number from low to high, or 0 when zeroAllowed (a year not yet given).
+        const auto whole = [&](int& out, int low, int high, bool zeroAllowed, const char* what) {
+            return [&out, &why, low, high, zeroAllowed, what](const json& v) {
+                std::int16_t n = 0;
+                if (int16FromJson(v, n) && ((n >= low && n <= high) || (n == 0 && zeroAllowed))) {
+                    out = n;
+                    return true;
+                }
+                why = std::string("not ") + what + ": " + shown(v);
+                return false;
+            };
+        };
+        const auto filer = [&](const json& v) {
+            if (v == "individual" || v == "corporation") {
+                in.filer = v == "corporation" ? EstTaxFiler::Corporation : EstTaxFiler::Individual;
+                return true;
+            }
+            why = "neither \"individual\" nor \"corporation\": " + shown(v);
+            return false;
+        };
+        const auto installments = [&](const json& v) {
+            if (v.is_null())
+                return in.installments.reset(), true;
+            if (!v.is_array() || v.size() != 4) {
+                why = "expected null or an array of four amounts, found " + shown(v);
+                return false;
+            }
+            std::array<Money, 4> parts{};
+            for (std::size_t i = 0; i < 4; ++i)
+                if (!moneyFromJson(v[i], parts[i], why))
+                    return false;
+            in.installments = parts;
+            return true;
+        };
+        return field("on", boolean(e.on)) && field("filer", filer)
+               && field("taxYear", whole(in.taxYear, kFirstReadableYear, kLastReadableYear, true,
+                                         "0 or a year from 1800 to 2199"))
+               && field("fiscalYearEndMonth",
+                        whole(in.fiscalYearEndMonth, 1, 12, false, "a month from 1 to 12"))
+               && field("currentTax", money(in.currentTax)) && field("priorTax", money(in.priorTax))
+               && field("priorYearUsable", boolean(in.priorYearUsable))
+               && field("highIncome", boolean(in.highIncome))
+               && field("largeCorporation", boolean(in.largeCorporation))
+               && field("withholding", money(in.withholding))
+               && list(obj, "withholdingByDate", in.withholdingByDate)
+               && list(obj, "estimatedPayments", in.estimatedPayments)
+               && field("installments", installments) && field("noticeDate", [&](const json& v) {
+                      return dateFromJson(v, e.noticeDate, why);
+                  });
+    }
+
+private:
+    bool list(const json& obj, const char* key, std::vector<DatedAmount>& out)
+    {
+        const std::string path = std::string("estTax.") + key;
+        const auto it = obj.find(key);
+        if (it == obj.end())
+            return true;
+        if (!it->is_array())
+            return fail(path, "expected an array, found " + shown(*it));
+        if (it->size() > kMaxEstTaxEntries)
+            return fail(path, "more than " + std::to_string(kMaxEstTaxEntries) + " entries");
+        for (std::size_t i = 0; i < it->size(); ++i) {
+            const json& item = (*it)[i];
+            const std::string at = path + "[" + std::to_string(i) + "]";
+            if (!item.is_object())
+                return fail(at, "expected an object, found " + shown(item));
+            DatedAmount a{NoDate, Money{}};
+            std::string why;
+            for (auto k = item.begin(); k != item.end(); ++k)
+                if (k.key() != "date" && k.key() != "amount")
+                    return fail(at + "." + k.key(), "unknown field");
+            if (item.contains("date") && !dateFromJson(item["date"], a.date, why))
+                return fail(at + ".date", why);
+            if (item.contains("amount") && !moneyFromJson(item["amount"], a.amount, why))
+                return fail(at + ".amount", why);
+            out.push_back(a);
+        }
+        return true;
+    }
+
+    bool fail(const std::string& path, const std::string& why)
+    {
+        error_ = path + ": " + why;
+        return false;
+    }
+
+    std::string& error_;
+};
+
 // Builds the document as nlohmann's own parser would, except that numbers
 // with a fraction or an exponent keep their text and a key may not repeat.
 class CaseJsonSax {
@@ -683,7 +866,7 @@ std::optional<Case> CaseFromJson(const nlohmann::json& j, std::string& error)
     }
     for (auto it = j.begin(); it != j.end(); ++it) {
         const std::string& k = it.key();
-        if (k != "init" && k != "payments" && k != "charges" && k != "deposits") {
+        if (k != "init" && k != "payments" && k != "charges" && k != "deposits" && k != "estTax") {
             error = k + ": unknown field";
             return std::nullopt;
         }
@@ -710,6 +893,8 @@ std::optional<Case> CaseFromJson(const nlohmann::json& j, std::string& error)
     if (!settleCount(j, "nPmts", "payments", c.pmts, c.init.nPmts, error)
         || !settleCount(j, "nCharges", "charges", c.charges, c.init.nCharges, error)
         || !settleCount(j, "nDeposits", "deposits", c.deposits, c.init.nDeposits, error))
+        return std::nullopt;
+    if (const auto e = j.find("estTax"); e != j.end() && !EstTaxImporter(error).read(*e, c.estTax))
         return std::nullopt;
     return c;
 }

@@ -3,6 +3,7 @@
 #include "base/numtext.h"
 #include "casejson/casejson.h"
 #include "cli/cmd_report.h"
+#include "penalties/esttax.h"
 #include "reports/summary.h"
 
 #include <cmath>
@@ -137,18 +138,52 @@ const Section kSections[] = {
     {"payrollTable", payrollTableJson},
 };
 
-}  // namespace
-
-int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c,
-                     RateTable& rates)
+Json datedAmountsJson(const std::vector<DatedAmount>& list)
 {
-    const std::string prefix = "qratcalc-cli " + std::string(command) + ": ";
-    std::string error;
-    if (!LoadCaseFile(path, c, error)) {
-        env.err << prefix << error << "\n";
-        return kExitBadInput;
-    }
-    const Authority& auth = AuthorityForCode(c.init.sTaxAuth.view());
+    Json out = Json::array();
+    for (const DatedAmount& a : list)
+        out.push_back(Json{{"date", dateJson(a.date)}, {"amount", moneyJson(a.amount)}});
+    return out;
+}
+
+// The estimated tax penalty: the required installments (none when exempt),
+// the worksheet's lines, one per amount and rate period, and the total.
+Json estTaxJson(const EstTaxResult& r)
+{
+    Json installments = Json::array();
+    if (r.exemption == EstTaxExemption::None)
+        for (const EstTaxInstallment& i : r.installments)
+            installments.push_back(Json{{"nominalDue", dateJson(i.nominalDue)},
+                                        {"actualDue", dateJson(i.actualDue)},
+                                        {"required", moneyJson(i.required)},
+                                        {"paidOnTime", moneyJson(i.paidOnTime)},
+                                        {"overpayment", moneyJson(i.overpayment)},
+                                        {"underpayment", moneyJson(i.underpayment)},
+                                        {"paidLate", datedAmountsJson(i.paidLate)}});
+    Json periods = Json::array();
+    for (const EstTaxLine& l : r.lines)
+        periods.push_back(Json{{"installment", l.installment + 1},
+                               {"from", dateJson(l.from)},
+                               {"to", dateJson(l.to)},
+                               {"days", l.days},
+                               {"rate", rateJson(l.rate)},
+                               {"yearDays", l.yearDays},
+                               {"base", moneyJson(l.base)},
+                               {"penalty", moneyJson(l.penalty)}});
+    return Json{
+        {"exemption", r.exemption == EstTaxExemption::SmallTax ? "smallTax" : "none"},
+        {"requiredAnnualPayment", moneyJson(r.requiredAnnualPayment)},
+        {"returnDue", dateJson(r.returnDue)},
+        {"installments", std::move(installments)},
+        {"periods", std::move(periods)},
+        {"total", moneyJson(r.total)},
+    };
+}
+
+// Reads an authority's rate table file, telling a failure on env.err after
+// prefix.
+int loadTable(CliEnv& env, const std::string& prefix, const Authority& auth, RateTable& rates)
+{
     const std::filesystem::path table = env.paths.table(auth.file);
     RateTableReadResult r = ReadRateTableFile(table);
     switch (r.status) {
@@ -171,6 +206,20 @@ int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& p
     return kExitBadInput;
 }
 
+}  // namespace
+
+int LoadCaseAndTable(CliEnv& env, std::string_view command, const std::string& path, Case& c,
+                     RateTable& rates)
+{
+    const std::string prefix = "qratcalc-cli " + std::string(command) + ": ";
+    std::string error;
+    if (!LoadCaseFile(path, c, error)) {
+        env.err << prefix << error << "\n";
+        return kExitBadInput;
+    }
+    return loadTable(env, prefix, AuthorityForCode(c.init.sTaxAuth.view()), rates);
+}
+
 nlohmann::ordered_json ComputationJson(const CaseComputation& k)
 {
     Json j = Json::object();
@@ -179,7 +228,9 @@ nlohmann::ordered_json ComputationJson(const CaseComputation& k)
     return j;
 }
 
-// compute --json CASE: the whole computation as one JSON object.
+// compute --json CASE: the whole computation as one JSON object, and
+// "estimatedTax" when the case asks for the estimated tax penalty (a federal
+// penalty: figured on the federal table whatever the case's authority).
 int CmdCompute(CliEnv& env)
 {
     const bool json = TakeSwitch(env.args, "--json");
@@ -191,9 +242,19 @@ int CmdCompute(CliEnv& env)
     RateTable rates;
     if (int status = LoadCaseAndTable(env, "compute", env.args[0], c, rates); status != kExitOk)
         return status;
+    RateTable federal;
+    if (c.estTax.on && !c.init.isFederal()) {
+        if (int status
+            = loadTable(env, "qratcalc-cli compute: ", AuthorityForCode("US  "), federal);
+            status != kExitOk)
+            return status;
+    }
     try {
-        env.out << ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums)).dump(2)
-                << "\n";
+        Json j = ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums));
+        if (c.estTax.on)
+            j["estimatedTax"] = estTaxJson(
+                ComputeEstTaxPenalty(c.estTax.input, c.init.isFederal() ? rates : federal));
+        env.out << j.dump(2) << "\n";
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
         return kExitBadInput;

@@ -16,6 +16,7 @@
 #include <functional>
 #include <limits>
 #include <random>
+#include <tuple>
 
 using nlohmann::json;
 using rw::Case;
@@ -290,6 +291,55 @@ TEST(CaseJson, RefusalsNameTheField)
 }
 
 // ---- Reading a case from either form -----------------------------------------------------------
+
+// The estimated tax penalty: an object of its own, absent while neither asked for nor filled in.
+TEST(CaseJson, TheEstimatedTaxPenaltyTravelsInItsOwnObject)
+{
+    EXPECT_FALSE(rw::CaseToJson(Cleared()).contains("estTax"));
+    const Case c = Import(R"({"estTax": {"on": true, "filer": "corporation", "taxYear": 2017,
+        "fiscalYearEndMonth": 6, "currentTax": "25,000", "priorYearUsable": true,
+        "withholdingByDate": [{"date": "9/15/2017", "amount": 1}],
+        "estimatedPayments": [{"date": "10/16/2017", "amount": "5000.00"}],
+        "installments": ["1", "2", "3", "4"], "noticeDate": "3/1/2019"}})");
+    rw::EstTaxCase e;
+    e.on = true;
+    e.input.filer = rw::EstTaxFiler::Corporation;
+    std::tie(e.input.taxYear, e.input.fiscalYearEndMonth, e.input.priorYearUsable)
+        = std::tuple(2017, 6, true);
+    e.input.currentTax = Money::fromRaw(250000000);
+    e.input.withholdingByDate = {{Date::fromCivil(2017, 9, 15), Money::fromRaw(10000)}};
+    e.input.estimatedPayments = {{Date::fromCivil(2017, 10, 16), Money::fromRaw(50000000)}};
+    e.input.installments = {Money::fromRaw(10000), Money::fromRaw(20000), Money::fromRaw(30000),
+                            Money::fromRaw(40000)};
+    e.noticeDate = Date::fromCivil(2019, 3, 1);
+    EXPECT_EQ(c.estTax, e);
+    EXPECT_EQ(Import(rw::CaseToJsonText(c)), c);
+    EXPECT_EQ(rw::DecodeCase(rw::EncodeCase(c)).kase, c);
+
+    std::string entries = "{}";
+    for (int i = 0; i < 1000; ++i)
+        entries += ",{}";
+    for (const auto& [text, error] : std::vector<std::pair<std::string, std::string>>{
+             {"1", "estTax: expected an object, found 1"},
+             {R"({"x": 1})", "estTax.x: unknown field"},
+             {R"({"on": 1})", "estTax.on: expected true or false, found 1"},
+             {R"({"filer": "trust"})",
+              R"(estTax.filer: neither "individual" nor "corporation": "trust")"},
+             {R"({"taxYear": 1799})", "estTax.taxYear: not 0 or a year from 1800 to 2199: 1799"},
+             {R"({"fiscalYearEndMonth": 0})",
+              "estTax.fiscalYearEndMonth: not a month from 1 to 12: 0"},
+             {R"({"installments": ["1"]})",
+              R"(estTax.installments: expected null or an array of four amounts, found ["1"])"},
+             {R"({"estimatedPayments": [{"date": "13/45/2016"}]})",
+              R"(estTax.estimatedPayments[0].date: not a date: "13/45/2016")"},
+             {R"({"estimatedPayments": [{"when": 1}]})",
+              "estTax.estimatedPayments[0].when: unknown field"},
+             {R"({"withholdingByDate": [)" + entries + "]}",
+              "estTax.withholdingByDate: more than 1000 entries"}}) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(ImportError(R"({"estTax": )" + text + "}"), error);
+    }
+}
 
 TEST(CaseJson, LoadCaseFileReadsBothFormsAndLeavesTheCaseAloneOnFailure)
 {

@@ -142,6 +142,41 @@ TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
     EXPECT_EQ(r.err, message + "\n");
 }
 
+// The estimated tax penalty of an individual owing 10,000 for 2021 with no usable prior year:
+// 90 % is 9,000, four installments of 2,250. The tests' federal table holds 3 % through
+// 3/31/2022. The third installment, paid 10/15/2021: 2,250 x 3 % x 15/365 = 2.7740 to 9/30
+// and again to 10/15; the fourth, due 1/15/2022 and paid 2/14: x 3 % x 30/365 = 5.5479.
+// 2.77 + 2.77 + 5.55 = 11.09.
+TEST(CliCompute, TheEstimatedTaxPenaltyIsItsOwnSection)
+{
+    rwtest::TempDir dir;
+    const std::string kase
+        = R"({"init": {"sTaxAuth": "US  ", "dtDue": "04/15/2022", "dtExtended": "04/15/2022",
+        "tlStart": {"dtDate": "04/15/2022", "cTax": "100.00"}, "tlStop": {"dtDate": "06/30/2022"}},
+        "estTax": {"on": ON, "taxYear": 2021, "currentTax": "10000", "estimatedPayments": [
+        {"date": "4/15/2021", "amount": "2250"}, {"date": "6/15/2021", "amount": "2250"},
+        {"date": "10/15/2021", "amount": "2250"}, {"date": "2/14/2022", "amount": "2250"}]}})";
+    WriteText(dir / "on.json", std::string(kase).replace(kase.find("ON"), 2, "true"));
+    WriteText(dir / "off.json", std::string(kase).replace(kase.find("ON"), 2, "false"));
+    const auto r = RunCliCommand({"compute", "--json", (dir / "on.json").string()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    const nlohmann::json j = nlohmann::json::parse(r.out)["estimatedTax"];
+    std::vector<std::string> periods;
+    for (const auto& p : j["periods"])
+        periods.push_back(p["installment"].dump() + " " + p["from"].get<std::string>() + " "
+                          + p["to"].get<std::string>() + " " + p["days"].dump() + " "
+                          + p["penalty"].get<std::string>());
+    EXPECT_EQ(periods, (std::vector<std::string>{"3 09/15/2021 09/30/2021 15 2.7700",
+                                                 "3 09/30/2021 10/15/2021 15 2.7700",
+                                                 "4 01/15/2022 02/14/2022 30 5.5500"}));
+    EXPECT_EQ(j["total"], "11.0900");
+    ASSERT_EQ(j["installments"].size(), 4u);
+    EXPECT_EQ(j["installments"][3]["required"], "2250.0000");
+    const auto off = RunCliCommand({"compute", "--json", (dir / "off.json").string()});
+    ASSERT_EQ(off.status, 0) << off.err;
+    EXPECT_FALSE(nlohmann::json::parse(off.out).contains("estimatedTax"));
+}
+
 // "release": a release built from a copy of the tests' frozen sources with one
 // more quarter (the first of 2027 announced at 7 %, the second estimated at
 // 8 %) into the user's data folder is the one shown; a damaged one is reported
