@@ -1,0 +1,122 @@
+// The estimated tax penalty's analysis: the window text of a hand-made case
+// against tests/reports/esttax/individual2021.txt (its figures worked out in
+// the comment below), and the same lines printed on pages of several heights.
+#include "support/casebuilder.h"
+#include "support/recordingmessages.h"
+
+#include "reports/esttaxreport.h"
+#include "reports/textprinter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+using namespace rwtest;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// A 2021 individual owing 10,000 with no usable prior year: 90 % is 9,000,
+// four installments of 2,250. Paid 2,250 on 4/15; 4,500 on 10/1/2021 makes
+// good the 2nd and the 3rd; 2,250 on 1/18/2022 is on time for the 4th (1/15
+// a Saturday, 1/17 Martin Luther King Day). 2,250 x 4 % x 15/365 = 3.70,
+// x 4 % x 92/365 = 22.68, x 5 % x 1/365 = 0.31; total 30.70.
+struct Fixture {
+    rw::EstTaxInput in{
+        .taxYear = 2021,
+        .currentTax = M("10000"),
+        .estimatedPayments
+        = {{D(2021, 4, 15), M("2250")}, {D(2021, 10, 1), M("4500")}, {D(2022, 1, 18), M("2250")}}};
+    rw::RateTable rates{
+        Row(D(2021, 4, 1), D(2021, 6, 30), 0.04f), Row(D(2021, 7, 1), D(2021, 9, 30), 0.04f),
+        Row(D(2021, 10, 1), D(2021, 12, 31), 0.05f), Row(D(2022, 1, 1), D(2022, 3, 31), 0.05f)};
+    rw::EstTaxResult r = rw::ComputeEstTaxPenalty(in, rates);
+    rw::InitInputs init;
+    Fixture()
+    {
+        init.sName = "Ann Example";
+        init.s2ndLine = "Form 2210 worksheet";
+    }
+};
+
+Lines Expected()
+{
+    std::ifstream f(std::string(std::getenv("RW_SOURCE_DIR"))
+                    + "/tests/reports/esttax/individual2021.txt");
+    Lines out;
+    for (std::string l; std::getline(f, l);)
+        out.push_back(l);
+    return out;
+}
+
+TEST(EstTaxReport, WindowText)
+{
+    const Fixture fx;
+    std::istringstream text(rw::DispEstTax(fx.in, fx.r, fx.init));
+    Lines got;
+    for (std::string l; std::getline(text, l);) {
+        EXPECT_TRUE(l.ends_with('\r')) << l;
+        got.push_back(l.substr(0, l.size() - 1));
+    }
+    EXPECT_EQ(got, Expected());
+}
+
+// On one page of 60 lines the printed body is the window's; on short pages
+// every page begins with the heading block and ends with its number, rows
+// stand under their column headings, no page ends with a heading, and the
+// total keeps the last rate-period line.
+TEST(EstTaxReport, PrintedPages)
+{
+    const Fixture fx;
+    const Lines want = Expected();
+    const std::regex installment(R"(^    \d  \d\d/\d\d/\d{4}  )");
+    const std::regex period(R"(^    \d  \d\d/\d\d/\d{4} \d\d/)");
+    const std::regex heading(
+        R"(^( +(ESTIMATED|REQUIRED|PENALTY FOR|NO|DUE|DAYS) .*| +DAYS  RATE)$)");
+    for (int height : {60, 24, 21}) {
+        SCOPED_TRACE(height);
+        rw::TextPrinter tp(rw::PageMetrics::Lines(height));
+        tp.setFont("Arial", 10.0f);
+        rw::PrintState state;
+        RecordingMessages msgs;
+        rw::PrintManager pm(tp, state, msgs);
+        rw::PrnEstTax(pm, fx.init, fx.in, fx.r);
+        EXPECT_TRUE(tp.fontName() == "Arial" && tp.fontSize() == 10.0f);
+        EXPECT_EQ(tp.runOffs(), 0);
+        if (height == 60) {
+            ASSERT_EQ(tp.pages().size(), 1u);
+            const Lines& p = tp.pages()[0];
+            ASSERT_GE(p.size(), 6 + want.size() - 4);
+            EXPECT_EQ(Lines(p.begin() + 6, p.begin() + 6 + static_cast<long>(want.size()) - 4),
+                      Lines(want.begin() + 4, want.end()));
+        }
+        int installments = 0, periods = 0;
+        for (std::size_t n = 0; n < tp.pages().size(); ++n) {
+            const Lines& p = tp.pages()[n];
+            ASSERT_GT(p.size(), 7u);
+            EXPECT_EQ(p[2], "  Ann Example");
+            EXPECT_EQ(p.back(), "  Page " + std::to_string(n + 1));
+            auto last = std::find_if(p.rbegin() + 1, p.rend(), [](auto& l) { return !l.empty(); });
+            EXPECT_FALSE(std::regex_match(*last, heading)) << "page " << n + 1 << ": " << *last;
+            bool instHeads = false, periodHeads = false;
+            for (const std::string& l : p) {
+                instHeads = instHeads || l.starts_with("   NO  DATE");
+                periodHeads = periodHeads || l.starts_with("   NO  FROM");
+                if (std::regex_search(l, installment)) {
+                    EXPECT_TRUE(instHeads && ++installments) << l;
+                }
+                if (std::regex_search(l, period)) {
+                    EXPECT_TRUE(periodHeads && ++periods) << l;
+                }
+            }
+        }
+        EXPECT_EQ(installments, 4);
+        EXPECT_EQ(periods, 5);
+    }
+}
+
+}  // namespace
