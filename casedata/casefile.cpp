@@ -200,6 +200,8 @@ std::string readEstTax(BinReader& in, EstTaxCase& e)
         return v == kYes;
     };
     const auto list = [&](const char* name, std::vector<DatedAmount>& out) {
+        if (!bad.empty())
+            return;  // the first problem is the one told
         const int n = number(name, 0, static_cast<int>(kMaxEstTaxEntries));
         if (!bad.empty())
             return;
