@@ -1,6 +1,7 @@
 #include "penalties/esttaxdialog.h"
 
 #include "base/numtext.h"
+#include "casedata/casefile.h"
 
 #include <algorithm>
 #include <cctype>
@@ -149,6 +150,31 @@ std::optional<DatedAmount> TakeRow(const std::optional<EstTaxInput>& year, EstTa
     return DatedAmount{*d, *m};
 }
 
+// The rows of a list, skipping the empty row a list offers for the next
+// entry; false at the first refused. The case file keeps a bounded number of
+// entries in each list.
+bool TakeRows(const std::optional<EstTaxInput>& year, std::vector<EstTaxRow>& rows, EstTaxList list,
+              std::vector<DatedAmount>& out, Messages& msgs)
+{
+    for (EstTaxRow& row : rows) {
+        row.refused = nullptr;
+        if (IsBlankDate(row.date) && TrimBlanks(row.amount).empty())
+            continue;
+        if (out.size() == kMaxEstTaxEntries) {
+            Refuse(row, &EstTaxRow::date,
+                   "A case keeps at most " + GroupThousands(kMaxEstTaxEntries) + " " + RowName(list)
+                       + " entries.  Please remove this entry and those after it.",
+                   msgs);
+            return false;
+        }
+        const std::optional<DatedAmount> p = TakeRow(year, row, list, msgs);
+        if (!p)
+            return false;
+        out.push_back(*p);
+    }
+    return true;
+}
+
 // Notice and demand for the penalty comes after the tax year has ended.
 std::optional<Date> TakeNotice(EstTaxForm& form, const std::optional<EstTaxInput>& year,
                                Messages& msgs)
@@ -288,21 +314,9 @@ bool EstTaxDialog::accept(EstTaxForm& form)
     in.largeCorporation = form.corporation && form.largeCorporation;
 
     const std::optional<EstTaxInput> reach = in;
-    const auto takeRows
-        = [&](std::vector<EstTaxRow>& rows, EstTaxList list, std::vector<DatedAmount>& out) {
-              for (EstTaxRow& row : rows) {
-                  row.refused = nullptr;
-                  if (IsBlankDate(row.date) && TrimBlanks(row.amount).empty())
-                      continue;  // the empty row a list offers for the next entry
-                  const std::optional<DatedAmount> p = TakeRow(reach, row, list, msgs_);
-                  if (!p)
-                      return false;
-                  out.push_back(*p);
-              }
-              return true;
-          };
     if (form.withholdingByDate) {
-        if (!takeRows(form.withholdingRows, EstTaxList::Withholding, in.withholdingByDate))
+        if (!TakeRows(reach, form.withholdingRows, EstTaxList::Withholding, in.withholdingByDate,
+                      msgs_))
             return false;
         Money sum;
         for (const DatedAmount& p : in.withholdingByDate)
@@ -316,7 +330,7 @@ bool EstTaxDialog::accept(EstTaxForm& form)
             return false;
         }
     }
-    if (!takeRows(form.payments, EstTaxList::Payments, in.estimatedPayments))
+    if (!TakeRows(reach, form.payments, EstTaxList::Payments, in.estimatedPayments, msgs_))
         return false;
     const std::optional<Date> notice = TakeNotice(form, reach, msgs_);
     if (!notice)

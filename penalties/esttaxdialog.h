@@ -68,7 +68,8 @@ public:
                  FormField<EstTaxRow> field) const;
     // OK. With Yes, every entry is read again; the first refused one leaves
     // the case as it was (false). The amounts withheld by date must add up
-    // to the total. No turns the penalty off and keeps its inputs.
+    // to the total, and a list holds at most the 1,000 entries the case file
+    // keeps. No turns the penalty off and keeps its inputs.
     bool accept(EstTaxForm& form);
 
 private:

@@ -160,6 +160,11 @@ TEST(EstTaxDialog, EntriesRefused)
          nullptr, &Form::payments, 0, &Row::date,
          "The Payment date 6/30/2021 is outside the 2021 tax year's reach, 7/1/2021 to "
          "9/15/2022.  Please enter a date within it."},
+        // The case file keeps 1,000 entries of each list.
+        {"TooManyPayments", [](Form& f) { f.payments.resize(1001, f.payments[0]); }, nullptr,
+         &Form::payments, 1000, &Row::date,
+         "A case keeps at most 1,000 Payment entries.  Please remove this entry and those after "
+         "it."},
         {"NoticeBeforeYearEnd", [](Form& f) { f.noticeAndDemand = "6/1/2021"; },
          &Form::noticeAndDemand, nullptr, 0, nullptr,
          "The Notice and Demand date 6/1/2021 is before the end of the 2021 tax year on "
