@@ -36,6 +36,9 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates,
 {
     CaseComputation out;
     out.kase = c;
+    // A federal penalty on the federal table: a state case's table will not do.
+    if (c.estTax.on && c.init.isFederal())
+        out.estTax = ComputeEstTaxPenalty(c.estTax.input, rates);
     // A payment allocated by the IRS method follows the case as it now stands.
     AllocateIrsPayments(out.kase, rates, ftfMinimums);
     ApplyRefundStopDays(out.kase.init);

@@ -3,9 +3,11 @@
 // report and print commands, the summary and the command-line tool work from.
 
 #include "engine/intcalc.h"
+#include "penalties/esttax.h"
 #include "penalties/penaltytypes.h"
 #include "rates/release.h"
 
+#include <optional>
 #include <vector>
 
 namespace rw {
@@ -40,6 +42,7 @@ struct CaseComputation {
     std::vector<FtoRow> ftoRows;
     std::vector<PRPenTblElement> prTable;
     std::string ftfMinimumNote;  // FailToFileMinimum's note, when the minimum applied
+    std::optional<EstTaxResult> estTax;  // when the case has the estimated tax penalty on
 };
 
 // Interest on a refund stops up to 30 days before the date of the refund
@@ -50,6 +53,10 @@ void ApplyRefundStopDays(InitInputs& init);
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment
 // of the IRS method is first allocated again (AllocateIrsPayments).
+// The estimated tax penalty is figured on the federal underpayment rates
+// whatever the case's authority; this function holds only the case's own
+// table, so it figures the penalty for a federal case only and leaves estTax
+// empty for a state case. A day without a rate is refused (rw::Refusal).
 CaseComputation ComputeCase(const Case& c, const RateTable& rates,
                             const FtfMinimumSchedule& ftfMinimums);
 
