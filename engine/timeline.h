@@ -19,6 +19,7 @@ inline constexpr std::string_view kStart = "0BT ";
 inline constexpr std::string_view kCorpOverpayment = "COP ";
 inline constexpr std::string_view kCorpUnderpayment = "CUP ";
 inline constexpr std::string_view kPayrollLiability = "DDD ";
+inline constexpr std::string_view kEstimatedTaxPenalty = "ESP ";
 inline constexpr std::string_view kFailureToFile = "FFP ";
 inline constexpr std::string_view kFailureToPay = "FPP ";
 inline constexpr std::string_view kOtherCharge = "OTHC";

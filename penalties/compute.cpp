@@ -9,6 +9,22 @@
 
 namespace rw {
 
+namespace {
+
+void addEstTaxPt(const USPenalties::EstTaxPoint& e, TimeLine& tl, std::int16_t& next)
+{
+    WithFaultName("AddEstTaxPt", [&] {
+        TLPoint p;
+        p.sDesc = "Est. Tax Pen.";
+        p.sCode = code::kEstimatedTaxPenalty;
+        p.dtDate = e.dated;
+        p.cPen = e.total;
+        MakeTLPoint(p, tl, next);
+    });
+}
+
+}  // namespace
+
 void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next)
 {
     WithFaultName("AddUSPenaltyPts", [&] {
@@ -16,12 +32,16 @@ void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& nex
         prTable.clear();
         ftfMinimumNote.clear();
         const InitInputs& in = c.init;
-        if (in.nDeposits >= 1)
-            AddUSPRPts(c, tl, next, prTable);
-        if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
-            CalcUSFtoFilePay(c, tl, next, ftoRows, ftfMinimums_, &ftfMinimumNote);
-        if (IsYes(in.bAccRel))
-            CalcAccRelPen(c, tl, next);
+        if (!estTaxOnly) {
+            if (in.nDeposits >= 1)
+                AddUSPRPts(c, tl, next, prTable);
+            if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
+                CalcUSFtoFilePay(c, tl, next, ftoRows, ftfMinimums_, &ftfMinimumNote);
+            if (IsYes(in.bAccRel))
+                CalcAccRelPen(c, tl, next);
+        }
+        if (estTaxPoint)
+            addEstTaxPt(*estTaxPoint, tl, next);
     });
 }
 
@@ -43,7 +63,21 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates,
     AllocateIrsPayments(out.kase, rates, ftfMinimums);
     ApplyRefundStopDays(out.kase.init);
     USPenalties penalties(ftfMinimums);
-    out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
+    if (out.estTax && out.estTax->total > Money()) {
+        const Date notice = out.kase.estTax.noticeDate;
+        penalties.estTaxPoint = USPenalties::EstTaxPoint{
+            out.estTax->total, notice.isGiven() ? notice : out.kase.init.tlStop.dtDate + 1};
+    }
+    if (penalties.estTaxPoint && !IsYes(out.kase.init.bAnyPenalties)) {
+        // The time line takes penalty points only from a case with penalties
+        // on: the run's copy says so, the case as computed stays as it was.
+        Case run = out.kase;
+        run.init.bAnyPenalties = kYes;
+        penalties.estTaxOnly = true;
+        out.interest = GetInterest(run, rates, &penalties, out.rows, out.timeline);
+    } else {
+        out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
+    }
     out.ftoRows = penalties.ftoRows;
     out.ftfMinimumNote = penalties.ftfMinimumNote;
     // The payroll analysis lists the table of every case with deposits, also

@@ -30,6 +30,16 @@ public:
     std::vector<PRPenTblElement> prTable;  // payroll penalty table for the payments in list order
     std::string ftfMinimumNote;  // which year's minimum was applied, when not the due year's own
 
+    // The estimated tax penalty's "ESP " point, when the computation has one
+    // to add: the penalty's total and the day it enters the balance.
+    struct EstTaxPoint {
+        Money total;
+        Date dated;
+    };
+    std::optional<EstTaxPoint> estTaxPoint;
+    // The case's own penalties are off: only the estimated tax point is added.
+    bool estTaxOnly = false;
+
 private:
     const FtfMinimumSchedule& ftfMinimums_;
 };
@@ -57,6 +67,10 @@ void ApplyRefundStopDays(InitInputs& init);
 // whatever the case's authority; this function holds only the case's own
 // table, so it figures the penalty for a federal case only and leaves estTax
 // empty for a state case. A day without a rate is refused (rw::Refusal).
+// A positive penalty enters the time line as an "ESP " point (also when the
+// case's other penalties are off): on the notice and demand date when one is
+// given, interest then running from it; otherwise on the day after the stop
+// date, so that the summary counts it but no interest accrues on it.
 CaseComputation ComputeCase(const Case& c, const RateTable& rates,
                             const FtfMinimumSchedule& ftfMinimums);
 

@@ -61,6 +61,8 @@ std::vector<SummaryLine> shownLines(const TimeLine& tl, const InitInputs& init, 
     add(pen && IsYes(init.bFraudFlat), "6653(b)(1) or 6663 fraud pen.", s.fraudFlat);
     add(pen && IsYes(init.bFraudTime), "Time dependent fraud pen", s.fraudTime);
     add(pen && init.nDeposits > 0, "Payroll deposit penalties", s.payrollDeposit);
+    add(FindPointByCode(tl, code::kEstimatedTaxPenalty) >= 0, "Estimated tax penalty",
+        s.estimatedTax);
     add(init.nCharges > 0, "Other penalties", s.otherPenalties);
     add(init.nPmts > 0, "Pmts allocated to penalties", s.pmtsToPenalties);
     return lines;
@@ -79,6 +81,7 @@ Money CalcSummary(const TimeLine& tl, const InitInputs& /*init*/, SummarySums& s
             {code::kFailureToFile, &SummarySums::failureToFile},
             {code::kAccuracyRelated, &SummarySums::accuracyRelated},
             {code::kPayrollPenalty, &SummarySums::payrollDeposit},
+            {code::kEstimatedTaxPenalty, &SummarySums::estimatedTax},
             {"N5P ", &SummarySums::negligenceFlat},
             {"N50 ", &SummarySums::negligenceTime},
             {"SUP ", &SummarySums::understatement},
@@ -99,7 +102,7 @@ Money CalcSummary(const TimeLine& tl, const InitInputs& /*init*/, SummarySums& s
         return sums.unpaidTax + sums.failureToFile + sums.failureToPay + sums.accuracyRelated
                + sums.negligenceFlat + sums.negligenceTime + sums.overvaluation
                + sums.understatement + sums.fraudFlat + sums.fraudTime + sums.payrollDeposit
-               + sums.otherPenalties + sums.pmtsToPenalties;
+               + sums.estimatedTax + sums.otherPenalties + sums.pmtsToPenalties;
     });
 }
 

@@ -15,7 +15,7 @@
 
 namespace rw {
 
-// The thirteen sums, in the order of the summary's lines.
+// The fourteen sums, in the order of the summary's lines.
 struct SummarySums {
     Money unpaidTax;  // cTax of every point
     Money failureToFile;  // "FFP "
@@ -28,6 +28,7 @@ struct SummarySums {
     Money fraudFlat;  // "FR1 "
     Money fraudTime;  // "FR2 "
     Money payrollDeposit;  // "PDP "
+    Money estimatedTax;  // "ESP "
     Money otherPenalties;  // "OTHC"
     Money pmtsToPenalties;  // "PMT " (negative)
 };
@@ -42,8 +43,9 @@ struct SummaryLine {
 };
 
 // The lines the summary shows, in order: "Unpaid tax", "Interest", then each
-// penalty line whose condition holds; the last line is "Total" (every sum
-// plus the interest, shown or not).
+// penalty line whose condition holds ("Estimated tax penalty" when the time
+// line holds an "ESP " point); the last line is "Total" (every sum plus the
+// interest, shown or not).
 std::vector<SummaryLine> SummaryLines(const TimeLine& tl, const InitInputs& init, Money interest);
 
 // The amount formatted "###,###,##0.00" and right-aligned in 14 characters
