@@ -1,5 +1,6 @@
 #include "ui/penalties/commands.h"
 
+#include "ui/penalties/esttaxwindow.h"
 #include "ui/penalties/penaltywindows.h"
 
 namespace rw::ui {
@@ -43,6 +44,13 @@ void RunAccuracyRelatedCommand(CommandContext& ctx)
     runDialog<AccRelWindow>(ctx, logic);
     if (logic.wantsExtendedDueDate() && ctx.openExtendedDueDate)
         ctx.openExtendedDueDate();
+}
+
+void RunEstimatedTaxCommand(CommandContext& ctx)
+{
+    EstTaxCase& est = ctx.kase.estTax;
+    EstTaxDialog logic(est.input, est.on, est.noticeDate, ctx.msgs);
+    runDialog<EstTaxWindow>(ctx, logic);
 }
 
 }  // namespace rw::ui

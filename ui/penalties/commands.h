@@ -1,8 +1,8 @@
 #pragma once
 // The penalty commands of the main window: Penalties - Failure to File,
-// Failure to Pay and Accuracy Related. Each opens its dialog modally over
-// ctx.parent; an accepted dialog stores into the case and writes the recovery
-// copy. The check marks of the menu entries are the shell's
+// Failure to Pay, Accuracy Related and Estimated Tax. Each opens its dialog
+// modally over ctx.parent; an accepted dialog stores into the case and writes
+// the recovery copy. The check marks of the menu entries are the shell's
 // (SetPenaltyChecks), drawn from the case afterwards. A fault met inside a
 // dialog closes it and is thrown from here as rw::Fault. (Penalties - Payroll
 // is RunPayrollCommand of ui/lists/commands.h, with the other list dialogs.)
@@ -23,5 +23,9 @@ void RunFailureToPayCommand(CommandContext& ctx);
 // dialog through ctx.openExtendedDueDate, so that the day from which interest
 // runs on the penalty is asked for: the caller must not open it again.
 void RunAccuracyRelatedCommand(CommandContext& ctx);
+
+// "Estimated Tax": the inputs of the penalty for underpaying estimated tax,
+// kept in ctx.kase.estTax.
+void RunEstimatedTaxCommand(CommandContext& ctx);
 
 }  // namespace rw::ui
