@@ -7,6 +7,8 @@
 #include "penalties/ftofile.h"
 #include "penalties/payroll.h"
 
+#include <algorithm>
+
 namespace rw {
 
 namespace {
@@ -64,9 +66,13 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates,
     ApplyRefundStopDays(out.kase.init);
     USPenalties penalties(ftfMinimums);
     if (out.estTax && out.estTax->total > Money()) {
+        // A notice before the calculation starts: the penalty is owed, with
+        // interest, from the start.
+        const InitInputs& in = out.kase.init;
         const Date notice = out.kase.estTax.noticeDate;
         penalties.estTaxPoint = USPenalties::EstTaxPoint{
-            out.estTax->total, notice.isGiven() ? notice : out.kase.init.tlStop.dtDate + 1};
+            out.estTax->total,
+            notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
     }
     if (penalties.estTaxPoint && !IsYes(out.kase.init.bAnyPenalties)) {
         // The time line takes penalty points only from a case with penalties

@@ -69,7 +69,8 @@ void ApplyRefundStopDays(InitInputs& init);
 // empty for a state case. A day without a rate is refused (rw::Refusal).
 // A positive penalty enters the time line as an "ESP " point (also when the
 // case's other penalties are off): on the notice and demand date when one is
-// given, interest then running from it; otherwise on the day after the stop
+// given (the start date when the notice came earlier), interest then running
+// from it; otherwise on the day after the stop
 // date, so that the summary counts it but no interest accrues on it.
 CaseComputation ComputeCase(const Case& c, const RateTable& rates,
                             const FtfMinimumSchedule& ftfMinimums);

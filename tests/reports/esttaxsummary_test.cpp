@@ -25,7 +25,8 @@ using Lines = std::vector<rw::SummaryLine>;
 // total 7,182.74. The case owes nothing else, 4/15 to 12/31/2023 at 3 %
 // compounded daily: on a notice of 6/1/2023 interest runs 6/2-12/31, 213
 // days: 7,182.74 x ((1 + 0.03/365)^213 - 1) = 7,182.74 x 0.0176603 = 126.849
-// -> 126.85.
+// -> 126.85. A notice of 1/15/2023, before the start, counts from the start:
+// 4/16-12/31, 260 days: 7,182.74 x 0.0215989 = 155.140 -> 155.14.
 TEST(EstTaxInTheComputation, PointOnTheNoticeDateOrAfterTheStopAndTheSummaryLine)
 {
     const rw::RateTable rates{Row(D(2000, 1, 1), D(2030, 12, 31), 0.03f)};
@@ -44,6 +45,14 @@ TEST(EstTaxInTheComputation, PointOnTheNoticeDateOrAfterTheStopAndTheSummaryLine
           {"Interest", M("126.85")},
           {"Estimated tax penalty", M("7182.74")},
           {"Total", M("7309.59")}}},
+        {"notice before the start: on the start date",
+         true,
+         D(2023, 1, 15),
+         D(2023, 4, 15),
+         {{"Unpaid tax", M("0")},
+          {"Interest", M("155.14")},
+          {"Estimated tax penalty", M("7182.74")},
+          {"Total", M("7337.88")}}},
         {"no notice: the day after the stop date",
          true,
          rw::NoDate,
