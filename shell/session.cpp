@@ -26,6 +26,7 @@ void SetPenaltyChecks(Session& s)
     s.menus.ftFileChecked = IsYes(in.bFtoFile);
     s.menus.accuracyChecked = IsYes(in.bAccRel);
     s.menus.payrollChecked = in.nDeposits >= 1;
+    s.menus.estTaxChecked = s.kase.estTax.on;
 }
 
 void SetOptionChecks(Session& s)

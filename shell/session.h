@@ -32,6 +32,7 @@ struct MenuState {
     bool ftFileChecked = false;
     bool accuracyChecked = false;
     bool payrollChecked = false;
+    bool estTaxChecked = false;
     // Options menu.
     bool interestRatesChecked = false;
     bool suspendChecked = false;
@@ -90,7 +91,8 @@ struct Session {
 // checked when a suspension date is given.
 void EnableInputs(Session& s);
 // The marks of the penalty items: Failure to Pay (either failure-to-pay flag),
-// Failure to File, Accuracy Related, Payroll (deposits entered).
+// Failure to File, Accuracy Related, Payroll (deposits entered), Estimated
+// Tax (the penalty asked for).
 void SetPenaltyChecks(Session& s);
 // The marks of Options - Interest Rates (tax-motivated or a corporate rate)
 // and Options - Suspend Interest.

@@ -177,6 +177,16 @@ TEST_F(FileCommands, TheCaseIsUnsavedExactlyWhileItDiffersFromItsFile)
     EXPECT_EQ(session.gbSaved, -1);
 }
 
+// Penalties - Estimated Tax is marked exactly while the penalty is asked for.
+TEST_F(FileCommands, EstimatedTaxIsMarkedWhileThePenaltyIsAskedFor)
+{
+    for (const bool on : {true, false, true}) {
+        session.kase.estTax.on = on;
+        rw::NoteCaseChanges(session, msgs);
+        EXPECT_EQ(session.menus.estTaxChecked, on);
+    }
+}
+
 TEST_F(FileCommands, SaveAsWritesTheChosenFileAndRemembersItsFolderAndSaveThenUsesIt)
 {
     session.kase.init.sName = "Client";

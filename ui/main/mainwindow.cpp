@@ -205,6 +205,15 @@ void MainWindow::buildMenus()
         penalties, "mnuPenAccuracy", QStringLiteral("&Accuracy Related"),
         [this] { accuracyRelatedCommand(); }, true);
     menuAction(
+        penalties, "mnuPenEstTax", QStringLiteral("Es&timated Tax..."),
+        [this] {
+            run("mnuPenEstTax_Click", [this] {
+                CommandContext ctx = commandContext();
+                RunEstimatedTaxCommand(ctx);
+            });
+        },
+        true);
+    menuAction(
         penalties, "mnuPenPR", QStringLiteral("Payro&ll"), [this] { payrollCommand(); }, true);
     menuAction(penalties, "mnuPenExtended", QStringLiteral("&Extended Due Date"),
                [this] { extendedDueDateCommand(); });
@@ -370,6 +379,7 @@ void MainWindow::refresh()
     set("mnuPenFTPay", true, m.ftPayChecked);
     set("mnuPenFTFile", true, m.ftFileChecked);
     set("mnuPenAccuracy", true, m.accuracyChecked);
+    set("mnuPenEstTax", true, m.estTaxChecked);
     set("mnuPenPR", true, m.payrollChecked);
     set("mnuOptionsInterest", true, m.interestRatesChecked);
     set("mnuOptionsSuspend", true, m.suspendChecked);
