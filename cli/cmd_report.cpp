@@ -25,6 +25,7 @@ struct ReportName {
 constexpr ReportName kReportNames[] = {
     {"inputs", kRptInputs},    {"summary", kRptSummary}, {"detail", kRptDetail},
     {"ftfp", kRptFailFilePay}, {"accrel", kRptAccRel},   {"payroll", kRptPayroll},
+    {"esttax", kRptEstTax},
 };
 
 // A window text on the terminal: CR LF becomes a newline, Latin-1 becomes UTF-8.
@@ -116,7 +117,7 @@ std::optional<std::int32_t> ParseReportList(std::string_view list, std::string& 
         }
         if (!known) {
             error = "unknown report '" + std::string(name)
-                    + "' (use inputs, summary, detail, ftfp, accrel, payroll or all)";
+                    + "' (use inputs, summary, detail, ftfp, accrel, payroll, esttax or all)";
             return std::nullopt;
         }
         pos = comma + 1;

@@ -180,8 +180,8 @@ struct RatePeriod {
     int yearDays = 365;
 };
 
-// The rate periods of the days after `first` through `last`: one per row of
-// the table, cut where a year of 365 days meets one of 366. For an
+// The rate periods of the days after `first` through `last`: one per stretch
+// of one rate, cut where a year of 365 days meets one of 366. For an
 // individual, 1 to 15 April of the year after the tax year take the rate of
 // the March before, on the same line.
 std::vector<RatePeriod> RatePeriods(const EstTaxInput& in, const RateTable& rates, Date first,
@@ -190,7 +190,6 @@ std::vector<RatePeriod> RatePeriods(const EstTaxInput& in, const RateTable& rate
     const Date april1 = Date::fromCivil(in.taxYear + 1, 4, 1);
     const Date april15 = Date::fromCivil(in.taxYear + 1, 4, 15);
     std::vector<RatePeriod> out;
-    std::ptrdiff_t lastRow = -2;
     int lastYearDays = 0;
     for (Date d = first + 1; d <= last; d = d + 1) {
         Date asOf = d;
@@ -207,10 +206,13 @@ std::vector<RatePeriod> RatePeriods(const EstTaxInput& in, const RateTable& rate
                    + ", a day the estimated tax penalty runs. Install a release of the rates "
                      "that covers it.");
         const int yearDays = IsLeapYear(d.year()) ? 366 : 365;
-        if (row != lastRow || yearDays != lastYearDays)
-            out.push_back({d - 1, d, rates[static_cast<std::size_t>(row)].fUPRate, yearDays});
+        // A rate period runs while the rate stays the same: the table's
+        // quarter and year-end rows of one rate make one line, as on the
+        // worksheet.
+        const float rate = rates[static_cast<std::size_t>(row)].fUPRate;
+        if (out.empty() || rate != out.back().rate || yearDays != lastYearDays)
+            out.push_back({d - 1, d, rate, yearDays});
         out.back().thru = d;
-        lastRow = row;
         lastYearDays = yearDays;
     }
     return out;

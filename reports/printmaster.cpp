@@ -4,6 +4,7 @@
 #include "penalties/payroll.h"
 #include "reports/accrelreport.h"
 #include "reports/detail.h"
+#include "reports/esttaxreport.h"
 #include "reports/ftoreport.h"
 #include "reports/payrollreport.h"
 #include "reports/summary.h"
@@ -19,6 +20,7 @@ constexpr ReportChoiceEntry kEntries[] = {
     {kRptFailFilePay, "Failure To File or Pay"},
     {kRptAccRel, "Accuracy Related Pen"},
     {kRptPayroll, "Payroll Deposit Pen"},
+    {kRptEstTax, "Estimated Tax Pen"},
 };
 
 bool chosen(std::int32_t choice, std::int32_t value)
@@ -114,6 +116,10 @@ void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, Print
                 status(kPrintingPayroll);
                 ReportPRPen(comp->kase.init, payrollTableFor(*comp), 1, &pm);
             }
+            if (chosen(choice, kRptEstTax) && comp->estTax) {
+                status(kPrintingEstTax);
+                PrnEstTax(pm, comp->kase.init, comp->kase.estTax.input, *comp->estTax);
+            }
             if (job.repaint)
                 job.repaint();
         }
@@ -182,6 +188,14 @@ std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
             w.name = "frmRptPRDepPen";
             w.caption = "Payroll Deposit Penalty";
             w.text = ReportPRPen(comp->kase.init, payrollTableFor(*comp), 0, nullptr);
+            out.push_back(std::move(w));
+        }
+        if (chosen(choice, kRptEstTax) && comp->estTax) {
+            ReportWindow w;
+            w.kind = ReportWindowKind::EstimatedTax;
+            w.name = "frmRptEstTax";
+            w.caption = "Estimated Tax Penalty";
+            w.text = DispEstTax(comp->kase.estTax.input, *comp->estTax, comp->kase.init);
             out.push_back(std::move(w));
         }
         if (chosen(choice, kRptInputs)) {

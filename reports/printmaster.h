@@ -31,6 +31,7 @@ inline constexpr std::int32_t kRptDetail = 4;
 inline constexpr std::int32_t kRptFailFilePay = 8;
 inline constexpr std::int32_t kRptAccRel = 16;
 inline constexpr std::int32_t kRptPayroll = 32;
+inline constexpr std::int32_t kRptEstTax = 64;
 
 struct ReportChoiceEntry {
     std::int32_t value;
@@ -47,7 +48,7 @@ struct ReportChoice {
 // What the "Report Choices" dialog shows: one check per entry and whether the
 // "Setup" button is there (only for the print command).
 struct ReportChoiceForm {
-    std::array<bool, 6> checked{};
+    std::array<bool, 7> checked{};
     bool setupVisible = false;
     friend bool operator==(const ReportChoiceForm&, const ReportChoiceForm&) = default;
 };
@@ -114,6 +115,7 @@ inline constexpr std::string_view kPrintingFailFilePay
     = "Printing Failure To File and Pay Analysis...";
 inline constexpr std::string_view kPrintingAccRel = "Printing Accuracy Related Penalty Analysis...";
 inline constexpr std::string_view kPrintingPayroll = "Printing Payroll Penalty Analysis...";
+inline constexpr std::string_view kPrintingEstTax = "Printing Estimated Tax Penalty Analysis...";
 inline constexpr std::string_view kPrintingDone = "Printing Done";
 
 // The print command: asks for the reports (with "Setup"), then PrintReports.
@@ -123,8 +125,9 @@ void PrintMaster(std::int16_t copies, const Case& c, ReportChoice& choice, Repor
 // Prints the reports of `choice` for the case, `copies` times, as one job:
 // computes first when the choice is 2 or more; skips the failure to file and
 // pay analysis when neither penalty is requested, the accuracy-related one
-// when it is not requested and the payroll one when the case has no deposit;
-// ends the document and reports "Printing Done".
+// when it is not requested, the payroll one when the case has no deposit and
+// the estimated tax one when the case does not compute that penalty; ends the
+// document and reports "Printing Done".
 void PrintReports(std::int32_t choice, std::int16_t copies, const Case& c, PrintJob& job,
                   const ReportSources& sources);
 
@@ -136,6 +139,7 @@ enum class ReportWindowKind {
     FailFilePay,
     AccuracyRelated,
     PayrollPenalty,
+    EstimatedTax,
     Inputs
 };
 
@@ -152,7 +156,8 @@ struct ReportWindow {
 // The windows of `choice`, in the order they open, none of them modal: the
 // summary, which comes to the front, then the detailed analysis, failure to
 // file and pay (when either is requested), accuracy-related (when
-// requested), payroll penalty analysis (with at least one deposit), inputs.
+// requested), payroll penalty analysis (with at least one deposit),
+// estimated tax penalty analysis (when the computation has it), inputs.
 // Computes first when the choice is 2 or more.
 std::vector<ReportWindow> ReportWindows(std::int32_t choice, const Case& c,
                                         const ReportSources& sources);

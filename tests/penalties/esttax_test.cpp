@@ -49,8 +49,11 @@ const rw::RateTable k2021
        Row(D(2022, 4, 1), D(2022, 6, 30), 0.06f)};
 
 // The rates of the 2005 Form 2210: its two rate periods as two rows.
+// One row a quarter, none crossing a year end, as the program's federal
+// table is kept: rows of one rate still make one worksheet line.
 const rw::RateTable k2005
-    = {Row(D(2005, 4, 1), D(2005, 9, 30), 0.06f), Row(D(2005, 10, 1), D(2006, 3, 31), 0.07f),
+    = {Row(D(2005, 4, 1), D(2005, 6, 30), 0.06f), Row(D(2005, 7, 1), D(2005, 9, 30), 0.06f),
+       Row(D(2005, 10, 1), D(2005, 12, 31), 0.07f), Row(D(2006, 1, 1), D(2006, 3, 31), 0.07f),
        Row(D(2006, 4, 1), D(2006, 6, 30), 0.07f)};
 
 TEST(EstTaxPenalty, WorksheetLines)
@@ -66,33 +69,33 @@ TEST(EstTaxPenalty, WorksheetLines)
          k2021,
          {},
          "0.00"},
-        // 2,250 x 4 % x 76/365 = 18.7397; x 4 % x 92/365 = 22.6849; x 5 % x 1/365 = 0.3082;
-        // x 4 % x 15/365 = 3.6986. 18.74 + 22.68 + 0.31 + 3.70 + 22.68 + 0.31 + 3.70 + 0.31.
+        // The 4 % of two quarter rows is one rate period: 2,250 x 4 % x 168/365 = 41.4247;
+        // x 4 % x 107/365 = 26.3836; x 4 % x 15/365 = 3.6986; x 5 % x 1/365 = 0.3082.
+        // 41.42 + 0.31 + 26.38 + 0.31 + 3.70 + 0.31.
         {"OnePaymentCoversThree",
          Individual(2021, {{D(2021, 10, 1), M("6750")}, {D(2022, 1, 18), M("2250")}}),
          k2021,
-         {"1 4/15/2021 6/30/2021 76 4%/365 2,250.00 18.74",
-          "1 6/30/2021 9/30/2021 92 4%/365 2,250.00 22.68",
+         {"1 4/15/2021 9/30/2021 168 4%/365 2,250.00 41.42",
           "1 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31",
-          "2 6/15/2021 6/30/2021 15 4%/365 2,250.00 3.70",
-          "2 6/30/2021 9/30/2021 92 4%/365 2,250.00 22.68",
+          "2 6/15/2021 9/30/2021 107 4%/365 2,250.00 26.38",
           "2 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31",
           "3 9/15/2021 9/30/2021 15 4%/365 2,250.00 3.70",
           "3 9/30/2021 10/1/2021 1 5%/365 2,250.00 0.31"},
          "72.43"},
-        // 750 over the first installment pays the second in part: 1,500 x 4 % x 15/365 = 2.4658.
+        // 750 over the first installment pays the second in part: 1,500 x 4 % x 30/365 = 4.9315
+        // (one line across the quarter rows of one rate).
         {"OverpaymentCarriedForward",
          Individual(2021, {{D(2021, 4, 15), M("3000")},
                            {D(2021, 7, 15), M("1500")},
                            {D(2021, 9, 15), M("2250")},
                            {D(2022, 1, 18), M("2250")}}),
          k2021,
-         {"2 6/15/2021 6/30/2021 15 4%/365 1,500.00 2.47",
-          "2 6/30/2021 7/15/2021 15 4%/365 1,500.00 2.47"},
-         "4.94"},
+         {"2 6/15/2021 7/15/2021 30 4%/365 1,500.00 4.93"},
+         "4.93"},
         // The third installment paid 1,000 on 11/14 and 1,250 on 1/18, across the change
         // to 5 %: 2,250 x 4 % x 15/365 = 3.6986; 1,000 x 5 % x 45/365 = 6.1644; the 1,250
-        // unpaid at the period's end: x 5 % x 92/365 = 15.7534, then x 5 % x 18/365 = 3.0822.
+        // unpaid from the change: x 5 % x 110/365 = 18.8356 (a year end inside one rate is no
+        // new line).
         {"RateChangesWhileUnpaid",
          Individual(2021, {{D(2021, 4, 15), M("2250")},
                            {D(2021, 6, 15), M("2250")},
@@ -101,9 +104,8 @@ TEST(EstTaxPenalty, WorksheetLines)
          k2021,
          {"3 9/15/2021 9/30/2021 15 4%/365 2,250.00 3.70",
           "3 9/30/2021 11/14/2021 45 5%/365 1,000.00 6.16",
-          "3 9/30/2021 12/31/2021 92 5%/365 1,250.00 15.75",
-          "3 12/31/2021 1/18/2022 18 5%/365 1,250.00 3.08"},
-         "28.69"},
+          "3 9/30/2021 1/18/2022 110 5%/365 1,250.00 18.84"},
+         "28.70"},
         // 2024 counts 366 days; 1 to 15 April keeps March's 8 %, not April's 9 %, on one
         // line. 1,000 x 7 % x 15/365 = 2.8767; x 8 % x 92/365 = 20.1644; x 8 % x 10/366 =
         // 2.1858; 2,250 x 8 % x 91/366 = 44.7541. The first, due 4/15/2023 (a Saturday
@@ -132,8 +134,7 @@ TEST(EstTaxPenalty, WorksheetLines)
          "0.62"},
         // A year from 7/1/2022: due 10/15/2022 (a Saturday: on time on 10/17), 12/15/2022,
         // 3/15 and 6/15/2023. 40,000 of tax, under the 100,000 of the prior year: 10,000 each.
-        // 5,000 x 6 % x 16/365 = 13.1507; x 7 % x 74/365 = 70.9589; x 7 % x 16/365 = 15.3425;
-        // x 7 % x 76/365 = 72.8767.
+        // 5,000 x 6 % x 16/365 = 13.1507; x 7 % x 74/365 = 70.9589; x 7 % x 92/365 = 88.2192.
         {"CorporationFiscalYear",
          {.filer = rw::EstTaxFiler::Corporation,
           .taxYear = 2022,
@@ -149,8 +150,7 @@ TEST(EstTaxPenalty, WorksheetLines)
           Row(D(2023, 4, 1), D(2023, 6, 30), 0.07f)},
          {"2 12/15/2022 12/31/2022 16 6%/365 5,000.00 13.15",
           "2 12/31/2022 3/15/2023 74 7%/365 5,000.00 70.96",
-          "3 3/15/2023 3/31/2023 16 7%/365 5,000.00 15.34",
-          "3 3/31/2023 6/15/2023 76 7%/365 5,000.00 72.88"},
+          "3 3/15/2023 6/15/2023 92 7%/365 5,000.00 88.22"},
          "172.33"},
         // Publication 505 (2006), Figure 4-B, Regular Installment Method (Ben Brown), tax year
         // 2005: tax 7,031, prior year 6,116, withheld 3,228 (807 on each due date), 1,000

@@ -5,6 +5,7 @@
 #include "support/recordingmessages.h"
 
 #include "reports/esttaxreport.h"
+#include "reports/printmaster.h"
 #include "reports/textprinter.h"
 
 #include <gtest/gtest.h>
@@ -23,8 +24,9 @@ using Lines = std::vector<std::string>;
 // A 2021 individual owing 10,000 with no usable prior year: 90 % is 9,000,
 // four installments of 2,250. Paid 2,250 on 4/15; 4,500 on 10/1/2021 makes
 // good the 2nd and the 3rd; 2,250 on 1/18/2022 is on time for the 4th (1/15
-// a Saturday, 1/17 Martin Luther King Day). 2,250 x 4 % x 15/365 = 3.70,
-// x 4 % x 92/365 = 22.68, x 5 % x 1/365 = 0.31; total 30.70.
+// a Saturday, 1/17 Martin Luther King Day). The 2nd: 2,250 x 4 % x 107/365 =
+// 26.38 (two quarter rows of one rate, one line), x 5 % x 1/365 = 0.31; the
+// 3rd: x 4 % x 15/365 = 3.70, x 5 % x 1/365 = 0.31; total 30.70.
 struct Fixture {
     rw::EstTaxInput in{
         .taxYear = 2021,
@@ -115,8 +117,44 @@ TEST(EstTaxReport, PrintedPages)
             }
         }
         EXPECT_EQ(installments, 4);
-        EXPECT_EQ(periods, 5);
+        EXPECT_EQ(periods, 4);
     }
+}
+
+// The report commands offer the analysis when the computation has the
+// penalty: "Estimated Tax Pen" in Report Choices, its window, its place in a
+// print job; a case without the penalty gets neither.
+TEST(EstTaxReport, ChosenLikeTheOtherAnalyses)
+{
+    const Fixture fx;
+    rw::CaseComputation with;
+    with.kase.init = fx.init;
+    with.kase.estTax.on = true;
+    with.kase.estTax.input = fx.in;
+    with.estTax = fx.r;
+    for (const bool on : {true, false}) {
+        rw::CaseComputation comp = with;
+        if (!on)
+            comp.estTax.reset();
+        const rw::ReportSources sources{[comp](const rw::Case&) { return comp; }, {}};
+        const auto windows = rw::ReportWindows(rw::kRptEstTax, comp.kase, sources);
+        ASSERT_EQ(windows.size(), on ? 1u : 0u);
+        rw::TextPrinter printer;
+        rw::PrintState state;
+        RecordingMessages msgs;
+        std::vector<std::string> status;
+        rw::PrintJob job{
+            printer, state, msgs, [&](std::string_view s) { status.emplace_back(s); }, {}};
+        rw::PrintReports(rw::kRptEstTax, 1, comp.kase, job, sources);
+        EXPECT_EQ(status.size(), on ? 2u : 1u);
+        if (!on)
+            continue;
+        EXPECT_EQ(windows[0].caption, "Estimated Tax Penalty");
+        EXPECT_EQ(status[0], "Printing Estimated Tax Penalty Analysis...");
+        EXPECT_NE(printer.text().find("Total Estimated Tax Penalty          30.70"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(rw::ReportChoiceEntries().back().caption, "Estimated Tax Pen");
 }
 
 }  // namespace
