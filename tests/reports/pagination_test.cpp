@@ -83,7 +83,9 @@ TEST_P(Pagination, HeadingsOnEveryPageNoOrphanNothingCut)
     const std::string path = RW_REPORTS_TESTDATA "/" + GetParam().fixture + "/case.json";
     ASSERT_TRUE(LoadCaseFile(path, c, error)) << error;
     const int n = GetParam().payments;
-    const int span = c.init.tlStop.dtDate.dayNumber() - c.init.tlStart.dtDate.dayNumber() - 1;
+    const int span
+        = static_cast<int>(c.init.tlStop.dtDate.dayNumber() - c.init.tlStart.dtDate.dayNumber())
+          - 1;
     if (n > 0)
         c.init.nPmts = 0;
     for (int i = 0; i < n; ++i)
