@@ -144,9 +144,9 @@ TEST(CliCompute, ARefusedComputationIsAnsweredAsJson)
 
 // The estimated tax penalty of an individual owing 10,000 for 2021 with no usable prior year:
 // 90 % is 9,000, four installments of 2,250. The tests' federal table holds 3 % through
-// 3/31/2022. The third installment, paid 10/15/2021: 2,250 x 3 % x 15/365 = 2.7740 to 9/30
-// and again to 10/15; the fourth, due 1/15/2022 and paid 2/14: x 3 % x 30/365 = 5.5479.
-// 2.77 + 2.77 + 5.55 = 11.09.
+// 3/31/2022, one rate, so each amount is one line. The third installment, paid 10/15/2021:
+// 2,250 x 3 % x 30/365 = 5.5479; the fourth, due 1/15/2022 and paid 2/14: the same, 5.5479.
+// 5.55 + 5.55 = 11.10.
 TEST(CliCompute, TheEstimatedTaxPenaltyIsItsOwnSection)
 {
     rwtest::TempDir dir;
@@ -166,10 +166,9 @@ TEST(CliCompute, TheEstimatedTaxPenaltyIsItsOwnSection)
         periods.push_back(p["installment"].dump() + " " + p["from"].get<std::string>() + " "
                           + p["to"].get<std::string>() + " " + p["days"].dump() + " "
                           + p["penalty"].get<std::string>());
-    EXPECT_EQ(periods, (std::vector<std::string>{"3 09/15/2021 09/30/2021 15 2.7700",
-                                                 "3 09/30/2021 10/15/2021 15 2.7700",
+    EXPECT_EQ(periods, (std::vector<std::string>{"3 09/15/2021 10/15/2021 30 5.5500",
                                                  "4 01/15/2022 02/14/2022 30 5.5500"}));
-    EXPECT_EQ(j["total"], "11.0900");
+    EXPECT_EQ(j["total"], "11.1000");
     ASSERT_EQ(j["installments"].size(), 4u);
     EXPECT_EQ(j["installments"][3]["required"], "2250.0000");
     const auto off = RunCliCommand({"compute", "--json", (dir / "off.json").string()});
