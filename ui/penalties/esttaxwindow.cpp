@@ -235,7 +235,10 @@ QWidget* EstTaxWindow::makeList(DatedList& l, const QString& caption)
     l.table->setObjectName(QStringLiteral("tbl") + name);
     l.table->setHorizontalHeaderLabels({QStringLiteral("Date"), QStringLiteral("Amount")});
     l.table->setFocusPolicy(Qt::NoFocus);  // the fields of its cells take the focus
-    l.table->setSelectionMode(QAbstractItemView::NoSelection);
+    l.table->setTabKeyNavigation(false);  // Tab goes on along the dialog's chain
+    // The row Remove Row takes out shows as chosen.
+    l.table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    l.table->setSelectionMode(QAbstractItemView::SingleSelection);
     l.table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     const QFontMetrics fm = l.table->fontMetrics();
     l.table->setColumnWidth(0, fm.horizontalAdvance(kWidestDate) + 20);
@@ -298,8 +301,10 @@ void EstTaxWindow::addRow(DatedList& l, const EstTaxRow& row)
         checkWhenLeft(e, [this, &l, e] { checkCell(l, e); });
         whenEntered(e, [this, &l, e] {
             for (int i = 0; i < l.table->rowCount(); ++i)
-                if (l.table->cellWidget(i, 0) == e || l.table->cellWidget(i, 1) == e)
+                if (l.table->cellWidget(i, 0) == e || l.table->cellWidget(i, 1) == e) {
                     l.current = i;
+                    l.table->selectRow(i);
+                }
         });
         EnterAsTab::installOn(e);
     }
@@ -311,7 +316,10 @@ void EstTaxWindow::removeRow(DatedList& l)
     if (n == 0)
         return;
     const int r = l.current >= 0 && l.current < n ? l.current : n - 1;
+    QWidget* fields[] = {l.table->cellWidget(r, 0), l.table->cellWidget(r, 1)};
     l.table->removeRow(r);
+    for (QWidget* f : fields)
+        delete f;  // now, not later: their names pass to the rows below
     l.current = -1;
     // The fields keep their names by row.
     for (int i = r; i < l.table->rowCount(); ++i) {
