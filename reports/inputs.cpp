@@ -107,6 +107,49 @@ std::vector<Group> inputGroups(const InitInputs& in, bool forDisplay)
     return g;
 }
 
+// The inputs of the estimated tax penalty, when the case holds any: the
+// question, its details kept with it, then one line for each dated amount.
+void appendEstTax(std::vector<Group>& g, const EstTaxCase& e)
+{
+    if (e.isEmpty())
+        return;
+    const EstTaxInput& in = e.input;
+    const bool corporation = in.filer == EstTaxFiler::Corporation;
+    Group question{{"Calculate Estimated Tax Penalty: " + YesNo(e.on ? kYes : kNo)}};
+    if (!g.empty() && !g.back().lines.empty() && !g.back().lines.back().empty())
+        question.lines.insert(question.lines.begin(), "");
+    g.push_back(std::move(question));
+    Group details{{}, kDetails};
+    std::string year = "Tax Year: " + std::to_string(in.taxYear);
+    if (corporation && in.fiscalYearEndMonth != 12)
+        year += " (ending in month " + std::to_string(in.fiscalYearEndMonth) + ")";
+    details.lines = {
+        std::string("Filer: ")
+            + (corporation ? "Corporation (Form 2220)" : "Individual (Form 2210)"),
+        year,
+        "Current Year Tax: " + FormatMoney(in.currentTax),
+        "Prior Year Tax: " + FormatMoney(in.priorTax),
+        "Prior Year May Set The Required Payment: " + YesNo(in.priorYearUsable ? kYes : kNo),
+        corporation
+            ? "Large Corporation: " + YesNo(in.largeCorporation ? kYes : kNo)
+            : "Prior Year AGI Over $150,000 ($75,000 MFS): " + YesNo(in.highIncome ? kYes : kNo),
+        "Tax Withheld: " + FormatMoney(in.withholding),
+    };
+    if (in.installments) {
+        std::string typed = "Required Installments:";
+        for (const Money m : *in.installments)
+            typed += " " + FormatMoney(m);
+        details.lines.push_back(std::move(typed));
+    }
+    details.lines.push_back("Date of Notice and Demand: " + shortDate(e.noticeDate));
+    g.push_back(std::move(details));
+    const std::pair<const char*, const std::vector<DatedAmount>*> lists[] = {
+        {"Withheld On ", &in.withholdingByDate}, {"Estimated Payment On ", &in.estimatedPayments}};
+    for (const auto& [label, list] : lists)
+        for (const DatedAmount& a : *list)
+            g.push_back({{label + shortDate(a.date) + ": " + FormatMoney(a.amount)}});
+}
+
 std::string h1(const InitInputs& in)
 {
     return in.sName.shown();
@@ -248,7 +291,8 @@ void PrintInputs(PrintManager& pm, const Case& c, const ReportProvenance& prov)
         Printer& p = pm.printer();
         SavedFont saved;
         SetNewFont(p, kReportFont, 12.0f, saved);
-        const std::vector<Group> groups = inputGroups(c.init, false);
+        std::vector<Group> groups = inputGroups(c.init, false);
+        appendEstTax(groups, c.estTax);
         for (std::size_t i = 0; i < groups.size(); ++i) {
             const Group& grp = groups[i];
             // A question answered Yes keeps with its details.
@@ -279,7 +323,9 @@ std::string DispInputs(const Case& c, const ReportProvenance& prov)
 {
     return WithFaultName("DispInputs", [&] {
         std::string text;
-        for (const Group& grp : inputGroups(c.init, true))
+        std::vector<Group> groups = inputGroups(c.init, true);
+        appendEstTax(groups, c.estTax);
+        for (const Group& grp : groups)
             for (const std::string& l : grp.lines)
                 AppendLine(text, l);
         AppendProvenance(text, ProvenanceLines(prov, c.init));

@@ -5,6 +5,7 @@
 #include "support/recordingmessages.h"
 
 #include "reports/esttaxreport.h"
+#include "reports/inputs.h"
 #include "reports/printmaster.h"
 #include "reports/textprinter.h"
 
@@ -155,6 +156,41 @@ TEST(EstTaxReport, ChosenLikeTheOtherAnalyses)
                   std::string::npos);
     }
     EXPECT_EQ(rw::ReportChoiceEntries().back().caption, "Estimated Tax Pen");
+}
+
+// The inputs listing shows the dialog's inputs after the case's own, and a
+// case without them shows nothing of them.
+TEST(EstTaxReport, InputsListingShowsTheDialogsInputs)
+{
+    rw::Case c = FederalCase(D(2023, 9, 15), D(2023, 12, 31), "0");
+    const std::string without = rw::DispInputs(c);
+    c.estTax.on = true;
+    c.estTax.noticeDate = D(2023, 11, 1);
+    c.estTax.input = {.filer = rw::EstTaxFiler::Corporation,
+                      .taxYear = 2022,
+                      .fiscalYearEndMonth = 6,
+                      .currentTax = M("40000"),
+                      .priorTax = M("100000"),
+                      .priorYearUsable = true,
+                      .withholding = M("1000"),
+                      .withholdingByDate = {{D(2022, 12, 15), M("1000")}},
+                      .estimatedPayments = {{D(2022, 10, 17), M("10000")}},
+                      .installments = std::array{M("10000"), M("10000"), M("10000"), M("10000")}};
+    const std::string with = rw::DispInputs(c);
+    EXPECT_EQ(without.find("Estimated Tax"), std::string::npos);
+    const std::string part = "Calculate Estimated Tax Penalty: Yes\r\n"
+                             "Filer: Corporation (Form 2220)\r\n"
+                             "Tax Year: 2022 (ending in month 6)\r\n"
+                             "Current Year Tax: 40,000.00\r\n"
+                             "Prior Year Tax: 100,000.00\r\n"
+                             "Prior Year May Set The Required Payment: Yes\r\n"
+                             "Large Corporation: No\r\n"
+                             "Tax Withheld: 1,000.00\r\n"
+                             "Required Installments: 10,000.00 10,000.00 10,000.00 10,000.00\r\n"
+                             "Date of Notice and Demand: 11/1/2023\r\n"
+                             "Withheld On 12/15/2022: 1,000.00\r\n"
+                             "Estimated Payment On 10/17/2022: 10,000.00\r\n";
+    EXPECT_NE(with.find(part), std::string::npos) << with;
 }
 
 }  // namespace
