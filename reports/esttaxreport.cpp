@@ -2,6 +2,7 @@
 
 #include "base/fault.h"
 #include "base/numtext.h"
+#include "reports/reportsink.h"
 #include "reports/reporttext.h"
 #include "reports/summary.h"
 
@@ -19,33 +20,6 @@ constexpr std::int16_t kTotalLines = 3;
 // The penalty column of the rate-period lines ends at this character.
 constexpr std::size_t kPenaltyEnd = 74;
 
-// Where the analysis goes: the window's text, or the page manager.
-struct Out {
-    std::string& text;
-    PrintManager* pm;
-    const InitInputs& init;
-
-    void put(std::string_view line) const
-    {
-        if (pm)
-            pm->printer().printLine(1, TrimRight(line));
-        else
-            AppendLine(text, TrimRight(line));
-    }
-    void reserve(int lines) const
-    {
-        if (pm)
-            pm->PrnManager2(static_cast<std::int16_t>(lines), init.sName.shown(),
-                            init.s2ndLine.shown(), kTitle);
-    }
-    void keep(int lines) const
-    {
-        if (pm)
-            pm->KeepTogether(static_cast<std::int16_t>(lines), init.sName.shown(),
-                             init.s2ndLine.shown(), kTitle);
-    }
-};
-
 std::string Pct(float rate)
 {
     return FormatFixed(static_cast<double>(rate) * 100.0, 2);
@@ -55,8 +29,9 @@ std::string Pct(float rate)
 std::string InstallmentRow(std::string_view no, std::string_view due, std::string_view required,
                            std::string_view paid, std::string_view under)
 {
-    return "   " + RightAlign(no, 2) + "  " + LeftAlign(due, 10) + " " + RightAlign(required, 14)
-           + " " + RightAlign(paid, 14) + " " + RightAlign(under, 14);
+    return TrimRight("   " + RightAlign(no, 2) + "  " + LeftAlign(due, 10) + " "
+                     + RightAlign(required, 14) + " " + RightAlign(paid, 14) + " "
+                     + RightAlign(under, 14));
 }
 
 // Rate periods: installment, from, to, days, days of the year, rate,
@@ -65,19 +40,20 @@ std::string PeriodRow(std::string_view no, std::string_view from, std::string_vi
                       std::string_view days, std::string_view year, std::string_view rate,
                       std::string_view base, std::string_view penalty)
 {
-    return "   " + RightAlign(no, 2) + "  " + LeftAlign(from, 10) + " " + LeftAlign(to, 10) + " "
-           + RightAlign(days, 4) + " " + RightAlign(year, 4) + " " + RightAlign(rate, 5) + " "
-           + RightAlign(base, 14) + " " + RightAlign(penalty, 14);
+    return TrimRight("   " + RightAlign(no, 2) + "  " + LeftAlign(from, 10) + " "
+                     + LeftAlign(to, 10) + " " + RightAlign(days, 4) + " " + RightAlign(year, 4)
+                     + " " + RightAlign(rate, 5) + " " + RightAlign(base, 14) + " "
+                     + RightAlign(penalty, 14));
 }
 
-void InstallmentHeadings(const Out& out)
+void InstallmentHeadings(const ReportSink& out)
 {
     out.reserve(2);
     out.put(InstallmentRow("", "DUE", "REQUIRED", "PAID BY", ""));
     out.put(InstallmentRow("NO", "DATE", "INSTALLMENT", "DUE DATE", "UNDERPAYMENT"));
 }
 
-void PeriodHeadings(const Out& out)
+void PeriodHeadings(const ReportSink& out)
 {
     out.reserve(2);
     out.put(PeriodRow("", "", "", "", "DAYS", "RATE", "", ""));
@@ -112,7 +88,7 @@ std::string FilerLine(const EstTaxInput& in)
     return line;
 }
 
-void Body(const EstTaxInput& in, const EstTaxResult& r, const Out& out)
+void Body(const EstTaxInput& in, const EstTaxResult& r, const ReportSink& out)
 {
     const bool exempt = r.exemption != EstTaxExemption::None;
     const std::vector<std::string> first = InstallmentLines(0, r.installments[0]);
@@ -193,7 +169,7 @@ std::string DispEstTax(const EstTaxInput& in, const EstTaxResult& r, const InitI
         AppendLine(text, TrimRight("   " + init.s2ndLine.trimmed()));
         AppendLine(text, "   " + std::string(kTitle));
         AppendLine(text, "");
-        Body(in, r, Out{text, nullptr, init});
+        Body(in, r, ReportSink{text, nullptr, init, kTitle});
         return text;
     });
 }
@@ -205,7 +181,7 @@ void PrnEstTax(PrintManager& pm, const InitInputs& init, const EstTaxInput& in,
         std::string unused;
         SavedFont saved;
         SetNewFont(pm.printer(), kReportFont, 12.0f, saved);
-        Body(in, r, Out{unused, &pm, init});
+        Body(in, r, ReportSink{unused, &pm, init, kTitle});
         pm.PrnManager2(kEndReportPage, init.sName.shown(), init.s2ndLine.shown(), kTitle);
         SetOldFont(pm.printer(), saved);
     });

@@ -2,6 +2,7 @@
 
 #include "base/fault.h"
 #include "base/numtext.h"
+#include "reports/reportsink.h"
 #include "reports/reporttext.h"
 #include "reports/summary.h"
 
@@ -18,31 +19,6 @@ constexpr std::int16_t kHeadLines = 4;
 constexpr std::int16_t kDepositLines = 2;
 constexpr std::int16_t kTotalLines = 3;
 
-// Appends to the window text, or prints at the left margin (the lines carry
-// their own three-blank margin).
-void put(std::string& text, PrintManager* pm, std::string_view line)
-{
-    if (pm)
-        pm->printer().printLine(1, line);
-    else
-        AppendLine(text, line);
-}
-
-// Reserves lines when printing.
-void reserve(PrintManager* pm, const InitInputs& init, std::int16_t lines)
-{
-    if (pm)
-        pm->PrnManager2(lines, init.sName.shown(), init.s2ndLine.shown(), kTitle);
-}
-
-// Keeps a block of lines together on one page when printing.
-void keep(PrintManager* pm, const InitInputs& init, int lines)
-{
-    if (pm)
-        pm->KeepTogether(static_cast<std::int16_t>(lines), init.sName.shown(),
-                         init.s2ndLine.shown(), kTitle);
-}
-
 }  // namespace
 
 std::string PRPenRow(const PRPenTblElement& e)
@@ -56,15 +32,16 @@ std::string PRPenRow(const PRPenTblElement& e)
 void PRPenHeadings(const InitInputs& init, std::string& text, PrintManager* pm)
 {
     WithFaultName("PRPenHeadings", [&] {
-        reserve(pm, init, kHeadLines);
-        put(text, pm, "");
+        const ReportSink sink{text, pm, init, kTitle};
+        sink.reserve(kHeadLines);
+        sink.put("");
         const std::string_view lines[] = {
             "  BEG. BALANCE                                   PEN",
             "      FOR             PAYMENT    PAYMENT   DAYS  RATE        PENALTY",
             "    DEPOSIT           AMOUNT       DATE    LATE  (%)          BASE          PENALTY",
         };
         for (std::string_view l : lines)
-            put(text, pm, "   " + std::string(l));
+            sink.put("   " + std::string(l));
     });
 }
 
@@ -72,12 +49,13 @@ void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& t
                    std::string& text, PrintManager* pm)
 {
     WithFaultName("ShowPRPenCalc", [&] {
+        const ReportSink sink{text, pm, init, kTitle};
         Date previous(0.0);
         Money total;
         // The headings begin a page with the first deposit and its first row
         // under them; a deposit's line never ends a page without a row; the
         // total never begins one.
-        keep(pm, init, kHeadLines + (table.empty() ? kTotalLines : kDepositLines + 1));
+        sink.keep(kHeadLines + (table.empty() ? kTotalLines : kDepositLines + 1));
         PRPenHeadings(init, text, pm);
         std::optional<RepeatedHeadings> repeat;
         if (pm)
@@ -85,23 +63,23 @@ void ShowPRPenCalc(const InitInputs& init, const std::vector<PRPenTblElement>& t
         for (std::size_t i = 0; i < table.size(); ++i) {
             const PRPenTblElement& e = table[i];
             const bool newDeposit = i == 0 || e.dtDepDue != previous;
-            keep(pm, init,
-                 (newDeposit ? kDepositLines : 0) + 1 + (i + 1 == table.size() ? kTotalLines : 0));
+            sink.keep((newDeposit ? kDepositLines : 0) + 1
+                      + (i + 1 == table.size() ? kTotalLines : 0));
             if (newDeposit) {
-                reserve(pm, init, kDepositLines);
-                put(text, pm, "");
-                put(text, pm, "   Deposit Due Date: " + FormatShortDate(e.dtDepDue));
+                sink.reserve(kDepositLines);
+                sink.put("");
+                sink.put("   Deposit Due Date: " + FormatShortDate(e.dtDepDue));
             }
             previous = e.dtDepDue;
-            reserve(pm, init, 1);
-            put(text, pm, PRPenRow(e));
+            sink.reserve(1);
+            sink.put(PRPenRow(e));
             total += e.cPenalty;
         }
-        reserve(pm, init, kTotalLines);
+        sink.reserve(kTotalLines);
         repeat.reset();
-        put(text, pm, std::string(72, ' ') + "--------------");
-        put(text, pm, std::string(66, ' ') + "Total " + sFormatSumm(total));
-        put(text, pm, std::string(72, ' ') + "==============");
+        sink.put(std::string(72, ' ') + "--------------");
+        sink.put(std::string(66, ' ') + "Total " + sFormatSumm(total));
+        sink.put(std::string(72, ' ') + "==============");
     });
 }
 
