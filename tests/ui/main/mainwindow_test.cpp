@@ -2,7 +2,7 @@
 // services of the file commands, the rate alert, help, faults, refusals; and
 // one walk through a case, ending in the expected texts of tests/reports.
 
-#include "tests/ui/support/windowkit.h"
+#include "tests/ui/main/mainwindowrig.h"
 
 #include "casedata/casefile.h"
 #include "reports/standardsources.h"
@@ -26,26 +26,8 @@ using namespace rwtest;
 namespace {
 
 // One main window over its own session, installation folder and doubles.
-struct Program {
-    InstallFolder folder;
-    rw::Session session;
-    FaultingMessages msgs;
-    ScriptedFiles files;
-    RecordingProgram program;
-    RecordingDesktop desktop;
-    rw::ui::MainWindow window{session, {msgs, files, program, desktop}};
-
-    Program()
-    {
-        if (!window.startUp(folder.paths(), "2.6.1"))
-            qFatal("the program did not start");
-        window.show();
-        (void)QTest::qWaitForWindowActive(&window);
-    }
-    QAction* action(const char* name)
-    {
-        return window.findChild<QAction*>(QString::fromLatin1(name));
-    }
+struct Program : MainWindowRig {
+    Program() { showActive(); }
     // Control and the key, in the main window made active again.
     void key(Qt::Key k)
     {

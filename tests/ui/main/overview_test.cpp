@@ -2,7 +2,7 @@
 // is the summary report's; a double-click on the payments opens their list;
 // the sample cases shown (pictures when RW_UI_SHOTS names a folder).
 
-#include "tests/ui/support/windowkit.h"
+#include "tests/ui/main/mainwindowrig.h"
 
 #include "casejson/casejson.h"
 #include "reports/standardsources.h"
@@ -15,25 +15,14 @@ using namespace rwtest;
 
 namespace {
 
-struct Program {
-    InstallFolder folder;
-    rw::Session session;
-    FaultingMessages msgs;
-    ScriptedFiles files;
-    RecordingProgram program;
-    RecordingDesktop desktop;
-    rw::ui::MainWindow window{session, {msgs, files, program, desktop}};
-
+struct Program : MainWindowRig {
     explicit Program(const rw::Case& c)
     {
-        if (!window.startUp(folder.paths(), "2.6.1"))
-            qFatal("the program did not start");
         session.kase = c;
         rw::MarkSaved(session);
         rw::EnableOutputs(session, true);
         window.refresh();
-        window.show();
-        (void)QTest::qWaitForWindowActive(&window);
+        showActive();
     }
     // The overview's total: the amount of the figures' last line.
     QString shownTotal()
@@ -114,7 +103,7 @@ private Q_SLOTS:
             ModalDriver drive;
             for (const auto& [title, action] : steps)
                 drive.when(title, action);
-            p.window.findChild<QAction*>(QString::fromLatin1(entry))->trigger();
+            p.action(entry)->trigger();
             RW_VERIFY_DRIVEN(drive);
             QVERIFY2(p.shownTotal() != before, name);
             QCOMPARE(p.shownTotal(), p.summaryTotal());
