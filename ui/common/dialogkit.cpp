@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -223,6 +224,17 @@ std::string FieldText(const QLineEdit* field)
 void ShowLabel(QLabel* label, const std::string& latin1, const QString& caption)
 {
     label->setText(latin1.empty() ? caption : fromCore(latin1));
+}
+
+OkCancel MakeOkCancel(QDialog* dialog)
+{
+    auto* box = new QDialogButtonBox(dialog);
+    QPushButton* ok = box->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("btnOK"));
+    QPushButton* cancel = box->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("btnCancel"));
+    QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
+    return {box, ok, cancel};
 }
 
 }  // namespace rw::ui

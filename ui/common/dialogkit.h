@@ -18,6 +18,8 @@
 #include <vector>
 
 class QAbstractButton;
+class QDialogButtonBox;
+class QPushButton;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
@@ -132,5 +134,14 @@ std::string FieldText(const QLineEdit* field);
 void ShowLabel(QLabel* label, const std::string& latin1, const QString& caption = {});
 // Sets the text of a core fixed text with its NUL characters as blanks.
 QString DisplayText(const std::string& latin1);
+
+// A dialog's button box with "OK" (btnOK) and "Cancel" (btnCancel); Cancel
+// rejects the dialog, OK is left to the caller.
+struct OkCancel {
+    QDialogButtonBox* box;
+    QPushButton* ok;
+    QPushButton* cancel;
+};
+OkCancel MakeOkCancel(QDialog* dialog);
 
 }  // namespace rw::ui

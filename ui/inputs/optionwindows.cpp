@@ -73,14 +73,10 @@ QWidget* legalCaption(const QString& text, const QString& explanation, const QSt
 // OK and Cancel; OK is the default button.
 QDialogButtonBox* okCancel(QDialog* dialog, QPushButton*& ok)
 {
-    auto* buttons = new QDialogButtonBox(dialog);
-    ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
+    const OkCancel buttons = MakeOkCancel(dialog);
+    ok = buttons.ok;
     ok->setDefault(true);
-    auto* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
-    QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
-    return buttons;
+    return buttons.box;
 }
 
 void setFieldText(QLineEdit* field, const std::string& text)

@@ -57,12 +57,10 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
     fields->addRow(QStringLiteral("Applied As Penalties:"), penalties_);
     fields->addRow(QString(), balance_);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel
-        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
+    const OkCancel okCancel = MakeOkCancel(this);
+    QDialogButtonBox* buttons = okCancel.box;
+    QPushButton* ok = okCancel.ok;
+    QPushButton* cancel = okCancel.cancel;
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(fields);
@@ -108,7 +106,6 @@ ChargeInfoWindow::ChargeInfoWindow(const ChargeDialog& logic, ChargeForm& form, 
         else
             showForm();
     });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     showForm();
     finishSetup();

@@ -63,12 +63,10 @@ DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& fo
         QStringLiteral("Date of Demand for Immediate Payment (Jeopardy Assessment):"), this);
     fields->addRow(jeopardyLabel_, jeopardy_);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel
-        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
+    const OkCancel okCancel = MakeOkCancel(this);
+    QDialogButtonBox* buttons = okCancel.box;
+    QPushButton* ok = okCancel.ok;
+    QPushButton* cancel = okCancel.cancel;
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(fields);
@@ -106,7 +104,6 @@ DepositInfoWindow::DepositInfoWindow(const DepositDialog& logic, DepositForm& fo
         else
             showForm();
     });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     showForm();
     finishSetup();

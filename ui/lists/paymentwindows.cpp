@@ -75,12 +75,10 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
     figures->addWidget(maxInt_);
     figures->addStretch(1);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel
-        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
+    const OkCancel okCancel = MakeOkCancel(this);
+    QDialogButtonBox* buttons = okCancel.box;
+    QPushButton* ok = okCancel.ok;
+    QPushButton* cancel = okCancel.cancel;
 
     auto* top = new QVBoxLayout(this);
     top->addLayout(fields);
@@ -122,7 +120,6 @@ PaymentInfoWindow::PaymentInfoWindow(const PaymentDialog& logic, PaymentForm& fo
     checkWhenLeft(
         date_, [this] { react([this] { logic_.dateChanged(form_); }); }, true);
     onOk(ok, [this] { okClicked(); });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     showForm();
     finishSetup();

@@ -130,12 +130,10 @@ EstTaxWindow::EstTaxWindow(EstTaxDialog& logic, QWidget* parent)
     paidBox->addWidget(makeList(withheld_, {}));
     paidBox->addWidget(makeList(payments_, QStringLiteral("Estimated Tax Payments:")));
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel
-        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
+    const OkCancel okCancel = MakeOkCancel(this);
+    QDialogButtonBox* buttons = okCancel.box;
+    QPushButton* ok = okCancel.ok;
+    QPushButton* cancel = okCancel.cancel;
 
     auto* left = new QVBoxLayout;
     left->addWidget(year);
@@ -216,7 +214,6 @@ EstTaxWindow::EstTaxWindow(EstTaxDialog& logic, QWidget* parent)
         else
             selectRefused();
     });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     guard([this] { form_ = logic_.open(); });
     showRows(withheld_, form_.withholdingRows);

@@ -40,12 +40,9 @@ ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget*
                           + 4);
     list_->setMinimumWidth(list_->sizeHintForColumn(0) + 48);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("btnOK"));
-    QPushButton* cancel
-        = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("btnCancel"));
+    const OkCancel okCancel = MakeOkCancel(this);
+    QDialogButtonBox* buttons = okCancel.box;
+    QPushButton* ok = okCancel.ok;
 
     auto* top = new QVBoxLayout(this);
     top->addWidget(list_);
@@ -88,7 +85,6 @@ ReportChoicesDialog::ReportChoicesDialog(ReportChoiceDialog& logic, PrintTarget*
             accept();
         });
     });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     setMinimumWidth(320);
     finishSetup();
