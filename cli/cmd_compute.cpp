@@ -250,10 +250,14 @@ int CmdCompute(CliEnv& env)
             return status;
     }
     try {
-        Json j = ComputationJson(ComputeCase(c, rates, env.release.info.ftfMinimums));
-        if (c.estTax.on)
-            j["estimatedTax"] = estTaxJson(
-                ComputeEstTaxPenalty(c.estTax.input, c.init.isFederal() ? rates : federal));
+        const CaseComputation k = ComputeCase(c, rates, env.release.info.ftfMinimums);
+        Json j = ComputationJson(k);
+        // The computation has the penalty of a federal case; a state case's
+        // is figured here on the federal table.
+        if (k.estTax)
+            j["estimatedTax"] = estTaxJson(*k.estTax);
+        else if (c.estTax.on)
+            j["estimatedTax"] = estTaxJson(ComputeEstTaxPenalty(c.estTax.input, federal));
         env.out << j.dump(2) << "\n";
     } catch (const Refusal& r) {
         WriteRefusal(env, r);
