@@ -141,9 +141,14 @@ void AddSuspendPts(const InitInputs& init, TimeLine& tl, std::int16_t& next)
     putPoint(makePoint(init.dtRestart, "Restart Int", code::kRestart), tl, next, "AddSuspendPts");
 }
 
+bool AsksForPenalties(const Case& c)
+{
+    return IsYes(c.init.bAnyPenalties) || c.estTax.on;
+}
+
 void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties)
 {
-    if (penalties == nullptr || !IsYes(c.init.bAnyPenalties))
+    if (penalties == nullptr || !AsksForPenalties(c))
         return;
     WithFaultName("AddUSPenaltyPts", [&] { penalties->AddUSPenaltyPts(c, tl, next); });
 }
@@ -157,14 +162,12 @@ void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculator
     if (IsYes(in.bCorpOPRate))
         putPoint(makePoint(in.dtCorpOPRateStart, "Corp Ovrpmt Rate", code::kCorpOverpayment), tl,
                  next, "AddUSPts");
-    if (IsYes(in.bAnyPenalties))
-        AddUSPenaltyPts(c, tl, next, penalties);
+    AddUSPenaltyPts(c, tl, next, penalties);
 }
 
 void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties)
 {
-    if (IsYes(c.init.bAnyPenalties))
-        AddUSPenaltyPts(c, tl, next, penalties);
+    AddUSPenaltyPts(c, tl, next, penalties);
 }
 
 void BuildTimeLine(const Case& c, const RateTable& rates, TimeLine& tl,

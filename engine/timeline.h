@@ -40,8 +40,10 @@ inline constexpr std::string_view kStop = "ZZSD";
 class PenaltyCalculators {
 public:
     virtual ~PenaltyCalculators() = default;
-    // Called when the case has penalties switched on, after every point the
-    // builder makes itself; next is the index the next point goes to.
+    // Called when the case asks for penalties (AsksForPenalties), after every
+    // point the builder makes itself; next is the index the next point goes
+    // to. The estimated tax penalty has a switch of its own: a calculator
+    // adds the case's other penalties only while bAnyPenalties is on.
     virtual void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next) = 0;
 };
 
@@ -83,8 +85,11 @@ void AddSuspendPts(const InitInputs& init, TimeLine& tl, std::int16_t& next);
 void AddUSPts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
 // Any other authority: the penalty points only.
 void AddStatePts(const Case& c, TimeLine& tl, std::int16_t& next, PenaltyCalculators* penalties);
-// Hands the time line to the penalty calculators when the case has penalties
-// switched on and calculators were given; otherwise adds nothing.
+// The case asks for penalties: its penalties are switched on, or it asks for
+// the estimated tax penalty, whose dialog has a switch of its own.
+bool AsksForPenalties(const Case& c);
+// Hands the time line to the penalty calculators when the case asks for
+// penalties and calculators were given; otherwise adds nothing.
 void AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& next,
                      PenaltyCalculators* penalties);
 

@@ -34,7 +34,9 @@ void USPenalties::AddUSPenaltyPts(const Case& c, TimeLine& tl, std::int16_t& nex
         prTable.clear();
         ftfMinimumNote.clear();
         const InitInputs& in = c.init;
-        if (!estTaxOnly) {
+        // The estimated tax penalty does not wait for the other penalties'
+        // switch.
+        if (IsYes(in.bAnyPenalties)) {
             if (in.nDeposits >= 1)
                 AddUSPRPts(c, tl, next, prTable);
             if (IsYes(in.bFtoFile) || IsYes(in.bFtoPay))
@@ -74,16 +76,7 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates,
             out.estTax->total,
             notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
     }
-    if (penalties.estTaxPoint && !IsYes(out.kase.init.bAnyPenalties)) {
-        // The time line takes penalty points only from a case with penalties
-        // on: the run's copy says so, the case as computed stays as it was.
-        Case run = out.kase;
-        run.init.bAnyPenalties = kYes;
-        penalties.estTaxOnly = true;
-        out.interest = GetInterest(run, rates, &penalties, out.rows, out.timeline);
-    } else {
-        out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
-    }
+    out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;
     out.ftfMinimumNote = penalties.ftfMinimumNote;
     // The payroll analysis lists the table of every case with deposits, also

@@ -37,8 +37,6 @@ public:
         Date dated;
     };
     std::optional<EstTaxPoint> estTaxPoint;
-    // The case's own penalties are off: only the estimated tax point is added.
-    bool estTaxOnly = false;
 
 private:
     const FtfMinimumSchedule& ftfMinimums_;
