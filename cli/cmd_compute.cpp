@@ -229,8 +229,8 @@ nlohmann::ordered_json ComputationJson(const CaseComputation& k)
 }
 
 // compute --json CASE: the whole computation as one JSON object, and
-// "estimatedTax" when the case asks for the estimated tax penalty (a federal
-// penalty: figured on the federal table whatever the case's authority).
+// "estimatedTax" when a federal case asks for the estimated tax penalty (a
+// state case's figures leave that federal penalty out).
 int CmdCompute(CliEnv& env)
 {
     const bool json = TakeSwitch(env.args, "--json");
@@ -242,22 +242,11 @@ int CmdCompute(CliEnv& env)
     RateTable rates;
     if (int status = LoadCaseAndTable(env, "compute", env.args[0], c, rates); status != kExitOk)
         return status;
-    RateTable federal;
-    if (c.estTax.on && !c.init.isFederal()) {
-        if (int status
-            = loadTable(env, "qratcalc-cli compute: ", AuthorityForCode("US  "), federal);
-            status != kExitOk)
-            return status;
-    }
     try {
         const CaseComputation k = ComputeCase(c, rates, env.release.info.ftfMinimums);
         Json j = ComputationJson(k);
-        // The computation has the penalty of a federal case; a state case's
-        // is figured here on the federal table.
         if (k.estTax)
             j["estimatedTax"] = estTaxJson(*k.estTax);
-        else if (c.estTax.on)
-            j["estimatedTax"] = estTaxJson(ComputeEstTaxPenalty(c.estTax.input, federal));
         env.out << j.dump(2) << "\n";
     } catch (const Refusal& r) {
         WriteRefusal(env, r);

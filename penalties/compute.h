@@ -61,10 +61,10 @@ void ApplyRefundStopDays(InitInputs& init);
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment
 // of the IRS method is first allocated again (AllocateIrsPayments).
-// The estimated tax penalty is figured on the federal underpayment rates
-// whatever the case's authority; this function holds only the case's own
-// table, so it figures the penalty for a federal case only and leaves estTax
-// empty for a state case. A day without a rate is refused (rw::Refusal).
+// The estimated tax penalty is owed to the IRS: it is figured, on the case's
+// federal table, for a federal case only; a state case's estTax stays empty
+// and its balance never holds it. A day without a rate is refused
+// (rw::Refusal).
 // A positive penalty enters the time line as an "ESP " point (also when the
 // case's other penalties are off): on the notice and demand date when one is
 // given (the start date when the notice came earlier), interest then running

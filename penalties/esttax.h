@@ -17,6 +17,7 @@
 
 #include <array>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace rw {
@@ -65,6 +66,12 @@ struct EstTaxResult {
 // not add up to the withholding) and for a day the rate table holds no
 // underpayment rate for.
 EstTaxResult ComputeEstTaxPenalty(const EstTaxInput& in, const RateTable& rates);
+
+// The penalty is owed to the IRS: a state case's figures leave it out, and
+// its dialog and the case's overview say so.
+inline constexpr std::string_view kEstTaxFederalOnly
+    = "The estimated tax penalty is a federal penalty: this state case keeps its inputs but "
+      "leaves it out of the figures.";
 
 // ---- The pieces, for the dialog and the reports ----------------------------
 

@@ -206,11 +206,13 @@ std::vector<EstTaxRow> RowsOf(const std::vector<DatedAmount>& list)
 
 }  // namespace
 
-EstTaxDialog::EstTaxDialog(EstTaxInput& input, bool& on, Date& noticeAndDemand, Messages& msgs)
+EstTaxDialog::EstTaxDialog(EstTaxInput& input, bool& on, Date& noticeAndDemand, Messages& msgs,
+                           bool federalCase)
     : msgs_(msgs)
     , input_(input)
     , on_(on)
     , notice_(noticeAndDemand)
+    , federalCase_(federalCase)
 {
 }
 
@@ -239,6 +241,8 @@ EstTaxForm EstTaxDialog::open() const
         f.installment4 = MoneyText((*in.installments)[3]);
     }
     f.noticeAndDemand = InitCSDateCtrl(notice_);
+    if (!federalCase_)
+        f.note = std::string(kEstTaxFederalOnly);
     return f;
 }
 

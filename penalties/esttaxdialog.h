@@ -41,6 +41,7 @@ struct EstTaxForm {
     std::string installment3;
     std::string installment4;
     std::string noticeAndDemand;  // optional
+    std::string note;  // shown above the inputs: why a state case leaves the penalty out
     FormField<EstTaxForm> refused = nullptr;  // the entry refused, to be selected again
     friend bool operator==(const EstTaxForm&, const EstTaxForm&) = default;
 };
@@ -52,8 +53,10 @@ class EstTaxDialog {
 public:
     // The dialog keeps the case's inputs of the penalty, whether it is
     // figured, and the day notice and demand for it was made (NoDate when
-    // none) where the case holds them.
-    EstTaxDialog(EstTaxInput& input, bool& on, Date& noticeAndDemand, Messages& msgs);
+    // none) where the case holds them. A state case (federalCase false) keeps
+    // the inputs; the form's note says its figures leave the penalty out.
+    EstTaxDialog(EstTaxInput& input, bool& on, Date& noticeAndDemand, Messages& msgs,
+                 bool federalCase = true);
 
     // Fills the form from the case. A tax year never given opens empty.
     EstTaxForm open() const;
@@ -77,6 +80,7 @@ private:
     EstTaxInput& input_;
     bool& on_;
     Date& notice_;
+    bool federalCase_;
 };
 
 }  // namespace rw

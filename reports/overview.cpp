@@ -3,6 +3,7 @@
 #include "base/fault.h"
 #include "base/numtext.h"
 #include "engine/timeline.h"
+#include "penalties/esttax.h"
 #include "rates/ratetable.h"
 #include "reports/provenance.h"
 #include "reports/summary.h"
@@ -99,6 +100,26 @@ std::vector<OverviewLine> caseLines(const InitInputs& in)
     return l;
 }
 
+// "Individual, tax year 2005; notice and demand 5/1/2006"; a state case's
+// line says why its figures leave the penalty out.
+std::string estTaxText(const Case& c)
+{
+    if (!c.init.isFederal())
+        return std::string(kEstTaxFederalOnly);
+    const EstTaxInput& in = c.estTax.input;
+    std::string t = in.filer == EstTaxFiler::Corporation ? "Corporation" : "Individual";
+    // A fiscal year is named by its first day, in the year it begins.
+    if (in.taxYear != 0)
+        t += in.filer == EstTaxFiler::Corporation && in.fiscalYearEndMonth != 12
+                 ? ", tax year from " + std::to_string(in.fiscalYearEndMonth % 12 + 1) + "/1/"
+                       + std::to_string(in.taxYear)
+                 : ", tax year " + std::to_string(in.taxYear);
+    return t
+           + (c.estTax.noticeDate.isGiven()
+                  ? "; notice and demand " + date(c.estTax.noticeDate)
+                  : std::string("; no notice and demand, so no interest on it"));
+}
+
 // The penalties and options that are on, each with what it rests on; the
 // names of those that are not, in `unused`.
 std::vector<OverviewLine> settings(const Case& c, std::string& unused)
@@ -130,6 +151,8 @@ std::vector<OverviewLine> settings(const Case& c, std::string& unused)
     const std::size_t deposits = c.payrollDeposits().size();
     add(deposits > 0, "Payroll deposit penalties", "payroll deposit penalties",
         counted(deposits, "deposit"), Target::Payroll);
+    add(c.estTax.on, "Estimated tax penalty", "estimated tax penalty", estTaxText(c),
+        Target::EstimatedTax);
     // Penalties only older case files hold; no dialog changes them.
     const std::pair<Flag, std::string_view> older[] = {
         {in.bNegFlat, "5% negligence penalty"}, {in.bNegTime, "Time-dependent negligence penalty"},

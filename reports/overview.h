@@ -21,6 +21,7 @@ enum class OverviewTarget {
     FailureToPay,
     AccuracyRelated,
     Payroll,
+    EstimatedTax,
     InterestRates,
     Suspension,
     ExtendedDueDate,

@@ -74,6 +74,11 @@ TEST(EstTaxDialog, OkStoresAndOpensAgain)
     EXPECT_FALSE(s.on);
     EXPECT_EQ(s.in.taxYear, 2021);
     EXPECT_TRUE(msgs.shown.empty());
+
+    // A state case opens the same inputs under the note that its figures leave them out.
+    EXPECT_EQ(dlg.open().note, "");
+    f.note = rw::kEstTaxFederalOnly;
+    EXPECT_EQ(rw::EstTaxDialog(s.in, s.on, s.notice, msgs, false).open(), f);
 }
 
 // OK on the changed form: refused where expected, one box, inputs unchanged.

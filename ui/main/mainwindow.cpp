@@ -414,6 +414,7 @@ void MainWindow::connectOverview()
         {T::FailureToPay, entry("mnuPenFTPay")},
         {T::AccuracyRelated, [this] { accuracyRelatedCommand(); }},
         {T::Payroll, [this] { payrollCommand(); }},
+        {T::EstimatedTax, entry("mnuPenEstTax")},
         {T::InterestRates, [this] { optionalRatesCommand(); }},
         {T::Suspension, [this] { suspendCommand(); }},
         {T::ExtendedDueDate, [this] { extendedDueDateCommand(); }},

@@ -49,7 +49,7 @@ void RunAccuracyRelatedCommand(CommandContext& ctx)
 void RunEstimatedTaxCommand(CommandContext& ctx)
 {
     EstTaxCase& est = ctx.kase.estTax;
-    EstTaxDialog logic(est.input, est.on, est.noticeDate, ctx.msgs);
+    EstTaxDialog logic(est.input, est.on, est.noticeDate, ctx.msgs, ctx.kase.init.isFederal());
     runDialog<EstTaxWindow>(ctx, logic);
 }
 

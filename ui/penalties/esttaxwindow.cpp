@@ -1,6 +1,7 @@
 #include "ui/penalties/esttaxwindow.h"
 
 #include "ui/common/fields.h"
+#include "ui/common/texts.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -143,8 +144,12 @@ EstTaxWindow::EstTaxWindow(EstTaxDialog& logic, QWidget* parent)
     auto* columns = new QHBoxLayout;
     columns->addLayout(left);
     columns->addWidget(paid, 1);
+    auto* note = new QLabel(this);
+    note->setObjectName(QStringLiteral("lblNote"));
+    note->setWordWrap(true);
     auto* top = new QVBoxLayout(this);
     top->addWidget(calculate_);
+    top->addWidget(note);
     top->addLayout(columns);
     top->addWidget(buttons);
     body_ = {year, own, paid, notice_};
@@ -216,6 +221,8 @@ EstTaxWindow::EstTaxWindow(EstTaxDialog& logic, QWidget* parent)
     });
 
     guard([this] { form_ = logic_.open(); });
+    note->setText(fromCore(form_.note));
+    note->setVisible(!form_.note.empty());
     showRows(withheld_, form_.withholdingRows);
     showRows(payments_, form_.payments);
     showForm();

@@ -5,6 +5,8 @@
 
 #include "ui/penalties/commands.h"
 
+#include <QLabel>
+
 using namespace rwtest;
 
 namespace {
@@ -99,6 +101,26 @@ private Q_SLOTS:
             Click(d, "btnCancel");
         });
         QVERIFY(rig.kase == before && rig.recoveryCopies == 0);
+    }
+
+    // A state case's dialog keeps the inputs under the note that its figures leave the
+    // federal penalty out; a federal case's shows no note.
+    void aStateCaseIsToldItsFiguresLeaveThePenaltyOut()
+    {
+        for (const char* authority : {"US  ", "PA  "}) {
+            Rig rig;
+            rig.kase.init.sTaxAuth = authority;
+            const bool state = authority[0] == 'P';
+            rig.estTax([state](QWidget* d) {
+                auto* note = Child<QLabel>(d, "lblNote");
+                QCOMPARE(note->isVisible(), state);
+                if (state) {
+                    QCOMPARE(note->text(), QString::fromLatin1(rw::kEstTaxFederalOnly));
+                    Shoot(d, "esttax-state-case");
+                }
+                Click(d, "btnCancel");
+            });
+        }
     }
 
     // Cancel and Escape close without a word and change nothing; a
