@@ -174,6 +174,62 @@ TEST(CliCompute, TheEstimatedTaxPenaltyIsItsOwnSection)
     const auto off = RunCliCommand({"compute", "--json", (dir / "off.json").string()});
     ASSERT_EQ(off.status, 0) << off.err;
     EXPECT_FALSE(nlohmann::json::parse(off.out).contains("estimatedTax"));
+    // A state case's figures leave the federal penalty out.
+    std::string state = std::string(kase).replace(kase.find("ON"), 2, "true");
+    WriteText(dir / "pa.json", state.replace(state.find("US  "), 4, "PA  "));
+    const auto pa = RunCliCommand({"compute", "--json", (dir / "pa.json").string()});
+    ASSERT_EQ(pa.status, 0) << pa.err;
+    EXPECT_FALSE(nlohmann::json::parse(pa.out).contains("estimatedTax"));
+}
+
+// Worked examples of Publication 505 through the command-line tool, on the tests' frozen
+// federal table (the rates the publications print: 6 % and 5 % for 2002; 6 % and 7 % for 2005;
+// 8 % and 7 % for 2007, April 2008 at March's 7 %). Their estimated tax inputs and the
+// published total; compute --json carries the total and report prints it.
+TEST(CliCompute, PublishedEstimatedTaxExamplesToTheCent)
+{
+    const std::tuple<const char*, const char*, const char*> examples[] = {
+        // Publication 505 (2006), Figure 4-B, Regular Installment Method (Ben Brown), Form
+        // 2210 (2005) line 31.
+        {"Ben Brown 2005",
+         R"("taxYear": 2005, "currentTax": "7031", "priorTax": "6116", "priorYearUsable": true,
+            "withholding": "3228", "estimatedPayments": [{"date": "9/2/2005", "amount": "1000"},
+            {"date": "1/12/2006", "amount": "1000"}])",
+         "68.51"},
+        // Publication 505 (2008), Figure 4-C, Annualized Income Method (Laura Maple), Form
+        // 2210 (2007) line 31: the Schedule AI installments typed in.
+        {"Laura Maple 2007",
+         R"("taxYear": 2007, "currentTax": "3600", "withholding": "1500",
+            "installments": ["0", "140", "1169", "1867"],
+            "estimatedPayments": [{"date": "8/15/2007", "amount": "100"},
+            {"date": "12/3/2007", "amount": "500"}])",
+         "20.18"},
+        // Publication 505, the annualized example on Form 2210 (2002), line 36.
+        {"Annualized 2002",
+         R"("taxYear": 2002, "currentTax": "7031", "priorTax": "6116", "priorYearUsable": true,
+            "withholding": "3228", "installments": ["338", "1732", "1385", "2089"],
+            "estimatedPayments": [{"date": "9/2/2002", "amount": "1000"},
+            {"date": "1/12/2003", "amount": "1000"}])",
+         "10.48"},
+    };
+    rwtest::TempDir dir;
+    for (const auto& [name, inputs, total] : examples) {
+        SCOPED_TRACE(name);
+        const fs::path file = dir / "case.json";
+        WriteText(file, R"({"init": {"sTaxAuth": "US  ", "dtDue": "04/15/2010",
+            "dtExtended": "04/15/2010", "tlStart": {"dtDate": "04/15/2010", "cTax": "100.00"},
+            "tlStop": {"dtDate": "06/30/2010"}}, "estTax": {"on": true, )"
+                            + std::string(inputs) + "}}");
+        const auto computed = RunCliCommand({"compute", "--json", file.string()});
+        ASSERT_EQ(computed.status, 0) << computed.err;
+        EXPECT_EQ(nlohmann::json::parse(computed.out)["estimatedTax"]["total"],
+                  std::string(total) + "00");
+        const auto report = RunCliCommand({"report", "--reports", "esttax", file.string()});
+        ASSERT_EQ(report.status, 0) << report.err;
+        EXPECT_NE(report.out.find("Total Estimated Tax Penalty"), std::string::npos);
+        EXPECT_NE(report.out.find(" " + std::string(total) + "\n"), std::string::npos)
+            << report.out;
+    }
 }
 
 // "release": a release built from a copy of the tests' frozen sources with one

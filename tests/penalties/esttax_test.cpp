@@ -173,6 +173,41 @@ TEST(EstTaxPenalty, WorksheetLines)
           "3 9/30/2005 1/15/2006 107 7%/365 166.00 3.41",
           "4 1/15/2006 4/15/2006 90 7%/365 888.00 15.33"},
          "68.51"},
+        // Publication 505 (2008), Figure 4-C, Annualized Income Method (Laura Maple), tax year
+        // 2007: Schedule AI installments of 0, 140, 1,169 and 1,867 typed in; 375 withheld each
+        // quarter; 100 paid 8/15/2007 and 500 on 12/3/2007; 8 % to 12/31/2007, 7 % to 4/15/2008
+        // (April at March's rate). Form 2210 lines 28 and 30: 1.45 and 18.73 (a leap year's
+        // 366 days); total 20.18. Part I is not shown there: any tax whose required annual
+        // payment covers the installments (here 90 % of 3,600) gives the same lines.
+        {"Publication505Of2008LauraMaple",
+         {.taxYear = 2007,
+          .currentTax = M("3600"),
+          .withholding = M("1500"),
+          .estimatedPayments = {{D(2007, 8, 15), M("100")}, {D(2007, 12, 3), M("500")}},
+          .installments = {{M("0"), M("140"), M("1169"), M("1867")}}},
+         {Row(D(2007, 4, 1), D(2007, 12, 31), 0.08f), Row(D(2008, 1, 1), D(2008, 3, 31), 0.07f),
+          Row(D(2008, 4, 1), D(2008, 6, 30), 0.06f)},
+         {"3 9/15/2007 12/3/2007 79 8%/365 84.00 1.45",
+          "4 1/15/2008 4/15/2008 91 7%/366 1,076.00 18.73"},
+         "20.18"},
+        // Publication 505, the annualized example on Form 2210 (2002) (Examples 4.7 and 4.9):
+        // installments of 338, 1,732, 1,385 and 2,089; 807 withheld each quarter; 1,000 paid
+        // 9/2/2002 and 1/12/2003; 6 % through 2002, 5 % after. The 34 left of the third
+        // installment crosses the change: .60 and .06. Line 36: 10.48. Part I as Ben Brown's.
+        {"Publication505AnnualizedOf2002",
+         {.taxYear = 2002,
+          .currentTax = M("7031"),
+          .priorTax = M("6116"),
+          .priorYearUsable = true,
+          .withholding = M("3228"),
+          .estimatedPayments = {{D(2002, 9, 2), M("1000")}, {D(2003, 1, 12), M("1000")}},
+          .installments = {{M("338"), M("1732"), M("1385"), M("2089")}}},
+         {Row(D(2002, 4, 1), D(2002, 12, 31), 0.06f), Row(D(2003, 1, 1), D(2003, 6, 30), 0.05f)},
+         {"2 6/15/2002 9/2/2002 79 6%/365 456.00 5.92",
+          "3 9/15/2002 12/31/2002 107 6%/365 34.00 0.60",
+          "3 12/31/2002 1/12/2003 12 5%/365 34.00 0.06",
+          "4 1/15/2003 4/15/2003 90 5%/365 316.00 3.90"},
+         "10.48"},
         // 10,000 less 9,001 withheld is under 1,000: no penalty, whatever was paid.
         {"UnderTheThreshold",
          [] {

@@ -11,9 +11,11 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QTableWidget>
 #include <QToolBar>
 
 #include <algorithm>
@@ -460,6 +462,60 @@ private Q_SLOTS:
         }),
                  2);
         QCOMPARE(printed, Normalised(Expected("newcase/inputs-print.txt")));
+    }
+
+    // Publication 505 (2006), Figure 4-B, Regular Installment Method (Ben Brown), typed into
+    // the program as a practitioner would: tax 7,031, prior year 6,116, 3,228 withheld,
+    // 1,000 paid on 9/2/2005 and on 1/12/2006. The published Form 2210 lines 28 and 30 add up
+    // to 68.51 (line 31), which the analysis window, the summary and the overview show.
+    void thePublishedEstimatedTaxExampleTypedIn()
+    {
+        Program p;
+        p.trigger("mnuFileNew", "Initial Inputs", [](QWidget* d) {
+            for (const auto& [field, text] : {std::pair{"txtName", "Ben Brown"},
+                                              {"txtDueDate", "4/15/2006"},
+                                              {"txtStart", "4/15/2006"},
+                                              {"txtStop", "12/31/2006"},
+                                              {"txtInitBal", "1,000.00"}})
+                Put(d, field, text);
+            Click(d, "btnOK");
+        });
+        p.trigger("mnuPenEstTax", "Estimated Tax", [](QWidget* d) {
+            Put(d, "radCalcPen", "Yes");
+            for (const auto& [field, text] : {std::pair{"txtTaxYear", "2005"},
+                                              {"txtCurrentTax", "7,031"},
+                                              {"txtPriorTax", "6116"},
+                                              {"txtWithholding", "3,228.00"},
+                                              {"txtPay0Date", "9/2/2005"},
+                                              {"txtPay0Amt", "1000"}}) {
+                Type(d, field, text);
+                Leave(d, field);
+            }
+            Put(d, "chkPriorUsable", "x");
+            Click(d, "btnPayAdd");
+            Type(d, "txtPay1Date", "1/12/2006");
+            Type(d, "txtPay1Amt", "1000");
+            Click(d, "btnOK");
+        });
+        QVERIFY(p.msgs.shown.empty() && p.session.kase.estTax.on);
+        p.trigger("mnuViewReports", "Report Choices", Choose(rw::kRptEstTax | rw::kRptSummary));
+        const QString analysis
+            = OpenWindow("frmRptEstTax")->findChild<QPlainTextEdit*>()->toPlainText();
+        const QRegularExpression total(QStringLiteral("Total Estimated Tax Penalty +68\\.51\\n"));
+        QVERIFY2(total.match(analysis).hasMatch(), qPrintable(analysis));
+        Shoot(OpenWindow("frmRptEstTax"), "esttax-ben-brown");
+        const QString summary
+            = OpenWindow("frmSummary")->findChild<QPlainTextEdit*>()->toPlainText();
+        QVERIFY2(
+            summary.contains(QRegularExpression(QStringLiteral("Estimated tax penalty +68\\.51"))),
+            qPrintable(summary));
+        auto* figures = Child<QTableWidget>(&p.window, "ovFigures");
+        QStringList shown;
+        for (int row = 0; row < figures->rowCount(); ++row)
+            shown << figures->item(row, 0)->text() + QLatin1Char('=')
+                         + figures->item(row, 2)->text();
+        QVERIFY2(shown.contains(QStringLiteral("Estimated tax penalty=68.51")),
+                 qPrintable(shown.join(u',')));
     }
 };
 
