@@ -60,7 +60,7 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
     OwedOnDate owed;
     try {
         AllocateIrsPayments(kase, rates_, ftfMinimums_, ParseUserDate(dateText));
-        USPenalties penalties(ftfMinimums_);
+        USPenalties penalties = CaseCalculators(kase, rates_, ftfMinimums_);
         TLPoint totals;
         const Money interest = IntToDate(dateText, kase, rates_, &penalties, totals, msgs_);
         owed = OwedOnDate{totals.cTax, totals.cPen, interest};

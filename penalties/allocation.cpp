@@ -61,14 +61,22 @@ bool InterestAboveCeiling(Money interestPart, Money ceiling)
     return interestPart > withCent && withCent > Money();
 }
 
-OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
-                             const FtfMinimumSchedule& ftfMinimums)
+namespace {
+
+OwedOnDate owedOn(const Case& c, Date d, const RateTable& rates, USPenalties penalties)
 {
-    USPenalties penalties(ftfMinimums);
     TLPoint totals;
     NoWarnings quiet;
     const Money interest = IntToDate(InitCSDateCtrl(d), c, rates, &penalties, totals, quiet);
     return {totals.cTax, totals.cPen, interest};
+}
+
+}  // namespace
+
+OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
+                             const FtfMinimumSchedule& ftfMinimums)
+{
+    return owedOn(c, d, rates, CaseCalculators(c, rates, ftfMinimums));
 }
 
 void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
@@ -85,10 +93,14 @@ void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedu
         std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
             return c.pmts[a].dtPmt < c.pmts[b].dtPmt;
         });
+        if (order.empty())
+            return;
+        // The estimated tax penalty does not depend on the payments: figured once.
+        const USPenalties calculators = CaseCalculators(c, rates, ftfMinimums);
         for (const std::size_t i : order) {
             // What is owed counts only the payments dated before this one,
             // each of them as allocated a moment ago.
-            const OwedOnDate owed = OwedOnPaymentDate(c, c.pmts[i].dtPmt, rates, ftfMinimums);
+            const OwedOnDate owed = owedOn(c, c.pmts[i].dtPmt, rates, calculators);
             PaymentRec& p = c.pmts[i];
             const PaymentAllocation a = AllocateByIrsMethod(p.cAmount, owed);
             p.cToTax = a.tax;

@@ -55,27 +55,37 @@ void ApplyRefundStopDays(InitInputs& init)
         init.tlStop.dtDate = init.tlStop.dtDate - init.nStopDays;
 }
 
+USPenalties CaseCalculators(const Case& c, const RateTable& rates,
+                            const FtfMinimumSchedule& ftfMinimums,
+                            std::optional<EstTaxResult>* estTax)
+{
+    USPenalties penalties(ftfMinimums);
+    // A federal penalty on the federal table: a state case's table will not do.
+    if (!c.estTax.on || !c.init.isFederal())
+        return penalties;
+    const EstTaxResult r = ComputeEstTaxPenalty(c.estTax.input, rates);
+    if (r.total > Money()) {
+        // A notice before the calculation starts: the penalty is owed, with
+        // interest, from the start.
+        const InitInputs& in = c.init;
+        const Date notice = c.estTax.noticeDate;
+        penalties.estTaxPoint = USPenalties::EstTaxPoint{
+            r.total, notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
+    }
+    if (estTax)
+        *estTax = r;
+    return penalties;
+}
+
 CaseComputation ComputeCase(const Case& c, const RateTable& rates,
                             const FtfMinimumSchedule& ftfMinimums)
 {
     CaseComputation out;
     out.kase = c;
-    // A federal penalty on the federal table: a state case's table will not do.
-    if (c.estTax.on && c.init.isFederal())
-        out.estTax = ComputeEstTaxPenalty(c.estTax.input, rates);
     // A payment allocated by the IRS method follows the case as it now stands.
     AllocateIrsPayments(out.kase, rates, ftfMinimums);
     ApplyRefundStopDays(out.kase.init);
-    USPenalties penalties(ftfMinimums);
-    if (out.estTax && out.estTax->total > Money()) {
-        // A notice before the calculation starts: the penalty is owed, with
-        // interest, from the start.
-        const InitInputs& in = out.kase.init;
-        const Date notice = out.kase.estTax.noticeDate;
-        penalties.estTaxPoint = USPenalties::EstTaxPoint{
-            out.estTax->total,
-            notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
-    }
+    USPenalties penalties = CaseCalculators(out.kase, rates, ftfMinimums, &out.estTax);
     out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;
     out.ftfMinimumNote = penalties.ftfMinimumNote;

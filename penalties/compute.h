@@ -58,6 +58,17 @@ struct CaseComputation {
 // computation runs to the stop date less the case's stop days.
 void ApplyRefundStopDays(InitInputs& init);
 
+// The penalty calculators of a computation of `c`, with the estimated tax
+// penalty's "ESP " point when a federal case asks for the penalty and owes one:
+// on the notice and demand date (the start date when the notice came earlier),
+// otherwise on the day after the stop date. The penalty's figures go to
+// `estTax` when given. What is owed on a payment's date counts the point from
+// its date on, so a payment after the notice pays the penalty by the IRS
+// method. Throws Refusal for a day of the penalty without a rate.
+USPenalties CaseCalculators(const Case& c, const RateTable& rates,
+                            const FtfMinimumSchedule& ftfMinimums,
+                            std::optional<EstTaxResult>* estTax = nullptr);
+
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment
 // of the IRS method is first allocated again (AllocateIrsPayments).
@@ -66,10 +77,9 @@ void ApplyRefundStopDays(InitInputs& init);
 // and its balance never holds it. A day without a rate is refused
 // (rw::Refusal).
 // A positive penalty enters the time line as an "ESP " point (also when the
-// case's other penalties are off): on the notice and demand date when one is
-// given (the start date when the notice came earlier), interest then running
-// from it; otherwise on the day after the stop
-// date, so that the summary counts it but no interest accrues on it.
+// case's other penalties are off; see CaseCalculators): with a notice date,
+// interest runs from it; without one the summary counts the penalty but no
+// interest accrues on it.
 CaseComputation ComputeCase(const Case& c, const RateTable& rates,
                             const FtfMinimumSchedule& ftfMinimums);
 

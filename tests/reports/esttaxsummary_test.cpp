@@ -84,6 +84,38 @@ TEST(EstTaxInTheComputation, PointOnTheNoticeDateOrAfterTheStopAndTheSummaryLine
     }
 }
 
+// After the notice of 6/1/2023 the penalty is owed like any other: a payment of 7,500.00 on
+// 7/1/2023 by the IRS method pays it after the tax (none) and before the interest, 30 days on
+// 7,182.74 at 3 % compounded daily: 7,182.74 x ((1 + 0.03/365)^30 - 1) = 7,182.74 x 0.0024687
+// = 17.732 -> 17.73; the 299.53 left goes to tax. Without a notice nothing is owed on 7/1 but
+// tax: the whole payment goes to it.
+TEST(EstTaxInTheComputation, APaymentAfterTheNoticePaysThePenaltyByTheIrsMethod)
+{
+    const rw::RateTable rates{Row(D(2000, 1, 1), D(2030, 12, 31), 0.03f)};
+    const struct {
+        const char* name;
+        Date notice;
+        const char* tax;
+        const char* penalties;
+        const char* interest;
+    } cases[] = {
+        {"notice before the payment", D(2023, 6, 1), "299.53", "7182.74", "17.73"},
+        {"no notice", rw::NoDate, "7500", "0", "0"},
+    };
+    for (const auto& t : cases) {
+        rw::Case c = FederalCase(D(2023, 4, 15), D(2023, 12, 31), "0");
+        c.estTax = {.on = true,
+                    .input = {.taxYear = 2022, .currentTax = M("400000")},
+                    .noticeDate = t.notice};
+        AddPayment(c, D(2023, 7, 1), {.tax = "7500", .method = "I"});
+        const rw::CaseComputation k = rw::ComputeCase(c, rates, Minimums2018());
+        const rw::PaymentRec& p = k.kase.pmts[0];
+        EXPECT_EQ((std::array{p.cToTax, p.cToPen, p.cToInt}),
+                  (std::array{M(t.tax), M(t.penalties), M(t.interest)}))
+            << t.name;
+    }
+}
+
 // The penalty runs from 4/15/2022; a table that begins in 2023 holds no rate
 // for it: refused like a day of the case's own interest without a rate.
 TEST(EstTaxInTheComputation, ADayWithoutARateIsRefused)
