@@ -25,13 +25,15 @@ std::string Pct(float rate)
     return FormatFixed(static_cast<double>(rate) * 100.0, 2);
 }
 
-// Installments: number, due date, required, paid by the due date, underpayment.
+// Installments as the columns of the form: number, due date, required, what
+// was paid by the due date (with the overpayment carried in, less earlier
+// underpayments), the overpayment carried on, the underpayment.
 std::string InstallmentRow(std::string_view no, std::string_view due, std::string_view required,
-                           std::string_view paid, std::string_view under)
+                           std::string_view paid, std::string_view over, std::string_view under)
 {
     return TrimRight("   " + RightAlign(no, 2) + "  " + LeftAlign(due, 10) + " "
-                     + RightAlign(required, 14) + " " + RightAlign(paid, 14) + " "
-                     + RightAlign(under, 14));
+                     + RightAlign(required, 13) + " " + RightAlign(paid, 13) + " "
+                     + RightAlign(over, 13) + " " + RightAlign(under, 13));
 }
 
 // Rate periods: installment, from, to, days, days of the year, rate,
@@ -49,8 +51,8 @@ std::string PeriodRow(std::string_view no, std::string_view from, std::string_vi
 void InstallmentHeadings(const ReportSink& out)
 {
     out.reserve(2);
-    out.put(InstallmentRow("", "DUE", "REQUIRED", "PAID BY", ""));
-    out.put(InstallmentRow("NO", "DATE", "INSTALLMENT", "DUE DATE", "UNDERPAYMENT"));
+    out.put(InstallmentRow("", "DUE", "REQUIRED", "PAID BY", "", ""));
+    out.put(InstallmentRow("NO", "DATE", "INSTALLMENT", "DUE DATE", "OVERPAYMENT", "UNDERPAYMENT"));
 }
 
 void PeriodHeadings(const ReportSink& out)
@@ -64,14 +66,15 @@ void PeriodHeadings(const ReportSink& out)
 // when the due date fell on a weekend or holiday, and the later payments.
 std::vector<std::string> InstallmentLines(std::size_t k, const EstTaxInstallment& inst)
 {
-    std::vector<std::string> lines{InstallmentRow(
-        std::to_string(k + 1), FormatMMDDYYYY(inst.nominalDue), sFormatSumm(inst.required),
-        sFormatSumm(inst.paidOnTime), sFormatSumm(inst.underpayment))};
+    std::vector<std::string> lines{
+        InstallmentRow(std::to_string(k + 1), FormatMMDDYYYY(inst.nominalDue),
+                       FormatMoney(inst.required), FormatMoney(inst.paidOnTime + inst.overpayment),
+                       FormatMoney(inst.overpayment), FormatMoney(inst.underpayment))};
     if (inst.actualDue != inst.nominalDue)
         lines.push_back("       payments on time until " + FormatMMDDYYYY(inst.actualDue));
     for (const DatedAmount& p : inst.paidLate)
         lines.push_back("       paid late " + FormatMMDDYYYY(p.date)
-                        + RightAlign(FormatMoney(p.amount), 20));
+                        + RightAlign(FormatMoney(p.amount), 18));
     return lines;
 }
 

@@ -464,58 +464,106 @@ private Q_SLOTS:
         QCOMPARE(printed, Normalised(Expected("newcase/inputs-print.txt")));
     }
 
-    // Publication 505 (2006), Figure 4-B, Regular Installment Method (Ben Brown), typed into
-    // the program as a practitioner would: tax 7,031, prior year 6,116, 3,228 withheld,
-    // 1,000 paid on 9/2/2005 and on 1/12/2006. The published Form 2210 lines 28 and 30 add up
-    // to 68.51 (line 31), which the analysis window, the summary and the overview show.
-    void thePublishedEstimatedTaxExampleTypedIn()
+    // Worked examples of Publication 505 typed into the program as a practitioner would; the
+    // published penalty shows in the analysis window, the summary and the overview.
+    // - (2006), Figure 4-B, Regular Installment Method (Ben Brown, 2005): tax 7,031, prior
+    //   year 6,116, 3,228 withheld, 1,000 paid on 9/2/2005 and on 1/12/2006; Form 2210
+    //   line 31: 68.51.
+    // - (2008), Figure 4-C, Annualized Income Method (Laura Maple, 2007): the Schedule AI
+    //   installments 0, 140, 1,169 and 1,867 typed in, 1,500 withheld, 100 paid 8/15/2007
+    //   and 500 on 12/3/2007; Form 2210 line 31: 20.18.
+    void thePublishedEstimatedTaxExamplesTypedIn()
     {
-        Program p;
-        p.trigger("mnuFileNew", "Initial Inputs", [](QWidget* d) {
-            for (const auto& [field, text] : {std::pair{"txtName", "Ben Brown"},
-                                              {"txtDueDate", "4/15/2006"},
-                                              {"txtStart", "4/15/2006"},
-                                              {"txtStop", "12/31/2006"},
-                                              {"txtInitBal", "1,000.00"}})
-                Put(d, field, text);
-            Click(d, "btnOK");
-        });
-        p.trigger("mnuPenEstTax", "Estimated Tax", [](QWidget* d) {
-            Put(d, "radCalcPen", "Yes");
-            for (const auto& [field, text] : {std::pair{"txtTaxYear", "2005"},
-                                              {"txtCurrentTax", "7,031"},
-                                              {"txtPriorTax", "6116"},
-                                              {"txtWithholding", "3,228.00"},
-                                              {"txtPay0Date", "9/2/2005"},
-                                              {"txtPay0Amt", "1000"}}) {
-                Type(d, field, text);
-                Leave(d, field);
-            }
-            Put(d, "chkPriorUsable", "x");
-            Click(d, "btnPayAdd");
-            Type(d, "txtPay1Date", "1/12/2006");
-            Type(d, "txtPay1Amt", "1000");
-            Click(d, "btnOK");
-        });
-        QVERIFY(p.msgs.shown.empty() && p.session.kase.estTax.on);
-        p.trigger("mnuViewReports", "Report Choices", Choose(rw::kRptEstTax | rw::kRptSummary));
-        const QString analysis
-            = OpenWindow("frmRptEstTax")->findChild<QPlainTextEdit*>()->toPlainText();
-        const QRegularExpression total(QStringLiteral("Total Estimated Tax Penalty +68\\.51\\n"));
-        QVERIFY2(total.match(analysis).hasMatch(), qPrintable(analysis));
-        Shoot(OpenWindow("frmRptEstTax"), "esttax-ben-brown");
-        const QString summary
-            = OpenWindow("frmSummary")->findChild<QPlainTextEdit*>()->toPlainText();
-        QVERIFY2(
-            summary.contains(QRegularExpression(QStringLiteral("Estimated tax penalty +68\\.51"))),
-            qPrintable(summary));
-        auto* figures = Child<QTableWidget>(&p.window, "ovFigures");
-        QStringList shown;
-        for (int row = 0; row < figures->rowCount(); ++row)
-            shown << figures->item(row, 0)->text() + QLatin1Char('=')
-                         + figures->item(row, 2)->text();
-        QVERIFY2(shown.contains(QStringLiteral("Estimated tax penalty=68.51")),
-                 qPrintable(shown.join(u',')));
+        using Entries = std::vector<std::pair<const char*, const char*>>;
+        const struct {
+            const char* name;
+            const char* due;  // the return's: the case starts on it
+            std::vector<const char*> checked;
+            Entries fields;
+            Entries payments;
+            const char* installment2;  // its row: Form 2210 lines 18, 23, 26 and 25
+            const char* total;
+        } examples[] = {
+            {"Ben Brown",
+             "4/15/2006",
+             {"chkPriorUsable"},
+             {{"txtTaxYear", "2005"},
+              {"txtCurrentTax", "7,031"},
+              {"txtPriorTax", "6116"},
+              {"txtWithholding", "3,228.00"}},
+             {{"9/2/2005", "1000"}, {"1/12/2006", "1,000.00"}},
+             "2 06/15/2005 1,529.00 85.00 0.00 1,444.00",
+             "68.51"},
+            {"Laura Maple",
+             "4/15/2008",
+             {"chkOwnInstallments"},
+             {{"txtTaxYear", "2007"},
+              {"txtCurrentTax", "3600"},
+              {"txtWithholding", "1,500"},
+              {"txtInstallment1", "0"},
+              {"txtInstallment2", "140"},
+              {"txtInstallment3", "1,169.00"},
+              {"txtInstallment4", "1867"}},
+             {{"8/15/2007", "100"}, {"12/3/2007", "500"}},
+             "2 06/15/2007 140.00 750.00 610.00 0.00",
+             "20.18"},
+        };
+        for (const auto& e : examples) {
+            Program p;
+            p.trigger("mnuFileNew", "Initial Inputs", [&e](QWidget* d) {
+                for (const auto& [field, text] : {std::pair{"txtName", e.name},
+                                                  {"txtDueDate", e.due},
+                                                  {"txtStart", e.due},
+                                                  {"txtStop", "12/31/2010"},
+                                                  {"txtInitBal", "1,000.00"}})
+                    Put(d, field, text);
+                Click(d, "btnOK");
+            });
+            p.trigger("mnuPenEstTax", "Estimated Tax", [&e](QWidget* d) {
+                Put(d, "radCalcPen", "Yes");
+                for (const char* box : e.checked)
+                    Put(d, box, "x");
+                for (const auto& [field, text] : e.fields) {
+                    Type(d, field, text);
+                    Leave(d, field);
+                }
+                for (std::size_t i = 0; i < e.payments.size(); ++i) {
+                    if (i > 0)
+                        Click(d, "btnPayAdd");
+                    const std::string row = "txtPay" + std::to_string(i);
+                    Type(d, (row + "Date").c_str(), e.payments[i].first);
+                    Type(d, (row + "Amt").c_str(), e.payments[i].second);
+                }
+                Click(d, "btnOK");
+            });
+            QVERIFY2(p.msgs.shown.empty() && p.session.kase.estTax.on, e.name);
+            p.trigger("mnuViewReports", "Report Choices", Choose(rw::kRptEstTax | rw::kRptSummary));
+            const QString total = QString::fromLatin1(e.total).replace(u'.', QStringLiteral("\\."));
+            const QString analysis
+                = OpenWindow("frmRptEstTax")->findChild<QPlainTextEdit*>()->toPlainText();
+            QVERIFY2(analysis.contains(QRegularExpression(
+                         QStringLiteral("Total Estimated Tax Penalty +") + total + u'\n')),
+                     qPrintable(analysis));
+            QVERIFY2(Normalised(analysis).contains(QString::fromLatin1(e.installment2)),
+                     qPrintable(analysis));
+            Shoot(OpenWindow("frmRptEstTax"), (std::string("esttax-") + e.name).c_str());
+            const QString summary
+                = OpenWindow("frmSummary")->findChild<QPlainTextEdit*>()->toPlainText();
+            QVERIFY2(summary.contains(
+                         QRegularExpression(QStringLiteral("Estimated tax penalty +") + total)),
+                     qPrintable(summary));
+            auto* figures = Child<QTableWidget>(&p.window, "ovFigures");
+            QStringList shown;
+            for (int row = 0; row < figures->rowCount(); ++row)
+                shown << figures->item(row, 0)->text() + QLatin1Char('=')
+                             + figures->item(row, 2)->text();
+            QVERIFY2(shown.contains(QStringLiteral("Estimated tax penalty=")
+                                    + QString::fromLatin1(e.total)),
+                     qPrintable(shown.join(u',')));
+            for (QWidget* w : QApplication::topLevelWidgets())
+                if (w != &p.window && w->isVisible())
+                    w->close();
+        }
     }
 };
 
