@@ -144,6 +144,19 @@ CsvTable deposits(const Case& c)
     return t;
 }
 
+CsvTable estTax(const EstTaxResult& r)
+{
+    CsvTable t{std::string(kCsvEstTax),
+               {{"INSTALLMENT", "FROM", "TO", "DAYS", "DAYS IN YEAR", "RATE (%)", "UNDERPAYMENT",
+                 "PENALTY"}}};
+    for (const EstTaxLine& l : r.lines)
+        t.rows.push_back({std::to_string(l.installment + 1), date(l.from), date(l.to),
+                          std::to_string(l.days), std::to_string(l.yearDays), percent(l.rate, 2),
+                          CsvAmount(l.base), CsvAmount(l.penalty)});
+    t.rows.push_back({"Total", "", "", "", "", "", "", CsvAmount(r.total)});
+    return t;
+}
+
 bool chosen(std::int32_t choice, std::int32_t value)
 {
     return (choice & value) != 0;
@@ -186,6 +199,8 @@ std::vector<CsvTable> CsvTables(std::int32_t choice, const Case& c, const Report
             out.push_back(accuracyRelated(comp->kase.init));
         if (chosen(choice, kRptPayroll) && comp->kase.init.nDeposits > 0)
             out.push_back(payroll(*comp));
+        if (chosen(choice, kRptEstTax) && comp->estTax)
+            out.push_back(estTax(*comp->estTax));
         if (chosen(choice, kRptInputs)) {
             if (c.init.nPmts > 0)
                 out.push_back(payments(c));

@@ -29,6 +29,7 @@ inline constexpr std::string_view kCsvDetail = "Detailed Interest Analysis";
 inline constexpr std::string_view kCsvFailFilePay = "Failure To File and Pay Analysis";
 inline constexpr std::string_view kCsvAccRel = "Accuracy Related Penalty";
 inline constexpr std::string_view kCsvPayroll = "Payroll Deposit Penalty";
+inline constexpr std::string_view kCsvEstTax = "Estimated Tax Penalty";
 inline constexpr std::string_view kCsvPayments = "Payments";
 inline constexpr std::string_view kCsvCharges = "Other Charges";
 inline constexpr std::string_view kCsvDeposits = "Payroll Deposits";
@@ -39,7 +40,9 @@ inline constexpr std::string_view kCsvDeposits = "Payroll Deposits";
 // last); the failure to file and pay analysis (when either penalty is
 // requested; the totals row last); the accuracy-related penalty (when
 // requested); the payroll deposit penalty analysis (when the case has a
-// deposit; a deposit's due date on each of its pieces, the total last); for
+// deposit; a deposit's due date on each of its pieces, the total last); the
+// estimated tax penalty (when the computation has it: one row per worksheet
+// line, the total last); for
 // the inputs, the lists of payments, other charges and payroll deposits
 // that have entries. Computes once through sources.compute when any but the
 // lists is chosen. The reports show amounts to the cent, as their windows

@@ -4,8 +4,10 @@
 #include "reportcases.h"
 
 #include "reports/csvexport.h"
+#include "reports/standardsources.h"
 #include "reports/tsv.h"
 #include "support/clirun.h"
+#include "support/releases.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +85,38 @@ TEST(CsvExport, DetailedAnalysisSumsToTheSummaryInterest)
     EXPECT_EQ(detail[2], (Row{"04/16/2016", "06/30/2016", "Compound Int.", "4.0000", "10000.00",
                               "0.00", "76", "0.008340000", "83.40"}));
     EXPECT_EQ(summary[2], (Row{"Interest", "288.24"}));
+}
+
+// Publication 505 (2006), Figure 4-B (Ben Brown, 2005): Form 2210's lines 28 and 30 as rows,
+// line 31 (68.51) as the total; 6 % to 9/30/2005, 7 % after.
+TEST(CsvExport, EstimatedTaxPenaltyAsTheWorksheetLines)
+{
+    Case c = rwtest::FederalCase(D(2006, 4, 15), D(2006, 12, 31), "0");
+    c.estTax = {.on = true,
+                .input
+                = {.taxYear = 2005,
+                   .currentTax = M("7031"),
+                   .priorTax = M("6116"),
+                   .priorYearUsable = true,
+                   .withholding = M("3228"),
+                   .estimatedPayments = {{D(2005, 9, 2), M("1000")}, {D(2006, 1, 12), M("1000")}}}};
+    const RateTable rates{rwtest::Row(D(2005, 1, 1), D(2005, 9, 30), 0.06f),
+                          rwtest::Row(D(2005, 10, 1), D(2006, 12, 31), 0.07f)};
+    const auto tables
+        = CsvTables(kRptEstTax, c, StandardReportSources(rates, rwtest::Minimums2018()));
+    ASSERT_EQ(tables.size(), 1u);
+    EXPECT_EQ(tables[0].report, "Estimated Tax Penalty");
+    const Table t = ReadCsv(CsvText(tables[0]));
+    EXPECT_EQ(t, (Table{{"INSTALLMENT", "FROM", "TO", "DAYS", "DAYS IN YEAR", "RATE (%)",
+                         "UNDERPAYMENT", "PENALTY"},
+                        {"1", "04/15/2005", "06/15/2005", "61", "365", "6.00", "722.00", "7.24"},
+                        {"2", "06/15/2005", "09/02/2005", "79", "365", "6.00", "1000.00", "12.99"},
+                        {"2", "06/15/2005", "09/15/2005", "92", "365", "6.00", "444.00", "6.71"},
+                        {"3", "09/15/2005", "09/30/2005", "15", "365", "6.00", "1166.00", "2.88"},
+                        {"3", "09/30/2005", "01/12/2006", "104", "365", "7.00", "1000.00", "19.95"},
+                        {"3", "09/30/2005", "01/15/2006", "107", "365", "7.00", "166.00", "3.41"},
+                        {"4", "01/15/2006", "04/15/2006", "90", "365", "7.00", "888.00", "15.33"},
+                        {"Total", "", "", "", "", "", "", "68.51"}}));
 }
 
 TEST(CsvExport, DescriptionsKeepTheirCommasAndQuotes)

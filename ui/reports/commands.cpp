@@ -65,9 +65,10 @@ void RunExportCommand(CommandContext& ctx, const std::string& caseFile, const Re
     if (chosen.isEmpty())
         return;
     const std::filesystem::path folder(chosen.toStdString());
-    const std::vector<CsvTable> tables = CsvTables(
-        kRptInputs | kRptSummary | kRptDetail | kRptFailFilePay | kRptAccRel | kRptPayroll,
-        ctx.kase, StandardReportSources(ctx.rates, ctx.ftfMinimums, ctx.provenance));
+    const std::vector<CsvTable> tables
+        = CsvTables(kRptInputs | kRptSummary | kRptDetail | kRptFailFilePay | kRptAccRel
+                        | kRptPayroll | kRptEstTax,
+                    ctx.kase, StandardReportSources(ctx.rates, ctx.ftfMinimums, ctx.provenance));
     const std::string caseName = CsvCaseName(caseFile);
     std::vector<std::string> names, existing;
     for (const CsvTable& t : tables) {
