@@ -229,8 +229,7 @@ nlohmann::ordered_json ComputationJson(const CaseComputation& k)
 }
 
 // compute --json CASE: the whole computation as one JSON object, and
-// "estimatedTax" when a federal case asks for the estimated tax penalty (a
-// state case's figures leave that federal penalty out).
+// "estimatedTax" when the case asks for the estimated tax penalty.
 int CmdCompute(CliEnv& env)
 {
     const bool json = TakeSwitch(env.args, "--json");

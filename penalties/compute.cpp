@@ -60,8 +60,7 @@ USPenalties CaseCalculators(const Case& c, const RateTable& rates,
                             std::optional<EstTaxResult>* estTax)
 {
     USPenalties penalties(ftfMinimums);
-    // A federal penalty on the federal table: a state case's table will not do.
-    if (!c.estTax.on || !c.init.isFederal())
+    if (!c.estTax.on)
         return penalties;
     const EstTaxResult r = ComputeEstTaxPenalty(c.estTax.input, rates);
     if (r.total > Money()) {

@@ -59,7 +59,7 @@ struct CaseComputation {
 void ApplyRefundStopDays(InitInputs& init);
 
 // The penalty calculators of a computation of `c`, with the estimated tax
-// penalty's "ESP " point when a federal case asks for the penalty and owes one:
+// penalty's "ESP " point when the case asks for the penalty and owes one:
 // on the notice and demand date (the start date when the notice came earlier),
 // otherwise on the day after the stop date. The penalty's figures go to
 // `estTax` when given. What is owed on a payment's date counts the point from
@@ -72,9 +72,9 @@ USPenalties CaseCalculators(const Case& c, const RateTable& rates,
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment
 // of the IRS method is first allocated again (AllocateIrsPayments).
-// The estimated tax penalty is owed to the IRS: it is figured, on the case's
-// federal table, for a federal case only; a state case's estTax stays empty
-// and its balance never holds it. A day without a rate is refused
+// The estimated tax penalty is figured on the case's own table: the federal
+// underpayment rates, or in a state case the state's, by the federal rules
+// as the case's other penalties are. A day without a rate is refused
 // (rw::Refusal).
 // A positive penalty enters the time line as an "ESP " point (also when the
 // case's other penalties are off; see CaseCalculators): with a notice date,

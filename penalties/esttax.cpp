@@ -202,7 +202,7 @@ std::vector<RatePeriod> RatePeriods(const EstTaxInput& in, const RateTable& rate
                 break;
             }
         if (row < 0 || std::isnan(rates[static_cast<std::size_t>(row)].fUPRate))
-            Refuse("The federal rate table holds no underpayment rate for " + FormatShortDate(asOf)
+            Refuse("The rate table holds no underpayment rate for " + FormatShortDate(asOf)
                    + ", a day the estimated tax penalty runs. Install a release of the rates "
                      "that covers it.");
         const int yearDays = IsLeapYear(d.year()) ? 366 : 365;

@@ -67,11 +67,11 @@ struct EstTaxResult {
 // underpayment rate for.
 EstTaxResult ComputeEstTaxPenalty(const EstTaxInput& in, const RateTable& rates);
 
-// The penalty is owed to the IRS: a state case's figures leave it out, and
-// its dialog and the case's overview say so.
-inline constexpr std::string_view kEstTaxFederalOnly
-    = "The estimated tax penalty is a federal penalty: this state case keeps its inputs but "
-      "leaves it out of the figures.";
+// A state case figures the penalty as it figures its other penalties: by the
+// federal rules, at the underpayment rates of its own table. Its dialog says so.
+inline constexpr std::string_view kEstTaxStateCase
+    = "A state case figures this penalty by the federal rules at the state's underpayment rates: "
+      "use it only where the state's penalty follows them.";
 
 // ---- The pieces, for the dialog and the reports ----------------------------
 

@@ -242,7 +242,7 @@ EstTaxForm EstTaxDialog::open() const
     }
     f.noticeAndDemand = InitCSDateCtrl(notice_);
     if (!federalCase_)
-        f.note = std::string(kEstTaxFederalOnly);
+        f.note = std::string(kEstTaxStateCase);
     return f;
 }
 

@@ -41,7 +41,7 @@ struct EstTaxForm {
     std::string installment3;
     std::string installment4;
     std::string noticeAndDemand;  // optional
-    std::string note;  // shown above the inputs: why a state case leaves the penalty out
+    std::string note;  // shown above the inputs: how a state case figures the penalty
     FormField<EstTaxForm> refused = nullptr;  // the entry refused, to be selected again
     friend bool operator==(const EstTaxForm&, const EstTaxForm&) = default;
 };
@@ -53,8 +53,8 @@ class EstTaxDialog {
 public:
     // The dialog keeps the case's inputs of the penalty, whether it is
     // figured, and the day notice and demand for it was made (NoDate when
-    // none) where the case holds them. A state case (federalCase false) keeps
-    // the inputs; the form's note says its figures leave the penalty out.
+    // none) where the case holds them. In a state case (federalCase false) the
+    // form's note says how the penalty is figured there.
     EstTaxDialog(EstTaxInput& input, bool& on, Date& noticeAndDemand, Messages& msgs,
                  bool federalCase = true);
 

@@ -2,10 +2,12 @@
 
 #include "base/fault.h"
 #include "base/numtext.h"
+#include "rates/ratetable.h"
 #include "reports/reportsink.h"
 #include "reports/reporttext.h"
 #include "reports/summary.h"
 
+#include <cctype>
 #include <optional>
 
 namespace rw {
@@ -78,6 +80,14 @@ std::vector<std::string> InstallmentLines(std::size_t k, const EstTaxInstallment
     return lines;
 }
 
+std::string Upper(std::string_view text)
+{
+    std::string out(text);
+    for (char& ch : out)
+        ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
+    return out;
+}
+
 std::string FilerLine(const EstTaxInput& in)
 {
     if (in.filer == EstTaxFiler::Individual)
@@ -95,10 +105,15 @@ void Body(const EstTaxInput& in, const EstTaxResult& r, const ReportSink& out)
 {
     const bool exempt = r.exemption != EstTaxExemption::None;
     const std::vector<std::string> first = InstallmentLines(0, r.installments[0]);
-    out.keep(kTopLines + (exempt ? 2 : kSectionLines + static_cast<int>(first.size())));
-    out.reserve(kTopLines);
-    out.put("   ESTIMATED TAX PENALTY");
-    out.put(FilerLine(in));
+    // A state case figures the penalty at its own table's rates.
+    std::vector<std::string> heading{"   ESTIMATED TAX PENALTY", FilerLine(in)};
+    if (const Authority& a = AuthorityForCode(out.init.sTaxAuth.view()); &a != &Authorities()[0])
+        heading.push_back("   AT THE UNDERPAYMENT RATES OF THE " + Upper(a.name) + " TABLE");
+    const int top = kTopLines - 2 + static_cast<int>(heading.size());
+    out.keep(top + (exempt ? 2 : kSectionLines + static_cast<int>(first.size())));
+    out.reserve(top);
+    for (const std::string& line : heading)
+        out.put(line);
     out.put("");
     out.put("   " + sFormatSummLine("Required Annual Payment", r.requiredAnnualPayment));
     out.put("   " + LeftAlign("Return Due Date", 30) + RightAlign(FormatMMDDYYYY(r.returnDue), 14));

@@ -3,7 +3,6 @@
 #include "base/fault.h"
 #include "base/numtext.h"
 #include "engine/timeline.h"
-#include "penalties/esttax.h"
 #include "rates/ratetable.h"
 #include "reports/provenance.h"
 #include "reports/summary.h"
@@ -100,12 +99,9 @@ std::vector<OverviewLine> caseLines(const InitInputs& in)
     return l;
 }
 
-// "Individual, tax year 2005; notice and demand 5/1/2006"; a state case's
-// line says why its figures leave the penalty out.
+// "Individual, tax year 2005; notice and demand 5/1/2006".
 std::string estTaxText(const Case& c)
 {
-    if (!c.init.isFederal())
-        return std::string(kEstTaxFederalOnly);
     const EstTaxInput& in = c.estTax.input;
     std::string t = in.filer == EstTaxFiler::Corporation ? "Corporation" : "Individual";
     // A fiscal year is named by its first day, in the year it begins.

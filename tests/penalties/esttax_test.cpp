@@ -281,7 +281,14 @@ TEST(EstTaxPenalty, Refusals)
     in.priorTax = M("-1");
     EXPECT_THROW(rw::ComputeEstTaxPenalty(in, {}), rw::Refusal);
     // Unpaid from 4/15/2021 but the table ends on 6/30/2021.
-    EXPECT_THROW(rw::ComputeEstTaxPenalty(Individual(2021, {}), {k2021[0]}), rw::Refusal);
+    try {
+        rw::ComputeEstTaxPenalty(Individual(2021, {}), {k2021[0]});
+        ADD_FAILURE() << "not refused";
+    } catch (const rw::Refusal& r) {
+        EXPECT_EQ(r.text(), "The rate table holds no underpayment rate for 7/1/2021, a day the "
+                            "estimated tax penalty runs. Install a release of the rates that "
+                            "covers it.");
+    }
 }
 
 }  // namespace

@@ -75,9 +75,9 @@ TEST(EstTaxDialog, OkStoresAndOpensAgain)
     EXPECT_EQ(s.in.taxYear, 2021);
     EXPECT_TRUE(msgs.shown.empty());
 
-    // A state case opens the same inputs under the note that its figures leave them out.
+    // A state case opens the same inputs under the note on how it figures the penalty.
     EXPECT_EQ(dlg.open().note, "");
-    f.note = rw::kEstTaxFederalOnly;
+    f.note = rw::kEstTaxStateCase;
     EXPECT_EQ(rw::EstTaxDialog(s.in, s.on, s.notice, msgs, false).open(), f);
 }
 

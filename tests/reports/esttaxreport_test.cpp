@@ -66,6 +66,14 @@ TEST(EstTaxReport, WindowText)
         got.push_back(l.substr(0, l.size() - 1));
     }
     EXPECT_EQ(got, Expected());
+
+    // A state case names the table whose rates it used under the filer.
+    rw::InitInputs pa = fx.init;
+    pa.sTaxAuth = "PA  ";
+    EXPECT_NE(rw::DispEstTax(fx.in, fx.r, pa)
+                  .find("   INDIVIDUAL (FORM 2210), TAX YEAR 2021\r\n"
+                        "   AT THE UNDERPAYMENT RATES OF THE PENNSYLVANIA TABLE\r\n\r\n"),
+              std::string::npos);
 }
 
 // On one page of 60 lines the printed body is the window's; on short pages

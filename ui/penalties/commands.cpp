@@ -1,5 +1,7 @@
 #include "ui/penalties/commands.h"
 
+#include "rates/ratetable.h"
+
 #include "ui/penalties/esttaxwindow.h"
 #include "ui/penalties/penaltywindows.h"
 
@@ -49,7 +51,9 @@ void RunAccuracyRelatedCommand(CommandContext& ctx)
 void RunEstimatedTaxCommand(CommandContext& ctx)
 {
     EstTaxCase& est = ctx.kase.estTax;
-    EstTaxDialog logic(est.input, est.on, est.noticeDate, ctx.msgs, ctx.kase.init.isFederal());
+    // A case whose authority is not yet chosen computes on the federal table.
+    const bool federal = &AuthorityForCode(ctx.kase.init.sTaxAuth.view()) == &Authorities()[0];
+    EstTaxDialog logic(est.input, est.on, est.noticeDate, ctx.msgs, federal);
     runDialog<EstTaxWindow>(ctx, logic);
 }
 

@@ -103,9 +103,9 @@ private Q_SLOTS:
         QVERIFY(rig.kase == before && rig.recoveryCopies == 0);
     }
 
-    // A state case's dialog keeps the inputs under the note that its figures leave the
-    // federal penalty out; a federal case's shows no note.
-    void aStateCaseIsToldItsFiguresLeaveThePenaltyOut()
+    // A state case's dialog says how the penalty is figured there; a federal case's shows no
+    // note.
+    void aStateCaseIsToldHowItFiguresThePenalty()
     {
         for (const char* authority : {"US  ", "PA  "}) {
             Rig rig;
@@ -115,7 +115,7 @@ private Q_SLOTS:
                 auto* note = Child<QLabel>(d, "lblNote");
                 QCOMPARE(note->isVisible(), state);
                 if (state) {
-                    QCOMPARE(note->text(), QString::fromLatin1(rw::kEstTaxFederalOnly));
+                    QCOMPARE(note->text(), QString::fromLatin1(rw::kEstTaxStateCase));
                     Shoot(d, "esttax-state-case");
                 }
                 Click(d, "btnCancel");
