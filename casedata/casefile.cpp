@@ -300,6 +300,8 @@ std::vector<char> EncodeCase(const Case& c)
     const InitInputs init = [&] {
         InitInputs copy = c.init;
         copy.nReserved = 0;  // reserved: always written as 0
+        if (estTax)  // negative: earlier versions refuse the file
+            copy.nPmts = static_cast<std::int16_t>(-1 - copy.nPmts);
         return copy;
     }();
     binary(w, init, [](auto& f, auto& r) { VisitInitFields(f, r); });
@@ -376,6 +378,9 @@ CaseReadResult DecodeCase(const std::vector<char>& bytes)
             break;
         case InitLayout::Current:
             readInit(in, c.init, InitLayout::Current);
+            // Stored as -1 - count; a count stored as it is turns negative.
+            if (tag.is(kCaseVersionTagEstTax))
+                c.init.nPmts = static_cast<std::int16_t>(-1 - c.init.nPmts);
             break;
         }
         if (c.init.nPmts < 0 || c.init.nCharges < 0 || c.init.nDeposits < 0)

@@ -13,8 +13,12 @@
 //     (flag), the four installments (currency, 0 when not given), the notice
 //     and demand date, the count of dated withholding and its entries (date,
 //     currency), the count of estimated payments and their entries;
-// and nothing after it. Every other case keeps the older tag and ends after
-// its deposits, so its file is the same as before, byte for byte.
+// and nothing after it. Its record holds the count of payments as -1 - count:
+// programs from before the block read every later tag in the current layout
+// and would drop the block on saving; a negative count makes them refuse the
+// file instead, as they refuse any damaged one. Every other case keeps the
+// older tag and ends after its deposits, so its file is the same as before,
+// byte for byte.
 
 #include "base/binio.h"
 #include "base/messages.h"

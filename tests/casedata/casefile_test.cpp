@@ -284,12 +284,14 @@ std::vector<char> HandEstTaxBlock()
     b.i16(2).f64(42900.0).i64(50000000).f64(42990.0).i64(70000000);  // 102-135
     return b.bytes;
 }
-// The file of HandNamedCase with HandEstTax: the later tag and the block after the deposits.
+// The file of HandNamedCase with HandEstTax: the later tag, its one payment counted as -2 (at
+// 26 + 122), and the block after the deposits.
 std::vector<char> HandEstTaxFile()
 {
     std::vector<char> f = rwtest::HandAsCurrent(
         rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1}), HandLayout::L488);
     Put(f, 6, HandBytes().text("Qrat2018Q1.11", 20).bytes);
+    Put(f, 148, HandBytes().i16(-2).bytes);
     return HandBytes().append(f).append(HandEstTaxBlock()).bytes;
 }
 
@@ -308,6 +310,12 @@ TEST(CaseFile, EstimatedTaxInputsTravelInTheirBlockUnderTheLaterTag)
         rw::EncodeCase(c),
         rwtest::HandAsCurrent(rwtest::HandCaseFile("Qrat2018Q1.10", HandLayout::L488, 5, {1, 1, 1}),
                               HandLayout::L488));
+
+    // A version from before the block reads the later tag as it reads its own (here: the
+    // file under the older tag) and refuses the negative count as it refuses any damaged file.
+    std::vector<char> asRead = HandEstTaxFile();
+    Put(asRead, 6, HandBytes().text("Qrat2018Q1.10", 20).bytes);
+    EXPECT_EQ(rw::DecodeCase(asRead).status, Status::Damaged);
 }
 
 TEST(CaseFile, ADamagedEstimatedTaxBlockOrALaterTagIsRefused)
