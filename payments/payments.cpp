@@ -59,8 +59,9 @@ OwedOnDate PaymentDialog::owedOn(std::string_view dateText) const
         RemoveListEntry(kase.pmts, kase.init.nPmts, *edited_);
     OwedOnDate owed;
     try {
-        AllocateIrsPayments(kase, rates_, ftfMinimums_, ParseUserDate(dateText));
-        USPenalties penalties = CaseCalculators(kase, rates_, ftfMinimums_);
+        // One estimated tax penalty for the allocation and the day's figures.
+        USPenalties penalties = CaseCalculators(kase, CaseEstTax(kase, rates_), ftfMinimums_);
+        AllocateIrsPayments(kase, rates_, penalties, ParseUserDate(dateText));
         TLPoint totals;
         const Money interest = IntToDate(dateText, kase, rates_, &penalties, totals, msgs_);
         owed = OwedOnDate{totals.cTax, totals.cPen, interest};

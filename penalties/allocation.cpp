@@ -63,6 +63,8 @@ bool InterestAboveCeiling(Money interestPart, Money ceiling)
 
 namespace {
 
+// What is owed on day d of the case, with its penalties: IntToDate with the
+// case stopped on d, every payment dated on or after d counting as nothing.
 OwedOnDate owedOn(const Case& c, Date d, const RateTable& rates, USPenalties penalties)
 {
     TLPoint totals;
@@ -73,13 +75,7 @@ OwedOnDate owedOn(const Case& c, Date d, const RateTable& rates, USPenalties pen
 
 }  // namespace
 
-OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
-                             const FtfMinimumSchedule& ftfMinimums)
-{
-    return owedOn(c, d, rates, CaseCalculators(c, rates, ftfMinimums));
-}
-
-void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+void AllocateIrsPayments(Case& c, const RateTable& rates, const USPenalties& calculators,
                          std::optional<Date> before)
 {
     WithFaultName("AllocateIrsPayments", [&] {
@@ -93,10 +89,6 @@ void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedu
         std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
             return c.pmts[a].dtPmt < c.pmts[b].dtPmt;
         });
-        if (order.empty())
-            return;
-        // The estimated tax penalty does not depend on the payments: figured once.
-        const USPenalties calculators = CaseCalculators(c, rates, ftfMinimums);
         for (const std::size_t i : order) {
             // What is owed counts only the payments dated before this one,
             // each of them as allocated a moment ago.

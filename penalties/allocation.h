@@ -10,6 +10,7 @@
 
 #include "base/money.h"
 #include "casedata/caserecord.h"
+#include "penalties/compute.h"
 #include "rates/ratetable.h"
 #include "rates/release.h"
 
@@ -45,18 +46,15 @@ std::optional<Money> InterestCeiling(Money amount, const OwedOnDate& owed);
 // cent (and the ceiling plus a cent is above 0).
 bool InterestAboveCeiling(Money interestPart, Money ceiling);
 
-// What is owed on day d of the case, with its penalties: IntToDate with the
-// case stopped on d, every payment dated on or after d counting as nothing.
-OwedOnDate OwedOnPaymentDate(const Case& c, Date d, const RateTable& rates,
-                             const FtfMinimumSchedule& ftfMinimums);
-
 // Allocates every payment of the IRS method ("I") again, one after another in
 // date order (list order within a day): each against what is owed on its date
 // with the payments before it already allocated again. A payment with the
 // user's own allocation ("T") or without a date keeps its parts. With
 // `before`, only the payments dated before that day (what is owed on that day
-// depends on no other).
-void AllocateIrsPayments(Case& c, const RateTable& rates, const FtfMinimumSchedule& ftfMinimums,
+// depends on no other). What is owed comes from IntToDate with the case
+// stopped on the payment's date and `calculators`, the case's own
+// (CaseCalculators).
+void AllocateIrsPayments(Case& c, const RateTable& rates, const USPenalties& calculators,
                          std::optional<Date> before = std::nullopt);
 
 }  // namespace rw

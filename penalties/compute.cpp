@@ -55,24 +55,26 @@ void ApplyRefundStopDays(InitInputs& init)
         init.tlStop.dtDate = init.tlStop.dtDate - init.nStopDays;
 }
 
-USPenalties CaseCalculators(const Case& c, const RateTable& rates,
-                            const FtfMinimumSchedule& ftfMinimums,
-                            std::optional<EstTaxResult>* estTax)
+std::optional<EstTaxResult> CaseEstTax(const Case& c, const RateTable& rates)
+{
+    if (!c.estTax.on)
+        return std::nullopt;
+    return ComputeEstTaxPenalty(c.estTax.input, rates);
+}
+
+USPenalties CaseCalculators(const Case& c, const std::optional<EstTaxResult>& estTax,
+                            const FtfMinimumSchedule& ftfMinimums)
 {
     USPenalties penalties(ftfMinimums);
-    if (!c.estTax.on)
-        return penalties;
-    const EstTaxResult r = ComputeEstTaxPenalty(c.estTax.input, rates);
-    if (r.total > Money()) {
+    if (estTax && estTax->total > Money()) {
         // A notice before the calculation starts: the penalty is owed, with
         // interest, from the start.
         const InitInputs& in = c.init;
         const Date notice = c.estTax.noticeDate;
         penalties.estTaxPoint = USPenalties::EstTaxPoint{
-            r.total, notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
+            estTax->total,
+            notice.isGiven() ? std::max(notice, in.tlStart.dtDate) : in.tlStop.dtDate + 1};
     }
-    if (estTax)
-        *estTax = r;
     return penalties;
 }
 
@@ -82,9 +84,10 @@ CaseComputation ComputeCase(const Case& c, const RateTable& rates,
     CaseComputation out;
     out.kase = c;
     // A payment allocated by the IRS method follows the case as it now stands.
-    AllocateIrsPayments(out.kase, rates, ftfMinimums);
+    out.estTax = CaseEstTax(c, rates);
+    AllocateIrsPayments(out.kase, rates, CaseCalculators(out.kase, out.estTax, ftfMinimums));
     ApplyRefundStopDays(out.kase.init);
-    USPenalties penalties = CaseCalculators(out.kase, rates, ftfMinimums, &out.estTax);
+    USPenalties penalties = CaseCalculators(out.kase, out.estTax, ftfMinimums);
     out.interest = GetInterest(out.kase, rates, &penalties, out.rows, out.timeline);
     out.ftoRows = penalties.ftoRows;
     out.ftfMinimumNote = penalties.ftfMinimumNote;

@@ -58,16 +58,19 @@ struct CaseComputation {
 // computation runs to the stop date less the case's stop days.
 void ApplyRefundStopDays(InitInputs& init);
 
-// The penalty calculators of a computation of `c`, with the estimated tax
-// penalty's "ESP " point when the case asks for the penalty and owes one:
-// on the notice and demand date (the start date when the notice came earlier),
-// otherwise on the day after the stop date. The penalty's figures go to
-// `estTax` when given. What is owed on a payment's date counts the point from
-// its date on, so a payment after the notice pays the penalty by the IRS
-// method. Throws Refusal for a day of the penalty without a rate.
-USPenalties CaseCalculators(const Case& c, const RateTable& rates,
-                            const FtfMinimumSchedule& ftfMinimums,
-                            std::optional<EstTaxResult>* estTax = nullptr);
+// The estimated tax penalty of `c` on its own table, when the case asks for
+// it. It does not depend on the case's payments. Throws Refusal for a day of
+// the penalty without a rate.
+std::optional<EstTaxResult> CaseEstTax(const Case& c, const RateTable& rates);
+
+// The penalty calculators of a computation of `c`, with the "ESP " point of
+// its estimated tax penalty (CaseEstTax) when that is positive: on the notice
+// and demand date (the start date when the notice came earlier), otherwise on
+// the day after the stop date. What is owed on a payment's date counts the
+// point from its date on, so a payment after the notice pays the penalty by
+// the IRS method.
+USPenalties CaseCalculators(const Case& c, const std::optional<EstTaxResult>& estTax,
+                            const FtfMinimumSchedule& ftfMinimums);
 
 // Copies the case and computes it with the rates and failure-to-file minimums
 // of one release (faults propagate as rw::Fault). On the copy, every payment

@@ -92,7 +92,7 @@ Date FifteenthAfter(int startYear, int startMonth, int months)
 
 int StartMonth(const EstTaxInput& in)
 {
-    return in.filer == EstTaxFiler::Individual ? 1 : in.fiscalYearEndMonth % 12 + 1;
+    return EstTaxYearBegins(in).civil().month;
 }
 
 void Check(const EstTaxInput& in)
@@ -251,6 +251,17 @@ int HighIncomePriorYearShare(int taxYear)
     default:
         return 1100;
     }
+}
+
+Date EstTaxYearBegins(const EstTaxInput& in)
+{
+    return Date::fromCivil(
+        in.taxYear, in.filer == EstTaxFiler::Individual ? 1 : in.fiscalYearEndMonth % 12 + 1, 1);
+}
+
+Date EstTaxYearEnds(const EstTaxInput& in)
+{
+    return AddMonths(EstTaxYearBegins(in), 12) - 1;
 }
 
 std::array<Date, 4> EstTaxDueDates(const EstTaxInput& in)

@@ -86,6 +86,12 @@ Date NextBusinessDay(Date d);
 // tenths of a percent: 1086 for 2000, 1100 for 2001, 1120 for 2002, 1100 since.
 int HighIncomePriorYearShare(int taxYear);
 
+// The first and the last day of the input's tax year: a calendar year for an
+// individual, the twelve months after the fiscal year end month for a
+// corporation, named by the year in which it begins.
+Date EstTaxYearBegins(const EstTaxInput& in);
+Date EstTaxYearEnds(const EstTaxInput& in);
+
 // The four nominal due dates and the return's due date of the input's tax year.
 std::array<Date, 4> EstTaxDueDates(const EstTaxInput& in);
 Date EstTaxReturnDue(const EstTaxInput& in);

@@ -114,17 +114,6 @@ std::optional<EstTaxInput> YearOf(const EstTaxForm& form)
     return in;
 }
 
-Date FirstDay(const EstTaxInput& year)
-{
-    const int start = year.filer == EstTaxFiler::Individual ? 1 : year.fiscalYearEndMonth % 12 + 1;
-    return Date::fromCivil(year.taxYear, start, 1);
-}
-
-Date LastDay(const EstTaxInput& year)
-{
-    return AddMonths(FirstDay(year), 12) - 1;
-}
-
 // A row's date and amount. Its date must lie within the tax year's reach:
 // from the year's first day to the return's due date, after which a payment
 // no longer changes the penalty.
@@ -135,11 +124,11 @@ std::optional<DatedAmount> TakeRow(const std::optional<EstTaxInput>& year, EstTa
     const std::optional<Date> d = TakeDate(row, &EstTaxRow::date, name, DateNeed::Needed, msgs);
     if (!d)
         return std::nullopt;
-    if (year && (*d < FirstDay(*year) || *d > EstTaxReturnDue(*year))) {
+    if (year && (*d < EstTaxYearBegins(*year) || *d > EstTaxReturnDue(*year))) {
         Refuse(row, &EstTaxRow::date,
                "The " + name + " date " + FormatShortDate(*d) + " is outside the "
                    + std::to_string(year->taxYear) + " tax year's reach, "
-                   + FormatShortDate(FirstDay(*year)) + " to "
+                   + FormatShortDate(EstTaxYearBegins(*year)) + " to "
                    + FormatShortDate(EstTaxReturnDue(*year)) + ".  Please enter a date within it.",
                msgs);
         return std::nullopt;
@@ -181,11 +170,12 @@ std::optional<Date> TakeNotice(EstTaxForm& form, const std::optional<EstTaxInput
 {
     const std::optional<Date> d = TakeDate(form, &EstTaxForm::noticeAndDemand, "Notice and Demand",
                                            DateNeed::Optional, msgs);
-    if (!d || d->isNoDate() || !year || *d > LastDay(*year))
+    if (!d || d->isNoDate() || !year || *d > EstTaxYearEnds(*year))
         return d;
     Refuse(form, &EstTaxForm::noticeAndDemand,
            "The Notice and Demand date " + FormatShortDate(*d) + " is before the end of the "
-               + std::to_string(year->taxYear) + " tax year on " + FormatShortDate(LastDay(*year))
+               + std::to_string(year->taxYear) + " tax year on "
+               + FormatShortDate(EstTaxYearEnds(*year))
                + ".  Please enter the day notice and demand for the penalty was made.",
            msgs);
     return std::nullopt;

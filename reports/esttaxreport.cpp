@@ -94,9 +94,7 @@ std::string FilerLine(const EstTaxInput& in)
         return "   INDIVIDUAL (FORM 2210), TAX YEAR " + std::to_string(in.taxYear);
     std::string line = "   CORPORATION (FORM 2220), TAX YEAR " + std::to_string(in.taxYear);
     if (in.fiscalYearEndMonth != 12) {
-        const Date end
-            = AddMonths(Date::fromCivil(in.taxYear, in.fiscalYearEndMonth % 12 + 1, 1), 12) - 1;
-        line += " ENDING " + FormatMMDDYYYY(end);
+        line += " ENDING " + FormatMMDDYYYY(EstTaxYearEnds(in));
     }
     return line;
 }

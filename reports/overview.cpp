@@ -3,6 +3,7 @@
 #include "base/fault.h"
 #include "base/numtext.h"
 #include "engine/timeline.h"
+#include "penalties/esttax.h"
 #include "rates/ratetable.h"
 #include "reports/provenance.h"
 #include "reports/summary.h"
@@ -107,8 +108,7 @@ std::string estTaxText(const Case& c)
     // A fiscal year is named by its first day, in the year it begins.
     if (in.taxYear != 0)
         t += in.filer == EstTaxFiler::Corporation && in.fiscalYearEndMonth != 12
-                 ? ", tax year from " + std::to_string(in.fiscalYearEndMonth % 12 + 1) + "/1/"
-                       + std::to_string(in.taxYear)
+                 ? ", tax year from " + date(EstTaxYearBegins(in))
                  : ", tax year " + std::to_string(in.taxYear);
     return t
            + (c.estTax.noticeDate.isGiven()
